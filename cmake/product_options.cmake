@@ -1,0 +1,54 @@
+# Compiler and linker options shared by every target, and those of the product alone.
+include(CheckCXXSourceCompiles)
+include(CheckPIESupported)
+
+# Warnings for all code of this repository.
+add_library(camera_warnings INTERFACE)
+target_compile_options(camera_warnings INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wold-style-cast -Wcast-align
+  -Wcast-qual -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wvla -Wdouble-promotion
+  -Wimplicit-fallthrough -Wswitch-enum
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
+  $<$<BOOL:${CAMERA_WARNINGS_AS_ERRORS}>:-Werror>)
+
+# What the product's code may use of the language; times and file sizes are 64 bits wide on the
+# 32-bit board, too. The system log's socket path and every other path is compiled in as it stands.
+add_library(camera_language INTERFACE)
+target_compile_features(camera_language INTERFACE cxx_std_17)
+target_compile_options(camera_language INTERFACE
+  -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables)
+target_compile_definitions(camera_language INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
+# Sanitizers go into everything that is built with them, tests included.
+if(CAMERA_SANITIZE)
+  add_compile_options(-fsanitize=${CAMERA_SANITIZE} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${CAMERA_SANITIZE})
+endif()
+
+# Hardening of the binaries that ship. A handler that links the camera's own platform library uses
+# the C library that library was built for; otherwise it is one static executable, at a random
+# address where the toolchain has the start file for that.
+add_library(camera_hardening INTERFACE)
+if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel|)$" AND NOT CAMERA_SANITIZE)
+  target_compile_options(camera_hardening INTERFACE
+    -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+    -ffunction-sections -fdata-sections)
+  target_link_options(camera_hardening INTERFACE
+    -Wl,-z,relro,-z,now,-z,noexecstack,--gc-sections)
+  set(CMAKE_REQUIRED_FLAGS "-fPIE")
+  set(CMAKE_REQUIRED_LINK_OPTIONS -static-pie)
+  check_cxx_source_compiles("int main() { return 0; }" CAMERA_HAVE_STATIC_PIE)
+  unset(CMAKE_REQUIRED_FLAGS)
+  unset(CMAKE_REQUIRED_LINK_OPTIONS)
+  if(CAMERA_PLATFORM_LIBRARY)
+    target_compile_options(camera_hardening INTERFACE -fPIE)
+    target_link_options(camera_hardening INTERFACE -pie -static-libgcc -static-libstdc++)
+  elseif(CAMERA_HAVE_STATIC_PIE)
+    target_compile_options(camera_hardening INTERFACE -fPIE)
+    target_link_options(camera_hardening INTERFACE -static-pie)
+  else()
+    target_compile_options(camera_hardening INTERFACE -fno-PIE)
+    target_link_options(camera_hardening INTERFACE -static)
+  endif()
+endif()

@@ -1,0 +1,75 @@
+// Numbers and texts inside byte layouts: messages, replies, the camera status block.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+constexpr std::uint8_t HighByte(std::uint16_t word) { return static_cast<std::uint8_t>(word >> 8); }
+constexpr std::uint8_t LowByte(std::uint32_t number) { return static_cast<std::uint8_t>(number); }
+
+/// Little-endian numbers as they stand in the message header; no alignment, no padding.
+class LittleEndian16 {
+ public:
+  constexpr LittleEndian16() = default;
+  constexpr LittleEndian16(std::uint16_t value) : bytes_{LowByte(value), HighByte(value)} {}
+  constexpr operator std::uint16_t() const {
+    return static_cast<std::uint16_t>(bytes_[0] | bytes_[1] << 8);
+  }
+
+ private:
+  std::uint8_t bytes_[2] = {};
+};
+
+class LittleEndian32 {
+ public:
+  constexpr LittleEndian32() = default;
+  constexpr LittleEndian32(std::uint32_t value)
+      : bytes_{LowByte(value), LowByte(value >> 8), LowByte(value >> 16), LowByte(value >> 24)} {}
+
+ private:
+  std::uint8_t bytes_[4] = {};
+};
+
+/// A view of received bytes. Whatever lies outside of them reads as 0, so a layout can be read
+/// from bytes that came only in part.
+class ByteView {
+ public:
+  constexpr ByteView(const std::uint8_t* bytes, std::size_t size) : bytes_(bytes), size_(size) {}
+
+  [[nodiscard]] constexpr std::size_t Size() const { return size_; }
+
+  [[nodiscard]] constexpr std::uint8_t U8(std::size_t offset) const {
+    return offset < size_ ? bytes_[offset] : std::uint8_t{0};
+  }
+  [[nodiscard]] constexpr std::int8_t S8(std::size_t offset) const {
+    return static_cast<std::int8_t>(U8(offset));
+  }
+  [[nodiscard]] constexpr std::uint16_t U16BigEndian(std::size_t offset) const {
+    return static_cast<std::uint16_t>(U8(offset) << 8 | U8(offset + 1));
+  }
+  [[nodiscard]] constexpr std::int16_t S16BigEndian(std::size_t offset) const {
+    return static_cast<std::int16_t>(U16BigEndian(offset));
+  }
+  [[nodiscard]] constexpr std::uint16_t U16LittleEndian(std::size_t offset) const {
+    return static_cast<std::uint16_t>(U8(offset + 1) << 8 | U8(offset));
+  }
+  [[nodiscard]] constexpr std::uint32_t U32BigEndian(std::size_t offset) const {
+    return std::uint32_t{U16BigEndian(offset)} << 16 | U16BigEndian(offset + 2);
+  }
+
+  /// The text in a field of `width` bytes: up to its NUL, its last byte or the last byte there is.
+  [[nodiscard]] std::string_view Text(std::size_t offset, std::size_t width) const {
+    if (offset >= size_) {
+      return {};
+    }
+    const std::size_t available = size_ - offset < width ? size_ - offset : width;
+    const char* const text = reinterpret_cast<const char*>(bytes_ + offset);
+    return {text, strnlen(text, available)};
+  }
+
+ private:
+  const std::uint8_t* bytes_;
+  std::size_t size_;
+};

@@ -1,0 +1,85 @@
+// The base class of all commands.
+#pragma once
+
+#include <sys/un.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+
+#include "core/json_writer.h"
+#include "core/message.h"
+#include "core/os.h"
+
+/// What the command table says of a command: the header of its message and how it is served.
+struct CommandPreset {
+  std::uint8_t message_class;
+  std::uint8_t command_code;
+  std::uint16_t payload_length;
+  std::uint8_t timeout_seconds;  ///< for each exchange with the daemon
+  std::uint8_t log_level;        ///< of the request and reply traces
+};
+
+/// One request's handler. The dispatch creates the object of the command's class, lets it parse
+/// the parameters, carry out its action and print its reply, in the order of the three virtual
+/// operations. The base class is a complete command of its own: it sends the bare header and
+/// replies with the daemon's result.
+class Command {
+ public:
+  Command();
+  Command(const Command&) = delete;
+  Command& operator=(const Command&) = delete;
+
+  /// Reads the parameters; called only when the request has some. An override that sends a message
+  /// with a payload builds it here.
+  /// @param params  the request's text behind "Params":, up to its end
+  /// @return 0; any other value rejects the request
+  virtual int Parse(const char* params);
+
+  /// Carries the action out. The default sends the message to the daemon and takes the result
+  /// from its reply.
+  virtual void Transmit();
+
+  /// Prints the reply: the requested name, the result word and, where an override added some, the
+  /// data.
+  virtual void Output();
+
+  virtual ~Command() = default;
+
+  /// Called once, before `Parse`.
+  /// @param name       the command's name as requested; cut to 99 characters
+  /// @param log_reply  whether `Output` traces the reply
+  void Prepare(const CommandPreset& preset, const char* name, bool log_reply);
+
+  [[nodiscard]] int LogLevel() const { return log_level_; }
+
+ protected:
+  /// Builds the outgoing message from its payload bytes and sets the header's length to theirs.
+  void SetPayload(std::initializer_list<std::uint8_t> payload);
+
+  /// Makes room for a payload of `length` zero bytes, sets the header's length to it and returns
+  /// the first of them.
+  std::uint8_t* NewPayload(std::uint16_t length);
+
+  /// Sends no message: the action has succeeded, or consists of what `Output` reads.
+  void Succeed();
+
+  /// The data object of the reply; the first call adds it.
+  JsonWriter& Data();
+
+  /// The last reply's payload. What did not arrive reads as zero.
+  [[nodiscard]] ByteView Reply() const { return reply_.View(); }
+
+  MessageHeader request_header_;
+  MessageHeader reply_header_;
+  OutgoingMessage message_;
+  ByteBuffer reply_;
+  std::uint8_t result_ = 0;
+  sockaddr_un daemon_address_;
+  os::Timeout timeout_;
+  char requested_name_[100] = {};
+  std::optional<JsonWriter> data_;
+  int log_level_;
+  bool log_reply_ = true;
+};

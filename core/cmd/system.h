@@ -1,0 +1,53 @@
+// Commands that every page of the web client uses: monitor, session, system information,
+// heartbeat and page permissions.
+#pragma once
+
+#include <cstdint>
+
+#include "core/cmd/command.h"
+
+/// Starts the encoder behind the page's live picture. The bare header is the whole message.
+class MonitorStart : public Command {};
+
+/// Stops the encoder behind the page's live picture.
+class MonitorStop : public Command {};
+
+/// Keeps the client's session alive, or ends it.
+///
+/// Parameter "Update": non-zero makes the session valid for another 30 seconds, 0 ends it now.
+/// Rewrites the session file; a file that cannot be written gives "RequestedError".
+class SessionRenewal : public Command {
+ public:
+  int Parse(const char* params) override;
+  void Transmit() override;
+
+ private:
+  std::int32_t update_ = 0;
+};
+
+/// Reports model, destination region, version of this interface and serial number, out of the
+/// camera status block. Sends no message.
+class GetSystemInfo : public Command {
+ public:
+  void Transmit() override;
+  void Output() override;
+};
+
+/// Tells a client without a session that the camera is there, with its studio tally. Sends no
+/// message.
+class HeartbeatConfirmation : public Command {
+ public:
+  void Transmit() override;
+  void Output() override;
+};
+
+/// Tells the camera which page the client shows and returns the pages that it may use.
+///
+/// Parameter "Page": the page's number, cut to its low byte, is the payload. The daemon's reply:
+/// byte 0 result, bytes 1 to 4 the permissions (signed) for planning metadata, edit metadata, view
+/// remote and settings; the one for camera control stands in the camera status block.
+class PageChange : public Command {
+ public:
+  int Parse(const char* params) override;
+  void Output() override;
+};

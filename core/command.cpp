@@ -1,0 +1,88 @@
+#include "core/cmd/command.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "core/daemon_socket.h"
+#include "core/dlog.h"
+#include "core/reply.h"
+#include "core/text.h"
+
+namespace {
+
+constexpr os::Timeout kDefaultTimeout = {5, 0};
+constexpr int kDefaultLogLevel = 1;
+
+}  // namespace
+
+Command::Command()
+    : daemon_address_(DaemonAddress(kControlDaemonPath)),
+      timeout_(kDefaultTimeout),
+      log_level_(kDefaultLogLevel) {}
+
+void Command::Prepare(const CommandPreset& preset, const char* name, bool log_reply) {
+  request_header_.message_class = preset.message_class;
+  request_header_.command_code = preset.command_code;
+  request_header_.payload_length = preset.payload_length;
+  timeout_ = {preset.timeout_seconds, 0};
+  log_level_ = preset.log_level;
+  CopyText(requested_name_, name);
+  log_reply_ = log_reply;
+}
+
+int Command::Parse(const char* /*params*/) { return 0; }
+
+void Command::Transmit() {
+  request_header_.sender_process_id = os::ProcessId();
+  const std::size_t received =
+      ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_header_, reply_);
+  // Without a payload the result stays that of the exchange before, "Success" at first.
+  if (received > 0) {
+    result_ = Reply().U8(0);
+  }
+}
+
+void Command::Output() {
+  // Daemons answer with more codes than clients know words for; those all mean success.
+  if (result_ >= std::size(RESULT_STR)) {
+    result_ = 0;
+  }
+  TextBuilder json;
+  json.Append("{\"Response\":{\"Requested\":\"");
+  json.Append(requested_name_);
+  json.Append("\",\"Result\":\"");
+  json.Append(RESULT_STR[result_]);
+  json.Append('"');
+  if (data_) {
+    json.Append(",\"Data\":{");
+    json.Append(data_->View());
+    json.Append('}');
+  }
+  json.Append("}}");
+  PrintReply(json.View());
+  if (log_reply_) {
+    DLOG(log_level_, "send res_str = %s", json.Text());
+  }
+}
+
+void Command::SetPayload(std::initializer_list<std::uint8_t> payload) {
+  std::copy(payload.begin(), payload.end(), NewPayload(static_cast<std::uint16_t>(payload.size())));
+}
+
+std::uint8_t* Command::NewPayload(std::uint16_t length) {
+  request_header_.payload_length = length;
+  message_ = OutgoingMessage(length);
+  return message_.Payload();
+}
+
+void Command::Succeed() {
+  reply_.Release();
+  result_ = 0;
+}
+
+JsonWriter& Command::Data() {
+  if (!data_) {
+    data_.emplace();
+  }
+  return *data_;
+}

@@ -1,0 +1,27 @@
+// The command table: every command the interface knows, as data.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "core/cmd/command.h"
+
+/// What sets a command apart from the others before and after it is carried out.
+enum CommandTrait : std::uint8_t {
+  kNeedsNoSession = 1,  ///< served without a session id
+  kSilentRequest = 2,   ///< the request is not traced
+  kSilentReply = 4,     ///< the reply is not traced
+};
+
+/// One command.
+struct CommandRow {
+  const char* name;  ///< as clients write it; the reply echoes it
+  std::unique_ptr<Command> (*create)();
+  CommandPreset preset;
+  std::uint8_t traits;  ///< `CommandTrait`s
+
+  [[nodiscard]] bool Has(CommandTrait trait) const { return (traits & trait) != 0; }
+};
+
+/// The row of a command, compared exactly; null for an unknown name.
+const CommandRow* FindCommand(const char* name);

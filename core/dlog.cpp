@@ -1,0 +1,65 @@
+#include "core/dlog.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "core/line_reader.h"
+#include "core/os.h"
+#include "core/text.h"
+
+std::int32_t g_log_level_limit = 3;
+
+namespace {
+
+constexpr char kThresholdPath[] = "/var/tmp/lighttpd/cgilog";
+constexpr std::size_t kThresholdLineSize = 16;
+constexpr std::size_t kMessageSize = 5000;
+
+int PriorityOfLevel(int level) {
+  constexpr int kError = 3;
+  constexpr int kInformational = 6;
+  constexpr int kDebug = 7;
+  if (level <= 1) {
+    return kError;
+  }
+  return level <= 4 ? kInformational : kDebug;
+}
+
+void FormatAndLog(int priority, const char* fmt, va_list arguments) {
+  char message[kMessageSize];
+  message[0] = '\0';
+  std::vsnprintf(message, sizeof message, fmt, arguments);
+  os::SystemLog(priority, message);
+}
+
+}  // namespace
+
+int INIT_DLOG() {
+  LineReader<kThresholdLineSize> lines(kThresholdPath);
+  while (const char* line = lines.Next()) {
+    const char* const value = StartsWith(line, "cmd") ? std::strchr(line, '=') : nullptr;
+    const std::int32_t limit = value != nullptr ? DecimalValue(value + 1) : 0;
+    if (limit > 0) {
+      g_log_level_limit = limit;
+    }
+  }
+  return 0;
+}
+
+void DLOG(int level, const char* fmt, ...) {
+  if (g_log_level_limit < level) {
+    return;
+  }
+  va_list arguments;
+  va_start(arguments, fmt);
+  FormatAndLog(PriorityOfLevel(level), fmt, arguments);
+  va_end(arguments);
+}
+
+void LogToSystem(int priority, const char* fmt, ...) {
+  va_list arguments;
+  va_start(arguments, fmt);
+  FormatAndLog(priority, fmt, arguments);
+  va_end(arguments);
+}

@@ -1,0 +1,21 @@
+// The product's operator new and delete: the C library's heap, without the exception machinery of
+// the C++ library. Running out of memory ends the request; there is nothing to fall back to.
+#include <cstdlib>
+#include <new>
+
+#include "core/fatal.h"
+
+void* operator new(std::size_t size) {
+  void* const memory = std::malloc(size);
+  if (memory == nullptr) {
+    Fatal("out of memory");
+  }
+  return memory;
+}
+
+void* operator new[](std::size_t size) { return operator new(size); }
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -1,0 +1,64 @@
+#include "core/json_writer.h"
+
+void JsonWriter::Text(std::string_view key, std::string_view text) {
+  Key(key);
+  text_.Append('"');
+  text_.Append(text);
+  text_.Append('"');
+}
+
+void JsonWriter::Number(std::string_view key, std::int64_t number) {
+  Key(key);
+  text_.AppendNumber(number);
+}
+
+void JsonWriter::QuotedNumber(std::string_view key, std::int64_t number) {
+  Key(key);
+  text_.Append('"');
+  text_.AppendNumber(number);
+  text_.Append('"');
+}
+
+void JsonWriter::Bare(std::string_view key, std::string_view value) {
+  Key(key);
+  text_.Append(value);
+}
+
+void JsonWriter::BeginObject(std::string_view key) {
+  Key(key);
+  Begin('{');
+}
+
+void JsonWriter::BeginElement() {
+  Separate();
+  Begin('{');
+}
+
+void JsonWriter::BeginArray(std::string_view key) {
+  Key(key);
+  Begin('[');
+}
+
+void JsonWriter::Separate() {
+  if (!first_) {
+    text_.Append(',');
+  }
+  first_ = false;
+}
+
+void JsonWriter::Key(std::string_view key) {
+  Separate();
+  text_.Append('"');
+  text_.Append(key);
+  text_.Append("\":");
+}
+
+void JsonWriter::Begin(char bracket) {
+  text_.Append(bracket);
+  first_ = true;
+}
+
+void JsonWriter::End(char bracket) {
+  text_.Append(bracket);
+  first_ = false;
+}

@@ -1,0 +1,50 @@
+// Reads the small text files of the handler line by line.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "core/os.h"
+
+/// Hands out a file's lines in pieces that fit a caller's buffer; the part of `LineReader` that
+/// does not depend on the size of the pieces.
+class LinePieces {
+ public:
+  explicit LinePieces(const char* path) : file_(os::OpenForReading(path)) {}
+
+  /// Whether the file could be opened.
+  [[nodiscard]] bool IsOpen() const { return file_.IsOpen(); }
+
+  /// Fills `piece` with the next line, its line feed included, or with the first `size - 1` bytes
+  /// of it: the rest is a piece of its own. A NUL byte in the file ends the text of its piece.
+  /// @return false at the end of the file and when it cannot be read
+  bool Next(char* piece, std::size_t size);
+
+ private:
+  bool Refill();
+
+  os::Descriptor file_;
+  std::size_t next_ = 0;
+  std::size_t filled_ = 0;
+  char block_[1024];
+};
+
+/// Reads a text file in lines of at most `Size - 1` characters. A file that does not exist, that
+/// may not be read or that is a folder has no lines.
+template <std::size_t Size>
+class LineReader {
+ public:
+  explicit LineReader(const char* path) : pieces_(path) {}
+
+  /// The next line, or null after the last one; valid until the next call.
+  const char* Next() { return pieces_.Next(line_, Size) ? line_ : nullptr; }
+
+ private:
+  LinePieces pieces_;
+  char line_[Size];
+};
+
+/// The value on a settings line that begins with `key`: the first run of characters after the key
+/// and the white space that follows it. Empty when there is none.
+/// The result points into `line`.
+std::string_view ValueAfterKey(const char* line, std::string_view key);

@@ -1,0 +1,71 @@
+// The camera control message: what travels between the handler and the camera's daemons.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include "core/bytes.h"
+
+/// Header of every message and reply, little-endian. The handler writes it in front of a request's
+/// payload; in a daemon's reply only the payload length is used.
+struct MessageHeader {
+  std::uint8_t reserved0 = 0;
+  std::uint8_t message_class = 0;
+  LittleEndian16 payload_length;
+  std::uint8_t command_code = 0;
+  std::uint8_t one_for_streaming = 0;  ///< 1 in cloud streaming messages and renewal notices
+  std::uint8_t reserved6[2] = {};
+  LittleEndian32 sender_process_id;
+};
+
+constexpr std::size_t kMessageHeaderSize = 12;
+static_assert(sizeof(MessageHeader) == kMessageHeaderSize);
+static_assert(offsetof(MessageHeader, message_class) == 1);
+static_assert(offsetof(MessageHeader, payload_length) == 2);
+static_assert(offsetof(MessageHeader, command_code) == 4);
+static_assert(offsetof(MessageHeader, one_for_streaming) == 5);
+static_assert(offsetof(MessageHeader, sender_process_id) == 8);
+
+/// Bytes on the heap with their number; owns them. All zero at first.
+class ByteBuffer {
+ public:
+  ByteBuffer() = default;
+  explicit ByteBuffer(std::size_t size) : bytes_(new std::uint8_t[size]()), size_(size) {}
+
+  /// Whether there is a buffer at all; one of 0 bytes is one.
+  [[nodiscard]] bool IsSet() const { return bytes_ != nullptr; }
+  [[nodiscard]] std::uint8_t* Bytes() { return bytes_.get(); }
+  [[nodiscard]] const std::uint8_t* Bytes() const { return bytes_.get(); }
+  [[nodiscard]] std::size_t Size() const { return size_; }
+  [[nodiscard]] ByteView View() const { return {bytes_.get(), size_}; }
+
+  void Release() {
+    bytes_.reset();
+    size_ = 0;
+  }
+
+ private:
+  std::unique_ptr<std::uint8_t[]> bytes_;
+  std::size_t size_ = 0;
+};
+
+/// An outgoing message: room for the header, then the payload.
+class OutgoingMessage {
+ public:
+  OutgoingMessage() = default;
+  explicit OutgoingMessage(std::uint16_t payload_length)
+      : bytes_(kMessageHeaderSize + payload_length) {}
+
+  [[nodiscard]] bool IsSet() const { return bytes_.IsSet(); }
+  [[nodiscard]] std::uint8_t* Payload() { return bytes_.Bytes() + kMessageHeaderSize; }
+  void SetHeader(const MessageHeader& header) {
+    std::memcpy(bytes_.Bytes(), &header, sizeof header);
+  }
+  [[nodiscard]] const ByteBuffer& Bytes() const { return bytes_; }
+  void Release() { bytes_.Release(); }
+
+ private:
+  ByteBuffer bytes_;
+};

@@ -1,0 +1,171 @@
+#include "core/os.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+namespace os {
+
+namespace {
+
+/// Repeats a system call that a signal interrupted.
+template <typename Call>
+auto Uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) {
+    result = call();
+  }
+  return result;
+}
+
+bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
+  const char* next = static_cast<const char*>(bytes);
+  while (length > 0) {
+    const ssize_t written = Uninterrupted([&] { return write(descriptor, next, length); });
+    if (written <= 0) {
+      return false;
+    }
+    next += written;
+    length -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+std::size_t ReadOnce(int descriptor, void* buffer, std::size_t capacity) {
+  const ssize_t count = Uninterrupted([&] { return read(descriptor, buffer, capacity); });
+  return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+}  // namespace
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  if (this != &other) {
+    Close();
+    number_ = other.Release();
+  }
+  return *this;
+}
+
+void Descriptor::Close() {
+  if (number_ >= 0) {
+    close(number_);
+    number_ = -1;
+  }
+}
+
+int Descriptor::Release() {
+  const int number = number_;
+  number_ = -1;
+  return number;
+}
+
+Descriptor OpenForReading(const char* path) {
+  return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | O_CLOEXEC); }));
+}
+
+std::size_t Read(const Descriptor& file, void* buffer, std::size_t capacity) {
+  return ReadOnce(file.Number(), buffer, capacity);
+}
+
+bool WriteFile(const char* path, std::string_view contents) {
+  constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
+  const Descriptor file(Uninterrupted([&] {
+    return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
+  }));
+  return file.IsOpen() && WriteAll(file.Number(), contents.data(), contents.size());
+}
+
+std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
+  pollfd input = {STDIN_FILENO, POLLIN, 0};
+  if (Uninterrupted([&] { return poll(&input, 1, timeout_ms); }) <= 0) {
+    return 0;
+  }
+  return ReadOnce(STDIN_FILENO, buffer, capacity);
+}
+
+bool WriteOutput(std::string_view bytes) {
+  return WriteAll(STDOUT_FILENO, bytes.data(), bytes.size());
+}
+
+Descriptor CreateStreamSocket(Timeout timeout) {
+  Descriptor descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  if (descriptor.IsOpen()) {
+    const timeval value = {timeout.seconds, timeout.microseconds};
+    setsockopt(descriptor.Number(), SOL_SOCKET, SO_SNDTIMEO, &value, sizeof value);
+    setsockopt(descriptor.Number(), SOL_SOCKET, SO_RCVTIMEO, &value, sizeof value);
+  }
+  return descriptor;
+}
+
+bool Connect(const Descriptor& socket, const sockaddr_un& address) {
+  const std::size_t path_length = strnlen(address.sun_path, sizeof address.sun_path);
+  const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + path_length);
+  return Uninterrupted([&] {
+           return connect(socket.Number(), reinterpret_cast<const sockaddr*>(&address), length);
+         }) == 0;
+}
+
+bool Lock(const Descriptor& socket) {
+  return Uninterrupted([&] { return flock(socket.Number(), LOCK_EX); }) == 0;
+}
+
+void Unlock(const Descriptor& socket) { flock(socket.Number(), LOCK_UN); }
+
+bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
+  return WriteAll(socket.Number(), bytes, length);
+}
+
+std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
+                       Timeout timeout) {
+  const std::int64_t deadline =
+      MonotonicMilliseconds() + timeout.seconds * std::int64_t{1000} + timeout.microseconds / 1000;
+  std::size_t received = 0;
+  while (received < length) {
+    // With MSG_WAITALL the socket's time-out covers all pieces together: a peer that sends a byte
+    // now and then cannot stretch it.
+    const ssize_t count = recv(socket.Number(), static_cast<char*>(buffer) + received,
+                               length - received, MSG_WAITALL);
+    if (count > 0) {
+      received += static_cast<std::size_t>(count);
+    } else if (count == 0 || errno != EINTR) {
+      break;
+    }
+    if (MonotonicMilliseconds() >= deadline) {
+      break;
+    }
+  }
+  return received;
+}
+
+const char* Environment(const char* name) { return std::getenv(name); }
+
+std::uint32_t ProcessId() { return static_cast<std::uint32_t>(getpid()); }
+
+std::int64_t Now() {
+  static_assert(sizeof(time_t) == sizeof(std::int64_t), "times must reach beyond 2038");
+  return time(nullptr);
+}
+
+std::int64_t MonotonicMilliseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * std::int64_t{1000} + now.tv_nsec / 1000000;
+}
+
+void IgnoreBrokenPipes() { std::signal(SIGPIPE, SIG_IGN); }
+
+void SystemLog(int priority, const char* text) { syslog(priority, "%s", text); }
+
+void Exit(int status) { _exit(status); }
+
+}  // namespace os

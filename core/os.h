@@ -1,0 +1,112 @@
+// Everything the handler asks of the operating system, in one place: descriptors, files, standard
+// streams, daemon sockets, the system log, the clock. Each function is a complete loop with its
+// contract; nothing else in the product makes system calls of its own (the platform library
+// aside), so a test can put another implementation of this file in its place.
+#pragma once
+
+#include <sys/un.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace os {
+
+/// An open file or socket; closes itself. Moves, never copies.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : number_(other.Release()) {}
+  Descriptor& operator=(Descriptor&& other) noexcept;
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { Close(); }
+
+  [[nodiscard]] bool IsOpen() const { return number_ >= 0; }
+  [[nodiscard]] int Number() const { return number_; }
+
+  /// Closes now instead of at the end of the scope; closing twice is harmless.
+  void Close();
+
+ private:
+  int Release();
+
+  int number_ = -1;
+};
+
+// Files and standard streams.
+
+/// Opens an existing file for reading. A descriptor that is not open tells the failure.
+Descriptor OpenForReading(const char* path);
+
+/// Reads at most `capacity` bytes with one read.
+/// @return the number of bytes; 0 at the end of the stream and on failure (a folder, too, can be
+///         opened but not read, and counts as empty)
+std::size_t Read(const Descriptor& file, void* buffer, std::size_t capacity);
+
+/// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
+/// permissions).
+/// @return false when the file could not be opened or not be written completely
+bool WriteFile(const char* path, std::string_view contents);
+
+/// Reads at most `capacity` bytes of standard input, waiting for at most `timeout_ms`
+/// milliseconds for the first of them.
+/// @return the number of bytes; 0 at the end of the stream, on failure and on time-out
+std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms);
+
+/// Writes all bytes to standard output.
+/// @return false when the reader is gone or the device is full
+bool WriteOutput(std::string_view bytes);
+
+// Daemon sockets.
+
+/// A span of time as the socket options take it; 32 bits wide on every build.
+struct Timeout {
+  std::int32_t seconds;
+  std::int32_t microseconds;
+};
+
+/// Creates a Unix-domain stream socket that gives up sending and receiving after `timeout`.
+/// Connecting counts as sending: a daemon that no longer accepts is given up as well.
+Descriptor CreateStreamSocket(Timeout timeout);
+
+/// Connects to a daemon; the address length is that of the path, without its NUL.
+bool Connect(const Descriptor& socket, const sockaddr_un& address);
+
+/// Takes, and gives back, the exclusive advisory lock on an open descriptor.
+bool Lock(const Descriptor& socket);
+void Unlock(const Descriptor& socket);
+
+/// Sends all bytes, in one write unless the system takes only a part of them.
+/// @return false when the peer is gone or takes nothing for the socket's time-out
+bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length);
+
+/// Receives exactly `length` bytes, however many pieces they arrive in.
+/// @return the number of bytes received; fewer than `length` when the peer closed, or when
+///         `timeout` (the one the socket was created with) passed before the last one came
+std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout);
+
+// The process and its surroundings.
+
+/// Value of an environment variable, or null.
+const char* Environment(const char* name);
+
+std::uint32_t ProcessId();
+
+/// Seconds since the epoch; 64 bits wide on every build, so right beyond 2038.
+std::int64_t Now();
+
+/// A clock for time-outs, in milliseconds; never goes back.
+std::int64_t MonotonicMilliseconds();
+
+/// Makes a write to a peer that is gone fail instead of ending the process.
+void IgnoreBrokenPipes();
+
+/// Hands one message to the system log, exactly as it stands.
+/// @param priority  3 error, 6 informational, 7 debug (the facility is the log's default)
+void SystemLog(int priority, const char* text);
+
+[[noreturn]] void Exit(int status);
+
+}  // namespace os

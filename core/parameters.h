@@ -1,0 +1,18 @@
+// Reads a command's parameters out of its "Params" text.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/json_parser.h"
+
+/// Reads a text parameter, cut to what fits into the array.
+/// @return false when the member is missing
+template <std::size_t Size>
+bool ReadParameter(const char* params, const char* key, char (&value)[Size]) {
+  return json_parser(params, key, value) != nullptr;
+}
+
+/// Reads a parameter as a decimal number (see `DecimalValue`).
+/// @return false when the member is missing
+bool ReadParameter(const char* params, const char* key, std::int32_t& value);

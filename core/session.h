@@ -1,0 +1,24 @@
+// The session that a request belongs to. Another component of the camera issues the session id at
+// login and stores it in the session file; this program checks it and renews its times.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// The session file: lines "ID", "lifetime" and "sessiontime", each key and value separated by a
+/// tab. Written by the login component and by session renewals, read by every request.
+extern const char SESSION_INFO_PATH[];
+
+/// The "SessionID" of the current request.
+constexpr std::size_t kWebIdSize = 5000;
+extern char web_id[kWebIdSize];
+
+/// Whether `web_id` is the stored session id. Logs at level 1 when it is not, or when there is no
+/// stored id: no session file, or no id on its first line that begins with "ID".
+bool SessionIsValid();
+
+/// Rewrites the session file with `web_id` and fresh times.
+///
+/// @param seconds_left  how much longer the session is valid, from now on; 0 ends it now
+/// @return false when the file could not be written
+bool RenewSession(std::int64_t seconds_left);

@@ -1,0 +1,86 @@
+#include "core/bytes.h"
+#include "core/cmd/system.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "core/word_table.h"
+#include "status/camera_status_block.h"
+#include "status/words.h"
+
+namespace {
+
+constexpr char api_version[50] = "1.08.0";
+
+constexpr WordTable<12> kModelNames = {{"RV130/140", "RV110", "RV120", "RV130", "RV140", "RV150",
+                                        "RV160", "RV170", "RV180", "RV190", "RV210", "RV220"},
+                                       "RV130/140"};
+
+// Two region codes share the word "EY".
+constexpr WordTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "AA", "AG", "TW",
+                                          "AS", "UC", "UA", "UB", "EZ", "EY", "EK", "EY", "AH"},
+                                         "UN"};
+
+}  // namespace
+
+int SessionRenewal::Parse(const char* params) {
+  DLOG(2, "##### SessionRenewal %s params=%s", "Parse()", params);
+  if (!ReadParameter(params, "Update", update_)) {
+    return -1;
+  }
+  return 0;
+}
+
+void SessionRenewal::Transmit() {
+  constexpr std::int64_t kLifetimeSeconds = 30;
+  Succeed();
+  if (!RenewSession(update_ != 0 ? kLifetimeSeconds : 0)) {
+    result_ = 1;
+  }
+}
+
+void GetSystemInfo::Transmit() { Succeed(); }
+
+void GetSystemInfo::Output() {
+  using namespace camera_status;
+  const CameraStatusBlock block;
+  JsonWriter& data = Data();
+  data.Text("Model", kModelNames[block[kModel]]);
+  data.Text("Destination", kDestinations[block[kDestination]]);
+  data.Text("ApiVersion", api_version);
+  data.Text("Serial", block[kSerial]);
+  Command::Output();
+}
+
+void HeartbeatConfirmation::Transmit() { Succeed(); }
+
+void HeartbeatConfirmation::Output() {
+  const camera_status::CameraStatusBlock block;
+  JsonWriter& data = Data();
+  // The camera has no way to switch its video output off.
+  data.Text("VideoOutput", "On");
+  data.Text("StudioTally", kStudioTallyWords[block[camera_status::kStudioTally]]);
+  Command::Output();
+}
+
+int PageChange::Parse(const char* params) {
+  std::int32_t page = 0;
+  if (!ReadParameter(params, "Page", page)) {
+    return -1;
+  }
+  SetPayload({LowByte(static_cast<std::uint32_t>(page))});
+  return 0;
+}
+
+void PageChange::Output() {
+  const camera_status::CameraStatusBlock block;
+  JsonWriter& data = Data();
+  data.BeginObject("AllowedPage");
+  data.Number("PlanningMetadata", Reply().S8(1));
+  data.Number("EditMetadata", Reply().S8(2));
+  data.Number("ViewRemote", Reply().S8(3));
+  data.Number("CameraControl", block[camera_status::kCameraControlAllowed]);
+  data.Number("Setting", Reply().S8(4));
+  data.EndObject();
+  Command::Output();
+}

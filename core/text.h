@@ -1,0 +1,35 @@
+// Texts in fixed arrays and the decimal numbers in them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+/// Copies `from` into the array, cut to what fits beside the terminating NUL.
+template <std::size_t Size>
+void CopyText(char (&to)[Size], std::string_view from) {
+  const std::size_t length = from.size() < Size ? from.size() : Size - 1;
+  std::memcpy(to, from.data(), length);
+  to[length] = '\0';
+}
+
+/// Whether `text` begins with `prefix`.
+inline bool StartsWith(const char* text, std::string_view prefix) {
+  return std::strncmp(text, prefix.data(), prefix.size()) == 0;
+}
+
+/// White space as the C locale has it.
+constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// The number at the start of `text`: leading white space and one sign are accepted, the first
+/// character that is no digit ends it, no digits at all give 0. Numbers beyond 32 bits saturate,
+/// as they do on the 32-bit board.
+std::int32_t DecimalValue(const char* text);
+
+/// Cuts a number to 16 bits, keeping the sign bit of those (70000 becomes 4464, 40000 -25536).
+constexpr std::int16_t LowWordSigned(std::int32_t number) {
+  const auto word = static_cast<std::uint16_t>(number);
+  return word < 0x8000 ? static_cast<std::int16_t>(word)
+                       : static_cast<std::int16_t>(std::int32_t{word} - 0x10000);
+}

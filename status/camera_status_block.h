@@ -1,0 +1,124 @@
+// The camera status block: the camera's live state, as its firmware shares it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "core/bytes.h"
+
+namespace camera_status {
+
+constexpr std::size_t kBlockSize = 1024;
+
+// Kinds of fields, each by its offset in the block.
+
+/// One unsigned byte.
+struct ByteField {
+  std::uint16_t offset;
+};
+/// A text of at most `width` bytes, not necessarily terminated.
+struct TextField {
+  std::uint16_t offset;
+  std::uint16_t width;
+};
+/// A signed 16-bit number, big-endian.
+struct SignedWordField {
+  std::uint16_t offset;
+};
+/// An unsigned 16-bit number, big-endian.
+struct WordField {
+  std::uint16_t offset;
+};
+/// An unsigned 32-bit number, big-endian.
+struct LongField {
+  std::uint16_t offset;
+};
+/// `size` bytes as they stand.
+struct BytesField {
+  std::uint16_t offset;
+  std::uint16_t size;
+};
+
+// The fields. Only those that the handler reads are named; the firmware owns the layout.
+
+constexpr ByteField kIfbActive{19};    ///< non-zero: return audio is on
+constexpr ByteField kNtpState{46};     ///< 0 master, 1 not synchronised, 2 synchronised
+constexpr ByteField kFocusMode{52};    ///< face AF, AF, one-push MF, MF, face MF
+constexpr ByteField kStudioTally{53};  ///< 1 program, 2 preview, others off
+constexpr TextField kFocusLetter{54, 8};
+constexpr ByteField kFullauto{62};  ///< 0 off
+constexpr ByteField kIrisMode{63};  ///< manual, auto, auto with AE lock
+constexpr TextField kIrisLetter{64, 5};
+constexpr ByteField kGainMode{70};  ///< manual L, M, H, ALC, ALC with AE lock, low light
+constexpr TextField kGainLetter{71, 5};
+constexpr TextField kGainLabelL{76, 4};
+constexpr TextField kGainLabelM{80, 4};
+constexpr TextField kGainLabelH{84, 4};
+constexpr ByteField kShutterMode{88};  ///< off, manual, EEI, EEI with AE lock, step, variable
+constexpr TextField kShutterLetter{90, 8};
+constexpr ByteField kWhiteBalanceMode{98};  ///< preset, A, B, full auto, full auto with AE lock
+constexpr TextField kWhiteBalanceLetter{100, 9};
+constexpr ByteField kDisplayHidden{110};         ///< 0: the on-screen display is shown
+constexpr ByteField kCameraControlAllowed{115};  ///< clients may use the camera control page
+constexpr TextField kSerial{228, kBlockSize - 228};
+constexpr TextField kUserLabels[] = {{238, 20}, {258, 20}, {278, 20}, {298, 20},
+                                     {318, 20}, {338, 20}, {358, 20}, {520, 20},
+                                     {540, 20}, {560, 20}, {580, 20}};
+constexpr SignedWordField kWhitePaintRedScale{382};
+constexpr SignedWordField kWhitePaintBlueScale{384};
+constexpr SignedWordField kWhitePaintRedPosition{386};
+constexpr SignedWordField kWhitePaintBluePosition{388};
+constexpr TextField kWhitePaintRedLetter{390, 10};
+constexpr TextField kWhitePaintBlueLetter{400, 10};
+constexpr ByteField kAeLevelMode{410};  ///< 1 on, 2 on with face detection, others off
+constexpr TextField kAeLevelLetter{412, 4};
+constexpr ByteField kCharacterMixSdi{416};  ///< 0 off
+constexpr ByteField kCharacterMixHdmi{417};
+constexpr ByteField kCharacterMixVideo{418};
+constexpr ByteField kFtpPhase1{420};  ///< phase of the first FTP job
+constexpr ByteField kFtpPhase2{421};
+constexpr ByteField kFtpPercent{422};
+constexpr ByteField kFtpError{423};
+constexpr ByteField kFtpServer{424};         ///< 0 to 3: the first to the fourth server
+constexpr LongField kFtpRemainingTime{444};  ///< in seconds
+constexpr WordField kFtpTotalFiles{448};
+constexpr WordField kFtpCurrentFile{450};
+constexpr ByteField kFtpMessageType{452};  ///< of the key: 1 20 bytes, 2 16 bytes
+constexpr TextField kFtpMessage{452, 30};  ///< unless the first job asks for trust in a key
+constexpr BytesField kFtpKey{453, 20};     ///< the key that the first job asks about
+constexpr TextField kMasterBlackLetter{486, 5};
+constexpr TextField kDetailLetter{491, 5};
+constexpr ByteField kCloudLogin{504};  ///< idle, in progress, finished, failed
+constexpr ByteField kCloudEventList{505};
+constexpr ByteField kCloudStreamInfo{506};
+constexpr ByteField kCloudError{507};  ///< none, SSL, time-out, authorisation, server, URL, other
+constexpr ByteField kModel{516};
+constexpr ByteField kDestination{517};
+constexpr TextField kLensReturnLabel{600, 20};
+constexpr TextField kWhiteBalanceLabelPreset{620, 10};
+constexpr TextField kWhiteBalanceLabelA{630, 10};
+constexpr TextField kWhiteBalanceLabelB{640, 10};
+
+/// A copy of the block, read once. All zero where there is no shared memory. Every value of every
+/// byte is legal.
+class CameraStatusBlock {
+ public:
+  CameraStatusBlock();
+
+  std::uint8_t operator[](ByteField field) const { return View().U8(field.offset); }
+  std::string_view operator[](TextField field) const {
+    return View().Text(field.offset, field.width);
+  }
+  std::int16_t operator[](SignedWordField field) const { return View().S16BigEndian(field.offset); }
+  std::uint16_t operator[](WordField field) const { return View().U16BigEndian(field.offset); }
+  std::uint32_t operator[](LongField field) const { return View().U32BigEndian(field.offset); }
+  ByteView operator[](BytesField field) const { return {bytes_ + field.offset, field.size}; }
+
+ private:
+  [[nodiscard]] ByteView View() const { return {bytes_, sizeof bytes_}; }
+
+  std::uint8_t bytes_[kBlockSize] = {};
+};
+
+}  // namespace camera_status
