@@ -1,0 +1,48 @@
+#include "core/bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+constexpr std::uint8_t kBytes[] = {0x81, 0x02, 0x03, 0x84, 'a', 'b', 0, 'c'};
+constexpr ByteView kView{kBytes, sizeof kBytes};
+
+TEST(ByteView, ReadsNumbersInBothByteOrders) {
+  EXPECT_EQ(kView.U8(0), 0x81);
+  EXPECT_EQ(kView.S8(0), -127);
+  EXPECT_EQ(kView.S8(1), 2);
+  EXPECT_EQ(kView.U16BigEndian(0), 0x8102);
+  EXPECT_EQ(kView.S16BigEndian(0), -32510);
+  EXPECT_EQ(kView.U16LittleEndian(0), 0x0281);
+  EXPECT_EQ(kView.U32BigEndian(0), 0x81020384U);
+}
+
+TEST(ByteView, ReadsZeroOutsideOfTheBytes) {
+  EXPECT_EQ(kView.U8(8), 0);
+  EXPECT_EQ(kView.U8(static_cast<std::size_t>(-1)), 0);
+  EXPECT_EQ(kView.U16BigEndian(7), 0x6300);
+  EXPECT_EQ(kView.U16LittleEndian(7), 0x63);
+  EXPECT_EQ(kView.U32BigEndian(6), 0x00630000U);
+  EXPECT_EQ(kView.U32BigEndian(100), 0U);
+  EXPECT_EQ(ByteView(nullptr, 0).U8(0), 0);
+}
+
+TEST(ByteView, EndsATextAtItsNulItsWidthOrTheLastByte) {
+  EXPECT_EQ(kView.Text(4, 4), "ab");
+  EXPECT_EQ(kView.Text(4, 1), "a");
+  EXPECT_EQ(kView.Text(7, 20), "c");
+  EXPECT_EQ(kView.Text(8, 20), "");
+  EXPECT_EQ(kView.Text(100, 20), "");
+}
+
+TEST(LittleEndian, StoresTheLowByteFirst) {
+  const LittleEndian16 word = std::uint16_t{0x1234};
+  const LittleEndian32 number = 0x12345678U;
+  EXPECT_EQ(std::memcmp(&word, "\x34\x12", 2), 0);
+  EXPECT_EQ(std::memcmp(&number, "\x78\x56\x34\x12", 4), 0);
+  EXPECT_EQ(std::uint16_t{word}, 0x1234);
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "core/json_writer.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(JsonWriter, SeparatesMembersOnEveryLevel) {
+  JsonWriter json;
+  json.Text("A", "x");
+  json.BeginObject("B");
+  json.Number("C", -1);
+  json.QuotedNumber("D", 2);
+  json.EndObject();
+  json.Bare("E", "007");
+  json.BeginArray("F");
+  json.BeginElement();
+  json.Text("G", "");
+  json.EndObject();
+  json.BeginElement();
+  json.EndObject();
+  json.EndArray();
+  json.Number("H", 3);
+  EXPECT_EQ(json.View(), R"("A":"x","B":{"C":-1,"D":"2"},"E":007,"F":[{"G":""},{}],"H":3)");
+}
+
+TEST(JsonWriter, WritesTextsAsTheyStand) {
+  JsonWriter json;
+  json.Text("A", "\"\\\n");
+  EXPECT_EQ(json.View(), "\"A\":\"\"\\\n\"");
+}
+
+TEST(JsonWriter, LeavesAnEmptyArrayEmpty) {
+  JsonWriter json;
+  json.BeginArray("A");
+  json.EndArray();
+  EXPECT_EQ(json.View(), R"("A":[])");
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+#include "core/line_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "harness/files.h"
+
+namespace {
+
+constexpr char kPath[] = "/var/tmp/lighttpd/lines";
+
+template <std::size_t Size>
+std::vector<std::string> Lines(const std::string& contents) {
+  harness::WriteFile(kPath, contents);
+  LineReader<Size> reader(kPath);
+  std::vector<std::string> lines;
+  while (const char* line = reader.Next()) {
+    lines.emplace_back(line);
+  }
+  return lines;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(LineReader, HandsOutLinesWithTheirLineFeeds) {
+  EXPECT_EQ(Lines<256>("one\ntwo\n\nfour"), (Texts{"one\n", "two\n", "\n", "four"}));
+}
+
+TEST(LineReader, CutsLongLinesIntoPiecesThatFit) {
+  EXPECT_EQ(Lines<4>("abcdefg\nhi\n"), (Texts{"abc", "def", "g\n", "hi\n"}));
+  EXPECT_EQ(Lines<4>("abc\n"), (Texts{"abc", "\n"}));
+}
+
+TEST(LineReader, EndsThePieceOfANulAtIt) {
+  EXPECT_EQ(Lines<256>(std::string("a\0b\nc\n", 6)), (Texts{"a", "c\n"}));
+}
+
+TEST(LineReader, ReadsFilesOfAnyLength) {
+  std::string contents;
+  Texts lines;
+  for (int i = 0; i < 1000; ++i) {
+    lines.push_back("line " + std::to_string(i) + "\n");
+    contents += lines.back();
+  }
+  EXPECT_EQ(Lines<256>(contents), lines);
+}
+
+TEST(LineReader, FindsNoLinesWhereThereIsNoReadableFile) {
+  LineReader<256> missing("/var/tmp/lighttpd/missing");
+  EXPECT_EQ(missing.Next(), nullptr);
+  LineReader<256> folder("/var/tmp/lighttpd");
+  EXPECT_EQ(folder.Next(), nullptr);
+  EXPECT_EQ(Lines<256>(""), Texts{});
+}
+
+TEST(ValueAfterKey, TakesTheFirstRunOfCharacters) {
+  EXPECT_EQ(ValueAfterKey("ID\tabc\n", "ID"), "abc");
+  EXPECT_EQ(ValueAfterKey("ID \t abc def\n", "ID"), "abc");
+  EXPECT_EQ(ValueAfterKey("IDabc", "ID"), "abc");
+  EXPECT_EQ(ValueAfterKey("ID\tabc\r\n", "ID"), "abc");
+  EXPECT_EQ(ValueAfterKey("ID\t\n", "ID"), "");
+  EXPECT_EQ(ValueAfterKey("ID", "ID"), "");
+}
+
+}  // namespace

@@ -1,0 +1,66 @@
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(CopyText, CutsToTheArrayAndTerminates) {
+  char text[4] = {'#', '#', '#', '#'};
+  CopyText(text, "12345");
+  EXPECT_STREQ(text, "123");
+  CopyText(text, "12");
+  EXPECT_STREQ(text, "12");
+  CopyText(text, "");
+  EXPECT_STREQ(text, "");
+}
+
+TEST(StartsWith, ComparesTheWholePrefix) {
+  EXPECT_TRUE(StartsWith("server 2", "server"));
+  EXPECT_TRUE(StartsWith("server", "server"));
+  EXPECT_FALSE(StartsWith("serve", "server"));
+  EXPECT_FALSE(StartsWith("", "server"));
+}
+
+TEST(DecimalValue, ReadsAsTheBoardDoes) {
+  const struct {
+    const char* text;
+    std::int32_t value;
+  } cases[] = {
+      {"0", 0},
+      {"17", 17},
+      {"-17", -17},
+      {"+17", 17},
+      {" \t\n\v\f\r17", 17},
+      {"17x", 17},
+      {"0x10", 0},
+      {"010", 10},
+      {"1.9", 1},
+      {"", 0},
+      {"abc", 0},
+      {"-", 0},
+      {"+-5", 0},
+      {"- 5", 0},
+      {"2147483647", 2147483647},
+      {"2147483648", 2147483647},
+      {"-2147483648", -2147483647 - 1},
+      {"-2147483649", -2147483647 - 1},
+      {"99999999999999999999999999", 2147483647},
+      {"-99999999999999999999999999", -2147483647 - 1},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(DecimalValue(row.text), row.value) << "[" << row.text << "]";
+  }
+}
+
+TEST(LowWordSigned, KeepsTheLow16BitsWithTheirSign) {
+  EXPECT_EQ(LowWordSigned(0), 0);
+  EXPECT_EQ(LowWordSigned(32767), 32767);
+  EXPECT_EQ(LowWordSigned(32768), -32768);
+  EXPECT_EQ(LowWordSigned(65535), -1);
+  EXPECT_EQ(LowWordSigned(65536), 0);
+  EXPECT_EQ(LowWordSigned(70000), 4464);
+  EXPECT_EQ(LowWordSigned(-1), -1);
+  EXPECT_EQ(LowWordSigned(-32769), 32767);
+}
+
+}  // namespace
