@@ -69,7 +69,7 @@ TEST(InitDlog, TakesTheThresholdFromTheControlFile) {
       {"another key", "xcmd=5\n", 3},
       {"other lines around it", "# note\ncmd=5\nend\n", 5},
       {"a number beyond 32 bits saturates", "cmd=99999999999\n", 2147483647},
-      {"a piece ends after 15 characters", "cmd..........=56789\n", 56},
+      {"a piece ends after 15 characters", "cmd.........=56789\n", 56},
       {"the rest of a long line is a line of its own", "123456789012345cmd=7\n", 7},
       {"an empty file", "", 3},
   };

@@ -38,7 +38,7 @@ const Case kCases[] = {
     {"after a blank the quote ends the value", R"("A": "x"})", "A", " ", 5},
     {"the first occurrence wins", R"("A":1,"A":2})", "A", "1", 5},
     {"a key matches inside another name", R"("SessionID":"s","ID":"i"})", "ID", "s", 14},
-    {"a key matches inside a value", R"("X":"AB","B":"y"})", "B", "y", 14},
+    {"a key matches inside a value", R"("X":"AB","B":"y"})", "B", "y", 15},
     {"a key needs no quotes", "A:1}", "A", "1", 3},
     {"the colon may stand far behind the key", R"("A" and so on:7})", "A", "7", 15},
     {"a colon in the value belongs to it", R"("A":"1:2"})", "A", "1:2", 8},
