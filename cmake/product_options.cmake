@@ -15,8 +15,15 @@ target_compile_options(camera_warnings INTERFACE
 # 32-bit board, too. The system log's socket path and every other path is compiled in as it stands.
 add_library(camera_language INTERFACE)
 target_compile_features(camera_language INTERFACE cxx_std_17)
-target_compile_options(camera_language INTERFACE
-  -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables)
+target_compile_options(camera_language INTERFACE -fno-rtti -fno-threadsafe-statics)
+if(CAMERA_BUILD_FUZZERS)
+  # A request that ends its process unwinds back into the fuzzer. libFuzzer needs to see the
+  # branches of the product's code.
+  target_compile_options(camera_language INTERFACE -fsanitize=fuzzer-no-link)
+else()
+  target_compile_options(camera_language INTERFACE
+    -fno-exceptions -fno-asynchronous-unwind-tables)
+endif()
 target_compile_definitions(camera_language INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
 # Sanitizers go into everything that is built with them, tests included.

@@ -26,7 +26,7 @@ int PriorityOfLevel(int level) {
   return level <= 4 ? kInformational : kDebug;
 }
 
-void FormatAndLog(int priority, const char* fmt, va_list arguments) {
+[[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
   char message[kMessageSize];
   message[0] = '\0';
   std::vsnprintf(message, sizeof message, fmt, arguments);

@@ -18,8 +18,8 @@ int INIT_DLOG();
 ///               traces of single steps (priority 6); 5 and above: traces of commands that are
 ///               polled many times a second (priority 7)
 /// @param fmt    as for printf; what it formats shows up in the log as it is, cut at 4,999 bytes
-void DLOG(int level, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+[[gnu::format(printf, 2, 3)]] void DLOG(int level, const char* fmt, ...);
 
 /// Emits one message to the system log whatever the threshold; formats and cuts as `DLOG` does.
 /// @param priority  of the system log: 3 error, 6 informational, 7 debug
-void LogToSystem(int priority, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+[[gnu::format(printf, 2, 3)]] void LogToSystem(int priority, const char* fmt, ...);
