@@ -1,0 +1,212 @@
+#include "harness/fake_daemon.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "harness/unix_socket.h"
+
+namespace harness {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr std::size_t kHeaderSize = 12;
+constexpr int kForEver = -1;
+constexpr int kBacklog = 16;
+
+int MillisecondsUntil(steady_clock::time_point end) {
+  const auto left = std::chrono::ceil<milliseconds>(end - steady_clock::now());
+  return left.count() > 0 ? static_cast<int>(left.count()) : 0;
+}
+
+}  // namespace
+
+bool Conversation::ReceiveSome(int timeout_ms) {
+  pollfd events[] = {{socket_, POLLIN, 0}, {stop_, POLLIN, 0}};
+  if (poll(events, 2, timeout_ms) == 0) {
+    return false;
+  }
+  char buffer[65536];
+  const ssize_t length = recv(socket_, buffer, sizeof buffer, MSG_DONTWAIT);
+  if (length > 0) {
+    received_.append(buffer, static_cast<std::size_t>(length));
+  }
+  ended_ = length == 0 || (length < 0 && errno != EAGAIN) || events[1].revents != 0;
+  return true;
+}
+
+void Conversation::AwaitBytes(std::size_t bytes) {
+  while (!ended_ && received_.size() < bytes) {
+    ReceiveSome(kForEver);
+  }
+}
+
+void Conversation::AwaitEnd() {
+  while (!ended_) {
+    ReceiveSome(kForEver);
+  }
+}
+
+void Conversation::Pause(milliseconds duration) {
+  const steady_clock::time_point end = steady_clock::now() + duration;
+  while (!ended_ && ReceiveSome(MillisecondsUntil(end))) {
+  }
+}
+
+void Conversation::Send(const std::string& bytes) {
+  std::size_t sent = 0;
+  while (sent < bytes.size()) {
+    const ssize_t length = send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    if (length < 0) {
+      return;
+    }
+    sent += static_cast<std::size_t>(length);
+  }
+}
+
+void Conversation::Close() {
+  if (socket_ >= 0) {
+    close(socket_);
+  }
+  socket_ = -1;
+  ended_ = true;
+}
+
+Script& Script::AwaitMessage() {
+  steps_.emplace_back([](Conversation& conversation) { conversation.AwaitBytes(kHeaderSize); });
+  return *this;
+}
+
+Script& Script::Send(std::string bytes) {
+  steps_.emplace_back(
+      [bytes = std::move(bytes)](Conversation& conversation) { conversation.Send(bytes); });
+  return *this;
+}
+
+Script& Script::SendInPieces(std::string bytes, std::size_t size, milliseconds delay) {
+  for (std::size_t start = 0; start < bytes.size(); start += size) {
+    Pause(delay).Send(bytes.substr(start, size));
+  }
+  return *this;
+}
+
+Script& Script::Pause(milliseconds duration) {
+  steps_.emplace_back([duration](Conversation& conversation) { conversation.Pause(duration); });
+  return *this;
+}
+
+Script& Script::Close() {
+  steps_.emplace_back([](Conversation& conversation) { conversation.Close(); });
+  return *this;
+}
+
+void Script::Play(Conversation& conversation) const {
+  for (const auto& step : steps_) {
+    step(conversation);
+  }
+}
+
+Script Silent() { return {}; }
+
+Script Answer(std::string reply) { return Script().AwaitMessage().Send(std::move(reply)); }
+
+Script AnswerInPieces(std::string reply, std::size_t size, milliseconds delay) {
+  return Script().AwaitMessage().SendInPieces(std::move(reply), size, delay);
+}
+
+Script AnswerAndClose(std::string reply) { return Answer(std::move(reply)).Close(); }
+
+Script CloseAfterReading() { return Script().AwaitMessage().Close(); }
+
+Script CloseBeforeReading() { return Script().Close(); }
+
+FakeDaemon::FakeDaemon(const std::string& path, Script by_default)
+    : path_(path), socket_(BoundSocket(path, SOCK_STREAM)), by_default_(std::move(by_default)) {
+  if (listen(socket_, kBacklog) != 0 || pipe2(stop_pipe_, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "listen on " + path);
+  }
+  server_ = std::thread(&FakeDaemon::Serve, this);
+}
+
+FakeDaemon::~FakeDaemon() {
+  close(stop_pipe_[1]);
+  server_.join();
+  close(stop_pipe_[0]);
+  close(socket_);
+  unlink(path_.c_str());
+}
+
+FakeDaemon& FakeDaemon::Next(Script script) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  scripts_.push_back(std::move(script));
+  return *this;
+}
+
+std::vector<std::string> FakeDaemon::Received() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  while (!IsIdle()) {
+    changed_.wait_for(lock, milliseconds(1));
+  }
+  return received_;
+}
+
+bool FakeDaemon::IsIdle() {
+  pollfd waiting = {socket_, POLLIN, 0};
+  return !busy_ && poll(&waiting, 1, 0) == 0;
+}
+
+void FakeDaemon::Serve() {
+  pollfd events[] = {{socket_, POLLIN, 0}, {stop_pipe_[0], POLLIN, 0}};
+  while (poll(events, 2, kForEver) >= 0 && events[1].revents == 0) {
+    ServeOne();
+  }
+}
+
+void FakeDaemon::ServeOne() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  Conversation conversation(accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC), stop_pipe_[0]);
+  busy_ = true;
+  Script script = by_default_;
+  if (!scripts_.empty()) {
+    script = std::move(scripts_.front());
+    scripts_.pop_front();
+  }
+  lock.unlock();
+
+  script.Play(conversation);
+  conversation.AwaitEnd();
+  conversation.Close();
+
+  lock.lock();
+  received_.push_back(conversation.received());
+  busy_ = false;
+  changed_.notify_all();
+}
+
+BusyDaemon::BusyDaemon(const std::string& path) : sockets_{BoundSocket(path, SOCK_STREAM)} {
+  if (listen(sockets_.front(), 0) != 0) {
+    throw std::system_error(errno, std::generic_category(), "listen on " + path);
+  }
+  for (int client = 0; client >= 0;) {
+    client = ConnectWithoutWaiting(path);
+    sockets_.push_back(client);
+  }
+  sockets_.pop_back();
+}
+
+BusyDaemon::~BusyDaemon() {
+  for (const int socket : sockets_) {
+    close(socket);
+  }
+}
+
+void LeaveDeadSocket(const std::string& path) { close(BoundSocket(path, SOCK_STREAM)); }
+
+}  // namespace harness

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace harness {
+
+inline constexpr char kControlSocket[] = "/var/run/quonta_cp.sock";
+inline constexpr char kStreamingSocket[] = "/var/run/streaming.sock";
+
+/// One connection of a fake daemon while its script plays. Every byte that arrives is kept.
+class Conversation {
+ public:
+  Conversation(int socket, int stop) : socket_(socket), stop_(stop) {}
+
+  /// Waits until at least `bytes` bytes have arrived in all, or none can arrive any more.
+  void AwaitBytes(std::size_t bytes);
+  /// Waits until the other side has closed.
+  void AwaitEnd();
+  /// Waits so long, or until the other side closes.
+  void Pause(std::chrono::milliseconds duration);
+  /// Sends all of it, as far as the other side is there to take it.
+  void Send(const std::string& bytes);
+  void Close();
+
+  const std::string& received() const { return received_; }
+
+ private:
+  bool ReceiveSome(int timeout_ms);
+
+  int socket_;
+  int stop_;
+  bool ended_ = false;
+  std::string received_;
+};
+
+/// What a daemon does with one connection: steps that are played in order. After the last step the
+/// connection stays open until the other side closes it, unless the script has closed it.
+class Script {
+ public:
+  /// Waits for a message; a bare header is enough. The rest of it is recorded all the same.
+  Script& AwaitMessage();
+  Script& Send(std::string bytes);
+  Script& SendInPieces(std::string bytes, std::size_t size, std::chrono::milliseconds delay);
+  Script& Pause(std::chrono::milliseconds duration);
+  Script& Close();
+
+  void Play(Conversation& conversation) const;
+
+ private:
+  std::vector<std::function<void(Conversation&)>> steps_;
+};
+
+/// The usual scripts.
+Script Silent();  // reads, and never answers: for one-way messages, and for time-outs
+Script Answer(std::string reply);
+Script AnswerInPieces(std::string reply, std::size_t size, std::chrono::milliseconds delay);
+Script AnswerAndClose(std::string reply);
+Script CloseAfterReading();
+Script CloseBeforeReading();
+
+/// A daemon on a Unix stream socket. It serves one connection after the other by its scripts, in
+/// their order, and those beyond the last script by the default one (`Silent` when none is given).
+class FakeDaemon {
+ public:
+  explicit FakeDaemon(const std::string& path = kControlSocket, Script by_default = Silent());
+  /// The control daemon.
+  explicit FakeDaemon(Script by_default) : FakeDaemon(kControlSocket, std::move(by_default)) {}
+  ~FakeDaemon();
+  FakeDaemon(const FakeDaemon&) = delete;
+  FakeDaemon& operator=(const FakeDaemon&) = delete;
+
+  /// Appends the script of the next connection that has none yet.
+  FakeDaemon& Next(Script script);
+
+  /// What each connection received, in the order of the connections. Waits until the daemon has
+  /// finished with all connections made so far.
+  std::vector<std::string> Received();
+
+ private:
+  void Serve();
+  void ServeOne();
+  bool IsIdle();  // with `mutex_` held
+
+  std::string path_;
+  int socket_;
+  int stop_pipe_[2];
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool busy_ = false;
+  std::deque<Script> scripts_;
+  Script by_default_;
+  std::vector<std::string> received_;
+  std::thread server_;
+};
+
+/// A daemon that is too busy to accept: its queue of connections is full for this object's life.
+class BusyDaemon {
+ public:
+  explicit BusyDaemon(const std::string& path = kControlSocket);
+  ~BusyDaemon();
+  BusyDaemon(const BusyDaemon&) = delete;
+  BusyDaemon& operator=(const BusyDaemon&) = delete;
+
+ private:
+  std::vector<int> sockets_;
+};
+
+/// Leaves the socket of a daemon that has died: a file that nobody listens on.
+void LeaveDeadSocket(const std::string& path = kControlSocket);
+
+}  // namespace harness

@@ -1,0 +1,47 @@
+#include "harness/files.h"
+
+#include <sys/mount.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+namespace harness {
+
+void WriteFile(const std::string& path, const std::string& content) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << content << std::flush;
+  if (!file) {
+    throw std::runtime_error("cannot write " + path);
+  }
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) {
+    throw std::runtime_error("cannot read " + path);
+  }
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+bool Exists(const std::string& path) { return std::filesystem::exists(path); }
+
+void WriteSession(const std::string& id) {
+  WriteFile(kSessionFile, "ID\t" + id + "\nlifetime\t1700000030\nsessiontime\t1700000000\n");
+}
+
+ReadOnly::ReadOnly(std::string path) : path_(std::move(path)) {
+  // A bind mount takes its flags only when it is remounted.
+  if (mount(path_.c_str(), path_.c_str(), nullptr, MS_BIND, nullptr) != 0 ||
+      mount(nullptr, path_.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
+    throw std::system_error(errno, std::generic_category(), "mount " + path_);
+  }
+}
+
+ReadOnly::~ReadOnly() { umount2(path_.c_str(), MNT_DETACH); }
+
+}  // namespace harness

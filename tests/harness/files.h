@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+namespace harness {
+
+inline constexpr char kSessionFile[] = "/var/tmp/lighttpd/.session";
+inline constexpr char kLogLevelFile[] = "/var/tmp/lighttpd/cgilog";
+
+/// The session id that `CameraTest` stores and `Body` sends.
+inline constexpr char kSession[] = "5f0c2a9e71d4";
+
+/// Creates or replaces a file. Throws when that fails.
+void WriteFile(const std::string& path, const std::string& content);
+
+/// The whole file. Throws when it cannot be read.
+std::string ReadFile(const std::string& path);
+
+bool Exists(const std::string& path);
+
+/// Writes a session file as the login component does, with the given id.
+void WriteSession(const std::string& id);
+
+/// Makes a file or folder refuse every writer, root included, for this object's lifetime.
+class ReadOnly {
+ public:
+  explicit ReadOnly(std::string path);
+  ~ReadOnly();
+  ReadOnly(const ReadOnly&) = delete;
+  ReadOnly& operator=(const ReadOnly&) = delete;
+
+ private:
+  std::string path_;
+};
+
+}  // namespace harness

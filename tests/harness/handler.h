@@ -1,0 +1,118 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <sys/types.h>
+
+#include <chrono>
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace harness {
+
+/// How the started handler's standard input behaves.
+enum class Input {
+  kWhole,     // the body, then the end
+  kHeldOpen,  // the body, and no end
+  kEndless,   // the body, then more without end
+  kClosed,    // no descriptor at all
+};
+
+/// Where the started handler's standard output leads to.
+enum class Output {
+  kPipe,
+  kClosed,    // no descriptor at all
+  kFull,      // a device without room
+  kNoReader,  // a pipe whose reader has gone
+};
+
+/// How the handler is started: by a web server for a POST with this body, unless changed.
+/// CONTENT_LENGTH is the body's true length until it is set or removed.
+class Request {
+ public:
+  explicit Request(std::string body);
+
+  /// From a command line: these arguments, an empty environment and an empty standard input.
+  static Request CommandLine(std::vector<std::string> arguments);
+
+  Request& Set(const std::string& variable, const std::string& value);
+  Request& Remove(const std::string& variable);
+  Request& Arguments(std::vector<std::string> arguments);
+  Request& StandardInput(Input input);
+  /// The body arrives in pieces of this size, with a pause before each.
+  Request& InPieces(std::size_t size, std::chrono::milliseconds pause);
+  Request& StandardOutput(Output output);
+  /// Address space for the handler (not enforced where an emulator or a sanitizer needs its own).
+  Request& LimitMemory(std::size_t bytes);
+  /// Longest file that the handler may write; writing beyond fails.
+  Request& LimitFileSize(std::size_t bytes);
+  /// After so long the handler is killed and the test fails; emulation gets three times as much.
+  Request& Deadline(std::chrono::seconds deadline);
+
+ private:
+  friend class Process;
+
+  std::string body_;
+  std::map<std::string, std::string> environment_;
+  std::vector<std::string> arguments_;
+  Input input_ = Input::kWhole;
+  Output output_ = Output::kPipe;
+  std::size_t piece_size_;
+  std::chrono::milliseconds piece_pause_{0};
+  std::size_t memory_limit_ = 0;
+  std::size_t file_size_limit_ = 0;
+  bool has_file_size_limit_ = false;
+  std::chrono::seconds deadline_{15};
+};
+
+/// What became of a started handler.
+struct Outcome {
+  int exit_status = -1;  // -1: ended by a signal
+  int signal = 0;
+  std::string output;  // standard output
+  std::string errors;  // standard error
+  pid_t pid = 0;
+  std::chrono::duration<double> elapsed{0};
+  long max_rss_kib = 0;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
+
+/// Starts the handler and waits for its end. The handler is the one that was built with the tests,
+/// or the one that the environment variable CAMERA_BINARY names; a program for another processor
+/// is run by CAMERA_EMULATOR ("qemu-arm-static" by default). A sanitizer's report fails the test.
+Outcome RunHandler(const Request& request);
+
+/// Whether the handler runs in an emulator, and times and sizes are those of the emulator.
+bool IsEmulated();
+
+/// The compact request text: {"Request":{"Command":"..","SessionID":"..","Params":{..}}}. Without
+/// `params` there is no "Params" member; the session id is that of `CameraTest`.
+std::string Body(const std::string& command);
+std::string Body(const std::string& command, const std::string& params);
+std::string BodyWithSession(const std::string& command, const std::string& session);
+std::string BodyWithSession(const std::string& command, const std::string& session,
+                            const std::string& params);
+/// {"Request":{"Command":"..","Params":{..}}}
+std::string BodyWithoutSession(const std::string& command);
+std::string BodyWithoutSession(const std::string& command, const std::string& params);
+
+/// The reply's JSON text with a result word, and with the text inside "Data":{..}.
+std::string ResultJson(const std::string& command, const std::string& result = "Success");
+std::string DataJson(const std::string& command, const std::string& data,
+                     const std::string& result = "Success");
+/// The reply of a request that reached no command: {"Response":{"Result":".."}}.
+std::string ErrorJson(const std::string& result);
+
+/// All that standard output holds for a reply with this JSON text: HTTP header and text.
+std::string Reply(const std::string& json);
+
+/// The handler printed exactly this reply, nothing on standard error, and ended with this status.
+testing::Matcher<const Outcome&> Replied(const std::string& json, int exit_status = 0);
+
+/// The handler printed nothing at all and ended with this status.
+testing::Matcher<const Outcome&> EndedSilently(int exit_status);
+
+}  // namespace harness

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace harness {
+
+/// Gives this process, and every process it starts, its own empty /run (so /var/run), /var/tmp,
+/// /srv and /dev, by a mount namespace. The handler under test has its paths compiled in; in here
+/// they lead to nothing of the machine, and test programs can run side by side. Called once, at the
+/// start of main; throws std::system_error when the system refuses.
+void EnterPrivateWorld();
+
+/// Empties the private world, so that each test of a program starts with a fresh one. Throws
+/// std::logic_error outside a private world: it deletes files.
+void ResetPrivateWorld();
+
+}  // namespace harness

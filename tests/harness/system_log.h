@@ -1,0 +1,66 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <iosfwd>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace harness {
+
+/// A message in the system log. Two lines are equal when priority and text are, to the byte.
+struct LogLine {
+  int priority = 0;  // 3 error, 6 informational, 7 debug
+  std::string text;
+
+  bool operator==(const LogLine& other) const {
+    return priority == other.priority && text == other.text;
+  }
+};
+
+std::ostream& operator<<(std::ostream& stream, const LogLine& line);
+
+using LogLines = std::vector<LogLine>;
+
+LogLine Error(std::string text);  // priority 3: diagnostics of level 1
+LogLine Info(std::string text);   // priority 6: levels 2 to 4
+LogLine Debug(std::string text);  // priority 7: level 5 and above
+
+/// Takes "<PRI>Mon dd hh:mm:ss ident: text" apart. Throws std::runtime_error on any other form.
+LogLine ParseLogLine(const std::string& datagram);
+
+/// The system log daemon of the private world: bound to /dev/log, it keeps what arrives.
+class SystemLog {
+ public:
+  SystemLog();
+  ~SystemLog();
+  SystemLog(const SystemLog&) = delete;
+  SystemLog& operator=(const SystemLog&) = delete;
+
+  /// Everything sent so far. What a process that has ended has sent is complete in it.
+  LogLines Lines();
+
+  /// The same, and forgets it: the next call returns what came after this one.
+  LogLines TakeLines();
+
+ private:
+  void Collect();
+  void ReceiveAll();  // with `mutex_` held
+
+  int socket_;
+  int stop_pipe_[2];
+  std::mutex mutex_;
+  LogLines lines_;
+  std::thread collector_;
+};
+
+/// Exactly these lines, in this order:
+///   EXPECT_THAT(log_.Lines(), Logged(Error("rcv post_data = ..."), Info("...")));
+template <typename... Lines>
+auto Logged(Lines... lines) {
+  return testing::ElementsAreArray(LogLines{lines...});
+}
+
+}  // namespace harness

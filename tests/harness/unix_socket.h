@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace harness {
+
+/// A Unix-domain socket of the given type (SOCK_STREAM, SOCK_DGRAM), bound to a path; what stood
+/// there before is removed. Closed in processes started later. Throws std::system_error.
+int BoundSocket(const std::string& path, int type);
+
+/// Connects a new stream socket without waiting. Returns it, or -1 with errno set.
+int ConnectWithoutWaiting(const std::string& path);
+
+}  // namespace harness
