@@ -4,7 +4,7 @@
 
 bool ReadParameter(const char* params, const char* key, std::int32_t& value) {
   // As long as any text parameter; white space and zeros in front of the digits are legal.
-  char text[5000];
+  char text[kParameterSize];
   if (!ReadParameter(params, key, text)) {
     return false;
   }

@@ -6,6 +6,9 @@
 
 #include "core/json_parser.h"
 
+/// Room for a parameter of any length that a client has reason to send.
+constexpr std::size_t kParameterSize = 5000;
+
 /// Reads a text parameter, cut to what fits into the array.
 /// @return false when the member is missing
 template <std::size_t Size>

@@ -14,6 +14,15 @@ void CopyText(char (&to)[Size], std::string_view from) {
   to[length] = '\0';
 }
 
+/// Appends `from` to the text in the array, cut to what fits.
+template <std::size_t Size>
+void AppendText(char (&to)[Size], std::string_view from) {
+  const std::size_t used = strnlen(to, Size - 1);
+  const std::size_t length = from.size() < Size - used ? from.size() : Size - used - 1;
+  std::memcpy(to + used, from.data(), length);
+  to[used + length] = '\0';
+}
+
 /// Whether `text` begins with `prefix`.
 inline bool StartsWith(const char* text, std::string_view prefix) {
   return std::strncmp(text, prefix.data(), prefix.size()) == 0;

@@ -1,0 +1,45 @@
+#include <cstring>
+
+#include "core/cmd/remote.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/text.h"
+
+int SetCamCtrl::Parse(const char* params) {
+  DLOG(2, "params=%s", params);
+  char word[kParameterSize];
+  if (!ReadParameter(params, "CamCtrl", word)) {
+    return -1;
+  }
+  const std::uint8_t control = std::strcmp(word, "Rec") == 0 ? 0 : 1;
+  DLOG(2, "ctrl=%s(%d)", word, control);
+  SetPayload({control});
+  return 0;
+}
+
+int SetZoomCtrl::Parse(const char* params) {
+  DLOG(2, "##### SetZoomCtrl %s params=%s", "Parse()", params);
+  std::int32_t number = 0;
+  if (!ReadParameter(params, "Position", number)) {
+    return -1;
+  }
+  const auto position = static_cast<std::uint16_t>(number);
+  SetPayload({HighByte(position), LowByte(position)});
+  DLOG(2, "pos=%d position=%d", LowWordSigned(number), position);
+  return 0;
+}
+
+int JpegEncode::Parse(const char* params) {
+  constexpr std::uint8_t kStop = 6;
+  DLOG(2, "##### JpegEncode %s params=%s", "Parse()", params);
+  char operate[kParameterSize];
+  if (!ReadParameter(params, "Operate", operate)) {
+    return -1;
+  }
+  // The code that the command table presets starts the encoder; only this word changes it.
+  if (std::strcmp(operate, "Stop") == 0) {
+    request_header_.command_code = kStop;
+  }
+  DLOG(2, "send param operate=%s", operate);
+  return 0;
+}

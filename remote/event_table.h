@@ -1,0 +1,36 @@
+// The controls and keys that clients name in words, and the codes that the camera knows them by.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// One key of one control.
+struct RemoteEvent {
+  char kind[30];           ///< the control's name
+  std::uint8_t kind_code;  ///< 0 only in the last row, which ends every search
+  char key[30];            ///< the key's name; empty for bars and fields, which have no keys
+  std::uint8_t key_code;   ///< 255 where there is no key
+};
+static_assert(sizeof(RemoteEvent) == 62);
+
+constexpr std::size_t kRemoteEventCount = 134;
+
+/// Room for a name that a client sends. What is longer is cut to 30 characters, which no name in
+/// the table has.
+constexpr std::size_t kSentNameSize = 30 + 1;
+
+/// All keys of all controls. The log names rows by their index.
+extern const RemoteEvent eventTable[kRemoteEventCount];
+
+/// Looks up a control and one of its keys, both compared exactly, and logs the row at level 2.
+/// @param kind_code_out  receives the control's code, 0 when there is no such pair
+/// @param key_code_out   receives the key's code, 255 when there is no such pair
+/// @return 0, or -1 when there is no such pair (the end row's own names count as none)
+int getIndexOfKeyEvent(const char* kind, const char* key, std::uint8_t& kind_code_out,
+                       std::uint8_t& key_code_out);
+
+/// Looks up a control by its name alone and logs the row at level 2. The first row counts, so a
+/// control with two codes yields its first one.
+/// @param kind_code_out  receives the control's code, 0 when there is none of that name
+/// @return 0, or -1 when there is no such control
+int getIndexOfSliderEvent(const char* kind, std::uint8_t& kind_code_out);

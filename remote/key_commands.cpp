@@ -1,0 +1,123 @@
+#include <cstring>
+
+#include "core/cmd/remote.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/text.h"
+#include "remote/event_table.h"
+
+namespace {
+
+/// The key for a start and stop command that starts on one word and stops on all others.
+const char* StartOrStop(const char* word, const char* word_that_starts) {
+  return std::strcmp(word, word_that_starts) == 0 ? "Start" : "Stop";
+}
+
+}  // namespace
+
+int KeyCommand::Press(const char* kind, const char* key) {
+  std::uint8_t kind_code = 0;
+  std::uint8_t key_code = 0;
+  if (getIndexOfKeyEvent(kind, key, kind_code, key_code) != 0) {
+    return -1;
+  }
+  SetPayload({kind_code, key_code});
+  return 0;
+}
+
+int KeyCommand::PressAndLog(const char* kind, const char* key, const char* label) {
+  if (Press(kind, key) != 0) {
+    return -1;
+  }
+  const std::uint8_t* const codes = message_.Payload();
+  DLOG(2, "send param kind=%s(%d) %s=%s(%d)", kind, codes[0], label, key, codes[1]);
+  return 0;
+}
+
+int KeyCommand::PressParameters(const char* params, const char* key_parameter, const char* label) {
+  char kind[kSentNameSize];
+  char key[kSentNameSize];
+  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, key_parameter, key)) {
+    return -1;
+  }
+  return PressAndLog(kind, key, label);
+}
+
+int SetWebKeyEvent::Parse(const char* params) {
+  DLOG(2, "##### SetWebKeyEvent %s params=%s", "Parse()", params);
+  return PressParameters(params, "Key", "key");
+}
+
+int SetWebButtonEvent::Parse(const char* params) {
+  DLOG(2, "##### SetWebButtonEvent %s params=%s", "Parse()", params);
+  return PressParameters(params, "Button", "button");
+}
+
+int SystemRequest::Parse(const char* params) {
+  DLOG(2, "##### SystemRequest %s", "Parse()");
+  char request[kSentNameSize];
+  if (!ReadParameter(params, "Request", request)) {
+    return -1;
+  }
+  return PressAndLog("System", request);
+}
+
+int SetIFBCtrl::Parse(const char* params) {
+  DLOG(2, "##### SetIFBCtrl %s params=%s", "Parse()", params);
+  char streaming[kSentNameSize];
+  if (!ReadParameter(params, "Streaming", streaming)) {
+    return -1;
+  }
+  return Press("IFBStreaming", StartOrStop(streaming, "Start"));
+}
+
+int SetStreamingCtrl::Parse(const char* params) {
+  DLOG(2, "##### SetStreamingCtrl %s params=%s", "Parse()", params);
+  char streaming[kSentNameSize];
+  if (!ReadParameter(params, "Streaming", streaming)) {
+    return -1;
+  }
+  // "On", where the return audio has "Start": clients rely on both.
+  return Press("Streaming", StartOrStop(streaming, "On"));
+}
+
+int SetTallyLampPriority::Parse(const char* params) {
+  char priority[kSentNameSize];
+  if (!ReadParameter(params, "Priority", priority)) {
+    return -1;
+  }
+  DLOG(2, "##### SetTallyLampPriority %s m_priority=%s", "Parse()", priority);
+  return PressAndLog("Tally", priority);
+}
+
+int SetTallyLampCtrl::Parse(const char* params) {
+  DLOG(2, "##### SetTallyLampCtrl %s params=%s", "Parse()", params);
+  char sw[kSentNameSize];
+  if (!ReadParameter(params, "Sw", sw)) {
+    return -1;
+  }
+  return Press("Tally", sw);
+}
+
+int SetTallyControlWithPriority::Parse(const char* params) {
+  DLOG(2, "##### SetTallyControlWithPriority %s params=%s", "Parse()", params);
+  char sw[kSentNameSize];
+  if (!ReadParameter(params, "Sw", sw)) {
+    return -1;
+  }
+  // "On" and "Off" are the lamp's plain keys; the ones that take the control have a suffix.
+  constexpr char kSuffix[] = "Web";
+  char key[kSentNameSize + sizeof kSuffix - 1];
+  CopyText(key, sw);
+  AppendText(key, kSuffix);
+  return PressAndLog("Tally", key);
+}
+
+int SetStudioTally::Parse(const char* params) {
+  DLOG(2, "##### SetStudioTally %s params=%s", "Parse()", params);
+  char indication[kSentNameSize];
+  if (!ReadParameter(params, "Indication", indication)) {
+    return -1;
+  }
+  return PressAndLog("StudioTally", indication);
+}

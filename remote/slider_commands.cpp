@@ -1,0 +1,106 @@
+#include <cstring>
+
+#include "core/cmd/remote.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/text.h"
+#include "remote/event_table.h"
+
+namespace {
+
+/// Two position bytes of a payload as the log has always shown them: the second one as the high
+/// byte, although the slider's position is sent the other way round. Service staff read it so.
+std::int16_t LoggedPosition(std::uint8_t first, std::uint8_t second) {
+  return LowWordSigned(second << 8 | first);
+}
+
+/// Cuts a parameter to the 8 bits of a payload byte.
+std::uint8_t PayloadByte(std::int32_t number) {
+  return LowByte(static_cast<std::uint32_t>(number));
+}
+
+std::uint8_t ZoomDirection(const char* word) {
+  if (std::strcmp(word, "Wide") == 0) {
+    return 1;
+  }
+  // Any word but the two directions stops, the one thing that is safe to do by mistake.
+  return std::strcmp(word, "Tele") == 0 ? 2 : 0;
+}
+
+}  // namespace
+
+int SetWebSliderEvent::Parse(const char* params) {
+  DLOG(2, "##### SetWebSliderEvent %s params=%s", "Parse()", params);
+  char kind[kSentNameSize];
+  std::int32_t number = 0;
+  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Position", number)) {
+    return -1;
+  }
+  const auto position = static_cast<std::uint16_t>(number);
+  std::uint8_t kind_code = 0;
+  if (getIndexOfSliderEvent(kind, kind_code) != 0) {
+    return -1;
+  }
+  DLOG(2, "send param kind=%s(%d) position=%d", kind, kind_code,
+       LoggedPosition(HighByte(position), LowByte(position)));
+  SetPayload({kind_code, HighByte(position), LowByte(position)});
+  return 0;
+}
+
+int SetWebXYFieldEvent::Parse(const char* params) {
+  DLOG(2, "##### SetWebXYFieldEvent %s params=%s", "Parse()", params);
+  char kind[kSentNameSize];
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "XPosition", x) ||
+      !ReadParameter(params, "YPosition", y)) {
+    return -1;
+  }
+  // Deliberate: what a Y above 255 has in its second byte is ORed into X. The pages of the field
+  // stay below; clients that do not rely on the bytes that the camera has always received.
+  const auto spill = HighByte(static_cast<std::uint16_t>(y));
+  const auto x_byte = static_cast<std::uint8_t>(PayloadByte(x) | spill);
+  const std::uint8_t y_byte = PayloadByte(y);
+  std::uint8_t kind_code = 0;
+  if (getIndexOfSliderEvent(kind, kind_code) != 0) {
+    return -1;
+  }
+  DLOG(2, "send param kind=%s(%d) position=%hd(x=%d,y=%d)", kind, kind_code,
+       LoggedPosition(x_byte, y_byte), LowWordSigned(x), LowWordSigned(y));
+  SetPayload({kind_code, x_byte, y_byte});
+  return 0;
+}
+
+int SeesawSwitchOperation::Parse(const char* params) {
+  char kind[kSentNameSize];
+  char direction[kSentNameSize];
+  std::int32_t speed = 0;
+  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Direction", direction) ||
+      !ReadParameter(params, "Speed", speed)) {
+    return -1;
+  }
+  DLOG(2, "##### SeesawSwitchOperation %s Kind=%s dir=%s Spead=%d", "Parse()", kind, direction,
+       speed);
+  std::uint8_t kind_code = 0;
+  std::uint8_t key_code = 0;
+  if (getIndexOfKeyEvent(kind, direction, kind_code, key_code) != 0) {
+    return -1;
+  }
+  DLOG(2, "send param kind=%s(%d) dir=%s(%d) speed=%d", kind, kind_code, direction, key_code,
+       speed);
+  SetPayload({kind_code, key_code, PayloadByte(speed)});
+  return 0;
+}
+
+int ZoomSwitchOperation::Parse(const char* params) {
+  char direction[kSentNameSize];
+  std::int32_t speed = 0;
+  if (!ReadParameter(params, "Direction", direction) || !ReadParameter(params, "Speed", speed)) {
+    return -1;
+  }
+  DLOG(2, "##### ZoomSwitchOperation %s Zoom=%s Spead=%d", "Parse()", direction, speed);
+  const std::uint8_t code = ZoomDirection(direction);
+  DLOG(2, "send param dir=%s(%d) speed=%d", direction, code, speed);
+  SetPayload({code, PayloadByte(speed)});
+  return 0;
+}
