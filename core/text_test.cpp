@@ -14,6 +14,18 @@ TEST(CopyText, CutsToTheArrayAndTerminates) {
   EXPECT_STREQ(text, "");
 }
 
+TEST(AppendText, CutsToTheArrayAndTerminates) {
+  char text[6] = "ab";
+  AppendText(text, "cd");
+  EXPECT_STREQ(text, "abcd");
+  AppendText(text, "");
+  EXPECT_STREQ(text, "abcd");
+  AppendText(text, "efg");
+  EXPECT_STREQ(text, "abcde");
+  AppendText(text, "h");
+  EXPECT_STREQ(text, "abcde");
+}
+
 TEST(StartsWith, ComparesTheWholePrefix) {
   EXPECT_TRUE(StartsWith("server 2", "server"));
   EXPECT_TRUE(StartsWith("server", "server"));
