@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "core/cmd/streaming.h"
 #include "core/cmd/system.h"
 
 namespace {
@@ -28,6 +29,38 @@ constexpr CommandRow kCommandTable[] = {
     {"PageChange", Create<PageChange>, {5, 15, 1, kSeconds, kLevel}, 0},
     {"GetSystemInfo", Create<GetSystemInfo>, {5, 0, kNoPayload, kSeconds, 4}, 0},
     {"SessionRenewal", Create<SessionRenewal>, {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"GetStreamingSettings", Create<GetStreamingSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, 4}, 0},
+    {"SetStreamingSettings", Create<SetStreamingSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingResolution", Create<SetStreamingResolution>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingFramerate", Create<SetStreamingFramerate>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingBitrate", Create<SetStreamingBitrate>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"GetStreamingServerSettings", Create<GetStreamingServerSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingServerSettingsUDP", Create<SetStreamingServerSettingsUDP>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingServerSettingsRTSP", Create<SetStreamingServerSettingsRTSP>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingServerSettingsZIXI", Create<SetStreamingServerSettingsZIXI>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingServerSettingsRTMP", Create<SetStreamingServerSettingsRTMP>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetStreamingServerSettingsRTP", Create<SetStreamingServerSettingsRTP>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"GetCurrentStreamingServerID", Create<GetCurrentStreamingServerID>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"SetCurrentStreamingServerID", Create<SetCurrentStreamingServerID>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
+    {"AvailableStreamingResolutionSettings", Create<AvailableStreamingResolutionSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, 4}, 0},
+    {"AvailableStreamingFramerateSettings", Create<AvailableStreamingFramerateSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, 4}, 0},
+    {"AvailableStreamingBitrateSettings", Create<AvailableStreamingBitrateSettings>,
+     {kNoClass, kNoCode, kNoPayload, kSeconds, 4}, 0},
     {"HeartbeatConfirmation", Create<HeartbeatConfirmation>,
      {kNoClass, kNoCode, kNoPayload, kSeconds, 7}, kNeedsNoSession | kSilentRequest},
 };
