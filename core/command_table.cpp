@@ -3,57 +3,83 @@
 #include <cstring>
 
 #include "core/cmd/remote.h"
+#include "core/cmd/streaming.h"
 #include "core/cmd/system.h"
 
 namespace {
+
+constexpr std::uint8_t kDefaultLevel = 1;
+constexpr std::uint8_t kDefaultTimeout = 5;
+
+/// A command that sends a message of its own class, code and payload length. The log level is that
+/// of its request and reply traces, the time-out is in seconds.
+constexpr CommandPreset Message(std::uint8_t message_class, std::uint8_t code,
+                                std::uint16_t payload_length, std::uint8_t level = kDefaultLevel,
+                                std::uint8_t timeout = kDefaultTimeout) {
+  return {message_class, code, payload_length, timeout, level};
+}
+
+/// A command that sends no message, or messages whose headers it knows itself.
+constexpr CommandPreset NoMessage(std::uint8_t level = kDefaultLevel) {
+  return Message(0, 0, 0, level);
+}
 
 template <typename Class>
 std::unique_ptr<Command> Create() {
   return std::make_unique<Class>();
 }
 
-// Values of commands that set nothing of their own.
-constexpr std::uint8_t kNoClass = 0;
-constexpr std::uint8_t kNoCode = 0;
-constexpr std::uint16_t kNoPayload = 0;
-constexpr std::uint8_t kSeconds = 5;
-constexpr std::uint8_t kLevel = 1;
+template <typename Class>
+constexpr CommandRow Row(const char* name, CommandPreset preset, std::uint8_t traits = 0) {
+  return {name, Create<Class>, preset, traits};
+}
 
-// In matching order. Commands without a message class send no message, or messages that they
-// address themselves.
-// clang-format off
+// In matching order.
 constexpr CommandRow kCommandTable[] = {
-    // name, class, {message class, code, payload length, time-out in seconds, log level}, traits
-    {"MonitorStart", Create<MonitorStart>, {5, 5, kNoPayload, kSeconds, kLevel}, 0},
-    {"MonitorStop", Create<MonitorStop>, {5, 6, kNoPayload, kSeconds, kLevel}, 0},
-    {"SetZoomCtrl", Create<SetZoomCtrl>, {5, 14, 2, kSeconds, kLevel}, 0},
-    {"SetCamCtrl", Create<SetCamCtrl>, {5, 1, 1, kSeconds, kLevel}, 0},
-    {"PageChange", Create<PageChange>, {5, 15, 1, kSeconds, kLevel}, 0},
-    {"SetWebKeyEvent", Create<SetWebKeyEvent>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"SetWebSliderEvent", Create<SetWebSliderEvent>, {5, 18, 2, kSeconds, kLevel}, 0},
-    {"SetWebXYFieldEvent", Create<SetWebXYFieldEvent>, {5, 19, 2, kSeconds, kLevel}, 0},
-    {"SetWebButtonEvent", Create<SetWebButtonEvent>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"GetSystemInfo", Create<GetSystemInfo>, {5, 0, kNoPayload, kSeconds, 4}, 0},
-    {"SetStreamingCtrl", Create<SetStreamingCtrl>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"SessionRenewal", Create<SessionRenewal>, {kNoClass, kNoCode, kNoPayload, kSeconds, kLevel}, 0},
-    {"SetTallyLampPriority", Create<SetTallyLampPriority>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"SetTallyLampCtrl", Create<SetTallyLampCtrl>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"JpegEncode", Create<JpegEncode>, {5, 5, kNoPayload, kSeconds, 7}, 0},
-    {"SetIFBCtrl", Create<SetIFBCtrl>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"ZoomSwitchOperation", Create<ZoomSwitchOperation>, {5, 118, kNoPayload, kSeconds, kLevel}, 0},
-    {"SeesawSwitchOperation", Create<SeesawSwitchOperation>,
-     {5, 119, kNoPayload, kSeconds, kLevel}, 0},
-    {"HeartbeatConfirmation", Create<HeartbeatConfirmation>,
-     {kNoClass, kNoCode, kNoPayload, kSeconds, 7}, kNeedsNoSession | kSilentRequest},
-    {"SetTallyControlWithPriority", Create<SetTallyControlWithPriority>,
-     {5, 17, 2, kSeconds, kLevel}, kNeedsNoSession},
-    {"SystemRequest", Create<SystemRequest>, {5, 17, 2, kSeconds, kLevel}, 0},
-    {"SetStudioTally", Create<SetStudioTally>, {5, 17, 2, kSeconds, kLevel}, 0},
+    Row<MonitorStart>("MonitorStart", Message(5, 5, 0)),
+    Row<MonitorStop>("MonitorStop", Message(5, 6, 0)),
+    Row<SetZoomCtrl>("SetZoomCtrl", Message(5, 14, 2)),
+    Row<SetCamCtrl>("SetCamCtrl", Message(5, 1, 1)),
+    Row<PageChange>("PageChange", Message(5, 15, 1)),
+    Row<SetWebKeyEvent>("SetWebKeyEvent", Message(5, 17, 2)),
+    Row<SetWebSliderEvent>("SetWebSliderEvent", Message(5, 18, 2)),
+    Row<SetWebXYFieldEvent>("SetWebXYFieldEvent", Message(5, 19, 2)),
+    Row<SetWebButtonEvent>("SetWebButtonEvent", Message(5, 17, 2)),
+    Row<GetSystemInfo>("GetSystemInfo", Message(5, 0, 0, 4)),
+    Row<SetStreamingCtrl>("SetStreamingCtrl", Message(5, 17, 2)),
+    Row<SessionRenewal>("SessionRenewal", NoMessage()),
+    Row<GetStreamingSettings>("GetStreamingSettings", NoMessage(4)),
+    Row<SetStreamingSettings>("SetStreamingSettings", NoMessage()),
+    Row<SetStreamingResolution>("SetStreamingResolution", NoMessage()),
+    Row<SetStreamingFramerate>("SetStreamingFramerate", NoMessage()),
+    Row<SetStreamingBitrate>("SetStreamingBitrate", NoMessage()),
+    Row<GetStreamingServerSettings>("GetStreamingServerSettings", NoMessage()),
+    Row<SetStreamingServerSettingsUDP>("SetStreamingServerSettingsUDP", NoMessage()),
+    Row<SetStreamingServerSettingsRTSP>("SetStreamingServerSettingsRTSP", NoMessage()),
+    Row<SetStreamingServerSettingsZIXI>("SetStreamingServerSettingsZIXI", NoMessage()),
+    Row<SetStreamingServerSettingsRTMP>("SetStreamingServerSettingsRTMP", NoMessage()),
+    Row<SetStreamingServerSettingsRTP>("SetStreamingServerSettingsRTP", NoMessage()),
+    Row<GetCurrentStreamingServerID>("GetCurrentStreamingServerID", NoMessage()),
+    Row<SetCurrentStreamingServerID>("SetCurrentStreamingServerID", NoMessage()),
+    Row<AvailableStreamingResolutionSettings>("AvailableStreamingResolutionSettings", NoMessage(4)),
+    Row<AvailableStreamingFramerateSettings>("AvailableStreamingFramerateSettings", NoMessage(4)),
+    Row<AvailableStreamingBitrateSettings>("AvailableStreamingBitrateSettings", NoMessage(4)),
+    Row<SetTallyLampPriority>("SetTallyLampPriority", Message(5, 17, 2)),
+    Row<SetTallyLampCtrl>("SetTallyLampCtrl", Message(5, 17, 2)),
+    Row<JpegEncode>("JpegEncode", Message(5, 5, 0, 7)),
+    Row<SetIFBCtrl>("SetIFBCtrl", Message(5, 17, 2)),
+    Row<ZoomSwitchOperation>("ZoomSwitchOperation", Message(5, 118, 0)),
+    Row<SeesawSwitchOperation>("SeesawSwitchOperation", Message(5, 119, 0)),
+    Row<HeartbeatConfirmation>("HeartbeatConfirmation", NoMessage(7),
+                               kNeedsNoSession | kSilentRequest),
+    Row<SetTallyControlWithPriority>("SetTallyControlWithPriority", Message(5, 17, 2),
+                                     kNeedsNoSession),
+    Row<SystemRequest>("SystemRequest", Message(5, 17, 2)),
+    Row<SetStudioTally>("SetStudioTally", Message(5, 17, 2)),
     // Under this name the studio tally needs no session, so that a switcher can drive it.
-    {"SetStudioTallyWithoutSession", Create<SetStudioTally>, {5, 17, 2, kSeconds, kLevel},
-     kNeedsNoSession | kSilentRequest},
+    Row<SetStudioTally>("SetStudioTallyWithoutSession", Message(5, 17, 2),
+                        kNeedsNoSession | kSilentRequest),
 };
-// clang-format on
 
 }  // namespace
 

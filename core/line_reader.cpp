@@ -4,7 +4,10 @@
 
 bool LinePieces::Refill() {
   next_ = 0;
-  filled_ = file_.IsOpen() ? os::Read(file_, block_, sizeof block_) : 0;
+  filled_ = 0;
+  if (!failed_) {
+    failed_ = !os::Read(file_, block_, sizeof block_, filled_);
+  }
   return filled_ > 0;
 }
 

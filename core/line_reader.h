@@ -10,10 +10,11 @@
 /// does not depend on the size of the pieces.
 class LinePieces {
  public:
-  explicit LinePieces(const char* path) : file_(os::OpenForReading(path)) {}
+  explicit LinePieces(const char* path)
+      : file_(os::OpenForReading(path)), failed_(!file_.IsOpen()) {}
 
-  /// Whether the file could be opened.
-  [[nodiscard]] bool IsOpen() const { return file_.IsOpen(); }
+  /// Whether the file could not be opened, or not be read to its end.
+  [[nodiscard]] bool Failed() const { return failed_; }
 
   /// Fills `piece` with the next line, its line feed included, or with the first `size - 1` bytes
   /// of it: the rest is a piece of its own. A NUL byte in the file ends the text of its piece.
@@ -24,6 +25,7 @@ class LinePieces {
   bool Refill();
 
   os::Descriptor file_;
+  bool failed_;
   std::size_t next_ = 0;
   std::size_t filled_ = 0;
   char block_[1024];
@@ -38,6 +40,9 @@ class LineReader {
 
   /// The next line, or null after the last one; valid until the next call.
   const char* Next() { return pieces_.Next(line_, Size) ? line_ : nullptr; }
+
+  /// Whether there is no such file, or one that cannot be read; known after the last line.
+  [[nodiscard]] bool Failed() const { return pieces_.Failed(); }
 
  private:
   LinePieces pieces_;

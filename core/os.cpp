@@ -41,9 +41,10 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   return true;
 }
 
-std::size_t ReadOnce(int descriptor, void* buffer, std::size_t capacity) {
-  const ssize_t count = Uninterrupted([&] { return read(descriptor, buffer, capacity); });
-  return count > 0 ? static_cast<std::size_t>(count) : 0;
+bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& count) {
+  const ssize_t result = Uninterrupted([&] { return read(descriptor, buffer, capacity); });
+  count = result > 0 ? static_cast<std::size_t>(result) : 0;
+  return result >= 0;
 }
 
 }  // namespace
@@ -73,8 +74,8 @@ Descriptor OpenForReading(const char* path) {
   return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | O_CLOEXEC); }));
 }
 
-std::size_t Read(const Descriptor& file, void* buffer, std::size_t capacity) {
-  return ReadOnce(file.Number(), buffer, capacity);
+bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
+  return ReadOnce(file.Number(), buffer, capacity, count);
 }
 
 bool WriteFile(const char* path, std::string_view contents) {
@@ -90,7 +91,9 @@ std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
   if (Uninterrupted([&] { return poll(&input, 1, timeout_ms); }) <= 0) {
     return 0;
   }
-  return ReadOnce(STDIN_FILENO, buffer, capacity);
+  std::size_t count = 0;
+  ReadOnce(STDIN_FILENO, buffer, capacity, count);
+  return count;
 }
 
 bool WriteOutput(std::string_view bytes) {

@@ -41,9 +41,9 @@ class Descriptor {
 Descriptor OpenForReading(const char* path);
 
 /// Reads at most `capacity` bytes with one read.
-/// @return the number of bytes; 0 at the end of the stream and on failure (a folder, too, can be
-///         opened but not read, and counts as empty)
-std::size_t Read(const Descriptor& file, void* buffer, std::size_t capacity);
+/// @param count  receives the number of bytes; 0 at the end of the file and on failure
+/// @return false on failure; a folder, for one, can be opened but not be read
+bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
 /// permissions).

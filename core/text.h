@@ -36,6 +36,25 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// as they do on the 32-bit board.
 std::int32_t DecimalValue(const char* text);
 
+/// A number's decimal digits, with the sign of a negative one.
+class DecimalText {
+ public:
+  explicit DecimalText(std::int64_t number);
+
+  [[nodiscard]] std::string_view View() const { return {text_ + first_, sizeof text_ - first_}; }
+
+ private:
+  char text_[sizeof "-9223372036854775808" - 1];
+  std::size_t first_ = sizeof text_;
+};
+
+/// Writes a number into the array, in decimal.
+template <std::size_t Size>
+void CopyNumber(char (&to)[Size], std::int32_t number) {
+  static_assert(Size >= sizeof "-2147483648");
+  CopyText(to, DecimalText(number).View());
+}
+
 /// Cuts a number to 16 bits, keeping the sign bit of those (70000 becomes 4464, 40000 -25536).
 constexpr std::int16_t LowWordSigned(std::int32_t number) {
   const auto word = static_cast<std::uint16_t>(number);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/fatal.h"
+#include "core/text.h"
 
 TextBuilder::~TextBuilder() { std::free(text_); }
 
@@ -32,19 +33,4 @@ void TextBuilder::Append(std::string_view text) {
   text_[length_] = '\0';
 }
 
-void TextBuilder::AppendNumber(std::int64_t number) {
-  constexpr std::size_t kLongestNumber = sizeof "-9223372036854775808";
-  char digits[kLongestNumber];
-  char* const end = digits + sizeof digits;
-  char* first = end;
-  std::uint64_t rest =
-      number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
-  do {
-    *--first = static_cast<char>('0' + rest % 10);
-    rest /= 10;
-  } while (rest != 0);
-  if (number < 0) {
-    *--first = '-';
-  }
-  Append(std::string_view(first, static_cast<std::size_t>(end - first)));
-}
+void TextBuilder::AppendNumber(std::int64_t number) { Append(DecimalText(number).View()); }

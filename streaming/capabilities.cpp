@@ -1,0 +1,139 @@
+#include "streaming/capabilities.h"
+
+#include "core/dlog.h"
+#include "core/text.h"
+#include "status/camera_status_block.h"
+#include "streaming/streaming_settings.h"
+
+namespace {
+
+using camera_status::CameraStatusBlock;
+
+constexpr std::uint8_t kModelRv130 = 3;
+constexpr std::uint8_t kModelRv140 = 4;
+
+bool CanStream(std::uint8_t model) { return model == kModelRv130 || model == kModelRv140; }
+
+/// Rows of `resolution_table`.
+enum ResolutionIndex : std::uint8_t {
+  k1920x1080,
+  k1440x1080,
+  k1280x720,
+  k720x480,
+  k720x576,
+  k480x270,
+  k640x360,
+};
+
+bool IsIndex(int index, std::size_t rows) {
+  return index >= 0 && static_cast<std::size_t>(index) < rows;
+}
+
+/// The current recording format. The camera stores 255 while it has none.
+/// @return false when there are no capabilities: not with this format, or not on this model
+bool ReadRecordingFormat(std::int32_t& format) {
+  const CameraStatusBlock block;
+  if (!CanStream(block[camera_status::kModel])) {
+    return false;
+  }
+  _STREAMING_SETTING setting;
+  ReadStreamingSetting(&setting);
+  format = DecimalValue(setting.rfresolution);
+  return IsIndex(format, kRecordingFormats);
+}
+
+/// By resolution.
+constexpr const FramerateTable* kFramerateTables[kResolutionRows] = {
+    &resolution_1920x1080_framerate_table_vb52r, &resolution_zero_framerate_table_vb52r,
+    &resolution_1280x720_framerate_table_vb52r,  &resolution_720x480_framerate_table_vb52r,
+    &resolution_720x576_framerate_table_vb52r,   &resolution_zero_framerate_table_vb52r,
+    &resolution_640x360_framerate_table_vb52r,
+};
+
+/// Frame rates that share their bit rates.
+enum class FramerateFamily : std::uint8_t { kProgressiveHigh, k60i, k50i, kProgressiveLow };
+
+FramerateFamily FamilyOf(int framerate) {
+  switch (framerate) {
+    case 0:
+    case 1:
+      return FramerateFamily::kProgressiveHigh;
+    case 2:
+      return FramerateFamily::k60i;
+    case 3:
+      return FramerateFamily::k50i;
+    default:
+      return FramerateFamily::kProgressiveLow;
+  }
+}
+
+struct BitrateChoice {
+  FramerateFamily family;
+  ResolutionIndex resolution;
+  const BitrateTable* normal;
+  const BitrateTable* ifb;  ///< while return audio is active
+};
+
+constexpr BitrateChoice kBitrateChoices[] = {
+    {FramerateFamily::kProgressiveHigh, k1280x720, &resolution_1280x720_60p50p_table_vb52r,
+     &resolution_1280x720_60p50p_table_vb52r_ifb},
+    {FramerateFamily::kProgressiveHigh, k640x360, &resolution_640x360_60p50p_table_vb52r,
+     &resolution_640x360_60p50p_table_vb52r_ifb},
+    {FramerateFamily::kProgressiveLow, k1280x720, &resolution_1280x720_30p25p_table_vb52r,
+     &resolution_1280x720_30p25p_table_vb52r_ifb},
+    {FramerateFamily::kProgressiveLow, k640x360, &resolution_640x360_30p25p_table_vb52r,
+     &resolution_640x360_30p25p_table_vb52r_ifb},
+    {FramerateFamily::k60i, k1920x1080, &resolution_1920x1080_60i50i_table_vb52r,
+     &resolution_1920x1080_60i50i_table_vb52r_ifb},
+    {FramerateFamily::k60i, k720x480, &resolution_720x480_60i_576_50i_table_vb52r,
+     &resolution_720x480_60i_576_50i_table_vb52r_ifb},
+    {FramerateFamily::k50i, k1920x1080, &resolution_1920x1080_60i50i_table_vb52r,
+     &resolution_1920x1080_60i50i_table_vb52r_ifb},
+    {FramerateFamily::k50i, k720x576, &resolution_720x480_60i_576_50i_table_vb52r,
+     &resolution_720x480_60i_576_50i_table_vb52r_ifb},
+};
+
+const BitrateTable& ChooseBitrateTable(FramerateFamily family, int resolution, bool ifb_active) {
+  for (const BitrateChoice& choice : kBitrateChoices) {
+    if (choice.family == family && choice.resolution == resolution) {
+      return ifb_active ? *choice.ifb : *choice.normal;
+    }
+  }
+  return resolution_zero_table;
+}
+
+}  // namespace
+
+const ResolutionFlags& SelectableResolutions() {
+  static constexpr ResolutionFlags kNone = {};
+  std::int32_t format = 0;
+  return ReadRecordingFormat(format) ? available_resolution_table_vb52r.rows[format] : kNone;
+}
+
+const FramerateFlags* GetSelectableFramerateTable(int resolution) {
+  if (!IsIndex(resolution, kResolutionRows)) {
+    return nullptr;
+  }
+  std::int32_t format = 0;
+  if (!ReadRecordingFormat(format)) {
+    return &resolution_zero_framerate_table_vb52r.rows[0];
+  }
+  return &kFramerateTables[resolution]->rows[format];
+}
+
+const BitrateFlags* GetSelectableBitrateTable(int type, int resolution, int framerate) {
+  if (!IsIndex(type, kStreamingTypeRows) || !IsIndex(resolution, kResolutionRows)) {
+    return nullptr;
+  }
+  const CameraStatusBlock block;
+  const std::uint8_t model = block[camera_status::kModel];
+  if (!CanStream(model)) {
+    return &resolution_zero_table.rows[type];
+  }
+  const FramerateFamily family = FamilyOf(framerate);
+  const bool interlaced = family == FramerateFamily::k60i || family == FramerateFamily::k50i;
+  DLOG(2, "##### GetSelectableBitrateTable model:%d 5p6p:%d 5i6i:%d [resolution:%d type:%d]", model,
+       int{family == FramerateFamily::kProgressiveHigh}, int{interlaced}, resolution, type);
+  const bool ifb_active = block[camera_status::kIfbActive] != 0;
+  return &ChooseBitrateTable(family, resolution, ifb_active).rows[type];
+}

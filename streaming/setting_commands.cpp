@@ -1,0 +1,257 @@
+// The commands of the streaming settings file: the streaming format, what can be chosen for it, and
+// the current server.
+#include <cstdint>
+
+#include "core/cmd/streaming.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/text.h"
+#include "streaming/capabilities.h"
+#include "streaming/streaming_settings.h"
+
+namespace {
+
+/// Names in parameters are cut to 30 characters; known ones are shorter.
+using NameParameter = char[31];
+
+void Trace(int level, const char* command, const char* when, const _STREAMING_SETTING& setting) {
+  // "bofore" is how people who read these logs know the line.
+  DLOG(level, "##### %s %s %s res:%s qua:%s ser:%s", command, "Transmit()", when,
+       setting.resolution, setting.quality, setting.server);
+}
+
+/// Changes the streaming settings file and traces it before and after.
+template <typename Change>
+void UpdateStreamingFile(int level, const char* command, Change change) {
+  kStreamingFile.Update(STREAMING_SETTING_PATH, [&](_STREAMING_SETTING& setting) {
+    Trace(level, command, "bofore", setting);
+    change(setting);
+    Trace(level, command, "after", setting);
+  });
+}
+
+/// The stored quality with another bit rate; 0 without one.
+std::int32_t WithBitrate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> code) {
+  if (!code) {
+    return 0;
+  }
+  const StreamingQuality old(DecimalValue(setting.quality));
+  return StreamingQuality(*code, old.framerate).Value();
+}
+
+/// The stored quality with another frame rate; 0 without one.
+std::int32_t WithFramerate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> index) {
+  if (!index) {
+    return 0;
+  }
+  const StreamingQuality old(DecimalValue(setting.quality));
+  return StreamingQuality(old.bitrate_code, *index).Value();
+}
+
+/// "key":{"name":flag,...}
+template <std::size_t Columns, typename Name>
+void AppendFlags(JsonWriter& data, const char* key, const Name (&names)[Columns],
+                 const Flags<Columns>& flags) {
+  data.BeginObject(key);
+  for (std::size_t i = 0; i < Columns; ++i) {
+    data.Number(names[i], flags.columns[i]);
+  }
+  data.EndObject();
+}
+
+/// What a selector found; zeros, and a trace, when it was asked for something unknown.
+template <std::size_t Columns>
+const Flags<Columns>& FlagsOrZeros(const Flags<Columns>* flags, const char* selector) {
+  static constexpr Flags<Columns> kZeros = {};
+  if (flags == nullptr) {
+    DLOG(2, "##### %s param error", selector);
+    return kZeros;
+  }
+  return *flags;
+}
+
+}  // namespace
+
+void GetStreamingSettings::Transmit() { Succeed(); }
+
+void GetStreamingSettings::Output() {
+  DLOG(2, "##### GetStreamingSettings %s", "Output()");
+  _STREAMING_SETTING setting;
+  ReadStreamingSetting(&setting);
+  const StreamingQuality quality(DecimalValue(setting.quality));
+  JsonWriter& data = Data();
+  data.Text("Resolution", NameAt(resolution_table, DecimalValue(setting.resolution)));
+  data.Text("Framerate", NameAt(framerate_table, quality.framerate));
+  data.Text("Bitrate", NameAt(bitrate_table, IndexOfBitrateCode(quality.bitrate_code)));
+  Command::Output();
+}
+
+int SetStreamingSettings::Parse(const char* params) {
+  NameParameter resolution;
+  NameParameter bitrate;
+  if (!ReadParameter(params, "Resolution", resolution) ||
+      !ReadParameter(params, "Bitrate", bitrate)) {
+    return -1;
+  }
+  DLOG(2, "##### SetStreamingSettings %s m_resolution=%s m_bitrate=%s", "Parse()", resolution,
+       bitrate);
+  resolution_ = IndexOfName(resolution_table, resolution);
+  bitrate_code_ = BitrateCodeAt(IndexOfName(bitrate_table, bitrate));
+  return 0;
+}
+
+void SetStreamingSettings::Transmit() {
+  Succeed();
+  UpdateStreamingFile(2, "SetStreamingSettings", [this](_STREAMING_SETTING& setting) {
+    CopyNumber(setting.resolution, resolution_);
+    CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
+  });
+}
+
+int SetStreamingResolution::Parse(const char* params) {
+  NameParameter resolution;
+  if (!ReadParameter(params, "Resolution", resolution)) {
+    return -1;
+  }
+  // This command and the next two trace their parameter twice.
+  DLOG(4, "##### SetStreamingResolution %s m_resolution=%s", "Parse()", resolution);
+  resolution_ = IndexOfName(resolution_table, resolution);
+  DLOG(4, "##### SetStreamingResolution %s m_resolution=%s", "Parse()", resolution);
+  return 0;
+}
+
+void SetStreamingResolution::Transmit() {
+  Succeed();
+  UpdateStreamingFile(4, "SetStreamingResolution", [this](_STREAMING_SETTING& setting) {
+    CopyNumber(setting.resolution, resolution_);
+  });
+}
+
+int SetStreamingFramerate::Parse(const char* params) {
+  NameParameter framerate;
+  if (!ReadParameter(params, "Framerate", framerate)) {
+    return -1;
+  }
+  DLOG(4, "##### SetStreamingFramerate %s m_framerate=%s", "Parse()", framerate);
+  framerate_ = IndexOfName(framerate_table, framerate);
+  DLOG(2, "##### SetStreamingFramerate %s m_framerate=%s", "Parse()", framerate);
+  return 0;
+}
+
+void SetStreamingFramerate::Transmit() {
+  Succeed();
+  UpdateStreamingFile(2, "SetStreamingFramerate", [this](_STREAMING_SETTING& setting) {
+    CopyNumber(setting.quality, WithFramerate(setting, framerate_));
+  });
+}
+
+int SetStreamingBitrate::Parse(const char* params) {
+  NameParameter bitrate;
+  if (!ReadParameter(params, "Bitrate", bitrate)) {
+    return -1;
+  }
+  DLOG(4, "##### SetStreamingBitrate %s m_bitrate=%s", "Parse()", bitrate);
+  bitrate_code_ = BitrateCodeAt(IndexOfName(bitrate_table, bitrate));
+  DLOG(4, "##### SetStreamingBitrate %s m_bitrate=%s", "Parse()", bitrate);
+  return 0;
+}
+
+void SetStreamingBitrate::Transmit() {
+  Succeed();
+  UpdateStreamingFile(4, "SetStreamingBitrate", [this](_STREAMING_SETTING& setting) {
+    CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
+  });
+}
+
+void AvailableStreamingResolutionSettings::Transmit() { Succeed(); }
+
+void AvailableStreamingResolutionSettings::Output() {
+  static constexpr const char* kColumns[kResolutionRows] = {
+      "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "640x360", "480x270"};
+  AppendFlags(Data(), "AvailableResolution", kColumns, SelectableResolutions());
+  Command::Output();
+}
+
+int AvailableStreamingFramerateSettings::Parse(const char* params) {
+  DLOG(2, "##### AvailableStreamingFramerateSettings %s params=%s", "Parse()", params);
+  NameParameter resolution;
+  if (!ReadParameter(params, "Resolution", resolution)) {
+    return -1;
+  }
+  DLOG(2, "##### AvailableStreamingFramerateSettings %s m_resolution=%s", "Parse()", resolution);
+  resolution_ = IndexOfName(resolution_table, resolution);
+  return resolution_ < std::int32_t{kResolutionRows} ? 0 : -1;
+}
+
+void AvailableStreamingFramerateSettings::Transmit() { Succeed(); }
+
+void AvailableStreamingFramerateSettings::Output() {
+  static constexpr const char* kColumns[kFramerateRows] = {"60p", "60i", "30p",
+                                                           "50p", "50i", "25p"};
+  const FramerateFlags& flags =
+      FlagsOrZeros(GetSelectableFramerateTable(resolution_), "GetSelectableFramerateTable");
+  JsonWriter& data = Data();
+  data.Text("Resolution", NameAt(resolution_table, resolution_));
+  AppendFlags(data, "AvailableFramerate", kColumns, flags);
+  Command::Output();
+}
+
+int AvailableStreamingBitrateSettings::Parse(const char* params) {
+  DLOG(2, "##### AvailableStreamingBitrateSettings %s params=%s", "Parse()", params);
+  NameParameter type;
+  NameParameter resolution;
+  NameParameter framerate;
+  if (!ReadParameter(params, "Type", type) || !ReadParameter(params, "Resolution", resolution) ||
+      !ReadParameter(params, "Framerate", framerate)) {
+    return -1;
+  }
+  DLOG(2,
+       "##### AvailableStreamingBitrateSettings %s m_streaming_type=%s m_resolution=%s "
+       "m_framerate=%s",
+       "Parse()", type, resolution, framerate);
+  type_ = IndexOfName(streaming_type_zixi_separate_table, type);
+  resolution_ = IndexOfName(resolution_table, resolution);
+  framerate_ = IndexOfName(framerate_table, framerate);
+  const bool all_known = type_ < std::int32_t{kStreamingTypeRows} &&
+                         resolution_ < std::int32_t{kResolutionRows} &&
+                         framerate_ < std::int32_t{kFramerateRows};
+  return all_known ? 0 : -1;
+}
+
+void AvailableStreamingBitrateSettings::Transmit() { Succeed(); }
+
+void AvailableStreamingBitrateSettings::Output() {
+  const BitrateFlags& flags = FlagsOrZeros(
+      GetSelectableBitrateTable(type_, resolution_, framerate_), "GetSelectableBitrateTable");
+  JsonWriter& data = Data();
+  data.Text("Type", NameAt(streaming_type_zixi_separate_table, type_));
+  data.Text("Resolution", NameAt(resolution_table, resolution_));
+  AppendFlags(data, "AvailableBitrate", bitrate_table, flags);
+  Command::Output();
+}
+
+void GetCurrentStreamingServerID::Transmit() { Succeed(); }
+
+void GetCurrentStreamingServerID::Output() {
+  _STREAMING_SETTING setting;
+  ReadStreamingSetting(&setting);
+  Data().Bare("ID", setting.server);
+  Command::Output();
+}
+
+int SetCurrentStreamingServerID::Parse(const char* params) {
+  constexpr std::int32_t kServers = 4;
+  if (!ReadParameter(params, "ID", server_)) {
+    return -1;
+  }
+  const bool accepted = server_ < kServers;
+  DLOG(2, "##### SetCurrentStreamingServerID %s m_server=%d %s", "Parse()", server_,
+       accepted ? "OK" : "NG");
+  return accepted ? 0 : 1;
+}
+
+void SetCurrentStreamingServerID::Transmit() {
+  Succeed();
+  UpdateStreamingFile(2, "SetCurrentStreamingServerID",
+                      [this](_STREAMING_SETTING& setting) { CopyNumber(setting.server, server_); });
+}

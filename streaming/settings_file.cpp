@@ -1,0 +1,66 @@
+#include "streaming/settings_file.h"
+
+#include <cstring>
+
+#include "core/line_reader.h"
+#include "core/os.h"
+#include "core/text.h"
+#include "core/text_builder.h"
+
+namespace {
+
+/// The longest line, its line feed and the NUL included. What does not fit is taken for a line of
+/// its own.
+constexpr std::size_t kLineSize = 256;
+
+/// The setting that a line is about, or null. The line only has to begin with the key, so of two
+/// keys that it begins with ("server" and "serverurl") the longer one is meant.
+const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
+  const SettingField* found = nullptr;
+  for (const SettingField& field : table) {
+    if (StartsWith(line, field.key) && (found == nullptr || field.key.size() > found->key.size())) {
+      found = &field;
+    }
+  }
+  return found;
+}
+
+void Store(char* record, const SettingField& field, std::string_view value) {
+  char* const text = record + field.offset;
+  const std::size_t length = value.size() < field.capacity ? value.size() : field.capacity - 1;
+  std::memcpy(text, value.data(), length);
+  text[length] = '\0';
+}
+
+}  // namespace
+
+void ReadSettings(const SettingTable& table, const char* path, char* record) {
+  LineReader<kLineSize> lines(path);
+  while (const char* line = lines.Next()) {
+    const SettingField* const field = FieldOfLine(table, line);
+    const std::string_view value =
+        field != nullptr ? ValueAfterKey(line, field->key) : std::string_view();
+    // A key without a value leaves the setting as an earlier line has set it.
+    if (!value.empty()) {
+      Store(record, *field, value);
+    }
+  }
+  if (lines.Failed()) {
+    for (const SettingField& field : table) {
+      Store(record, field, field.default_value);
+    }
+  }
+}
+
+void WriteSettings(const SettingTable& table, const char* path, const char* record) {
+  TextBuilder file;
+  for (const SettingField& field : table) {
+    file.Append(field.key);
+    file.Append('\t');
+    file.Append(record + field.offset);
+    file.Append('\n');
+  }
+  // The command that changes a setting has no word for a full or write-protected disk; the daemon
+  // then goes on with the old file.
+  os::WriteFile(path, file.View());
+}

@@ -1,0 +1,85 @@
+// Settings files: the small text files under /var/tmp/lighttpd/ in which the web interface keeps
+// its settings. Each holds one line "key", tab, "value" per setting and is described by one table;
+// this is the one reader and the one writer of them all.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <type_traits>
+
+#include "streaming/renewal_notice.h"
+
+/// One setting of a file: its key, the field of the file's record that holds its value, and the
+/// value that it has while there is no file.
+struct SettingField {
+  std::string_view key;
+  std::size_t offset;
+  std::size_t capacity;  ///< of the field, the terminating NUL included
+  std::string_view default_value;
+};
+
+/// The row for the field `name` of `Record`. A field is named as its key in the file.
+#define SETTING_FIELD(Record, name, default_value) \
+  SettingField { #name, offsetof(Record, name), sizeof(Record::name), default_value }
+
+/// A file's settings, in the order of its lines.
+struct SettingTable {
+  const SettingField* fields;
+  std::size_t count;
+
+  [[nodiscard]] const SettingField* begin() const { return fields; }
+  [[nodiscard]] const SettingField* end() const { return fields + count; }
+};
+
+/// A kind of settings file. `Record` is a plain structure of texts in arrays of fixed size, one per
+/// setting; its table is built with `SETTING_FIELD`.
+template <typename Record>
+class SettingsFile {
+  static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record> &&
+                    alignof(Record) == 1,
+                "a record consists of texts only");
+
+ public:
+  template <std::size_t Count>
+  constexpr explicit SettingsFile(const SettingField (&fields)[Count]) : table_{fields, Count} {}
+
+  /// Fills the record from the file. While there is none, or none that can be read, every setting
+  /// has its default value. A setting that an existing file does not mention is empty; of two lines
+  /// with the same key the later one counts. A value ends at its first blank and is cut to the
+  /// field. The file is not created.
+  void Read(const char* path, Record& record) const;
+
+  /// Replaces the file with all settings of the record, empty ones included, in one write. That it
+  /// cannot be written is nobody's concern: the command succeeds all the same.
+  void Write(const char* path, const Record& record) const;
+
+  /// Reads the file, lets `change` change the record, rewrites the file and tells the control
+  /// daemon. Untouched settings keep their values. Requests that change the same file at once race;
+  /// the last writer wins.
+  template <typename Change>
+  void Update(const char* path, Change change) const {
+    Record record;
+    Read(path, record);
+    change(record);
+    Write(path, record);
+    RenewSetting(0);
+  }
+
+ private:
+  SettingTable table_;
+};
+
+/// `SettingsFile` without the record's type: `record` is its first byte.
+void ReadSettings(const SettingTable& table, const char* path, char* record);
+void WriteSettings(const SettingTable& table, const char* path, const char* record);
+
+template <typename Record>
+void SettingsFile<Record>::Read(const char* path, Record& record) const {
+  record = Record();
+  ReadSettings(table_, path, reinterpret_cast<char*>(&record));
+}
+
+template <typename Record>
+void SettingsFile<Record>::Write(const char* path, const Record& record) const {
+  WriteSettings(table_, path, reinterpret_cast<const char*>(&record));
+}
