@@ -1,0 +1,28 @@
+// The control daemon's messages about the camera as a whole: status, recording, zoom position,
+// pages, the monitor picture and the settings files.
+#pragma once
+
+#include "simulator/daemon.h"
+
+namespace simulator {
+
+/// The one-way notice that settings files have changed.
+Reply NoteRenewal(Camera& camera, const Bytes& payload);
+
+/// The status reply: 38 bytes, numbers big-endian.
+Reply ReportStatus(Camera& camera, const Bytes& payload);
+
+/// Byte 0: 0 starts recording, anything else stops it.
+Reply ControlRecording(Camera& camera, const Bytes& payload);
+
+Reply StartMonitor(Camera& camera, const Bytes& payload);
+Reply StopMonitor(Camera& camera, const Bytes& payload);
+
+/// Bytes 0-1: the position, signed, big-endian.
+Reply SetZoomPosition(Camera& camera, const Bytes& payload);
+
+/// Byte 0: the page now shown. The reply tells which pages are allowed: byte 1 planning metadata,
+/// byte 2 edit metadata, byte 3 view remote, byte 4 settings.
+Reply ChangePage(Camera& camera, const Bytes& payload);
+
+}  // namespace simulator

@@ -1,0 +1,39 @@
+#include "simulator/control_daemon.h"
+
+#include "simulator/camera_messages.h"
+#include "simulator/remote_events.h"
+
+namespace simulator {
+
+std::vector<MessageRow> ControlMessages() {
+  return {
+      {1, 1, "settings renewal notice", 1, NoteRenewal},
+      {5, 0, "status request", 0, ReportStatus},
+      {5, 1, "record start/stop", 1, ControlRecording},
+      {5, 5, "monitor start", 0, StartMonitor},
+      {5, 6, "monitor stop", 0, StopMonitor},
+      {5, 14, "zoom position", 2, SetZoomPosition},
+      {5, 15, "page change", 1, ChangePage},
+      {5, 17, "key event", 2, PressKey},
+      {5, 18, "slider event", 3, Accept},
+      {5, 19, "XY field event", 3, Accept},
+      {5, 118, "zoom switch", 2, OperateZoomSwitch},
+      {5, 119, "seesaw switch", 3, OperateSeesawSwitch},
+      {6, 11, "clip list", 6, Accept},
+      {6, 16, "clip mark", 6, Accept},
+      {6, 29, "GPS information", 0, Accept},
+      {6, 107, "FTP prompt answer", 2, Accept},
+      {6, 108, "FTP upload of all clips", 2, Accept},
+      {6, 109, "FTP upload of marked clips", 2, Accept},
+      {6, 110, "FTP 1 upload from slot A", 500, Accept},
+      {6, 111, "FTP 2 upload from slot A", 500, Accept},
+      {6, 112, "FTP 3 upload from slot A", 500, Accept},
+      {6, 113, "FTP 4 upload from slot A", 500, Accept},
+      {6, 114, "FTP 1 upload from slot B", 500, Accept},
+      {6, 115, "FTP 2 upload from slot B", 500, Accept},
+      {6, 116, "FTP 3 upload from slot B", 500, Accept},
+      {6, 117, "FTP 4 upload from slot B", 500, Accept},
+  };
+}
+
+}  // namespace simulator

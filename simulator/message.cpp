@@ -1,0 +1,46 @@
+#include "simulator/message.h"
+
+#include <algorithm>
+
+namespace simulator {
+namespace {
+
+constexpr std::size_t kClassOffset = 1;
+constexpr std::size_t kLengthOffset = 2;
+constexpr std::size_t kCodeOffset = 4;
+constexpr std::size_t kSenderOffset = 8;
+constexpr std::size_t kLongestPayload = 0xffff;
+
+}  // namespace
+
+std::size_t AnnouncedLength(const Bytes& received) {
+  return received[kLengthOffset] | std::size_t{received[kLengthOffset + 1]} << 8;
+}
+
+Message TakeMessage(Bytes& received) {
+  Message message;
+  message.message_class = received[kClassOffset];
+  message.code = received[kCodeOffset];
+  for (std::size_t i = 0; i < sizeof message.sender; ++i) {
+    message.sender |= std::uint32_t{received[kSenderOffset + i]} << (8 * i);
+  }
+  const std::size_t end = std::min(received.size(), kHeaderSize + AnnouncedLength(received));
+  const auto payload = received.begin() + kHeaderSize;
+  const auto rest = received.begin() + static_cast<std::ptrdiff_t>(end);
+  message.payload.assign(payload, rest);
+  received.erase(received.begin(), rest);
+  return message;
+}
+
+Bytes MakeReply(const Message& request, const Bytes& payload) {
+  const std::size_t length = std::min(payload.size(), kLongestPayload);
+  Bytes reply(kHeaderSize + length);
+  reply[kClassOffset] = request.message_class;
+  reply[kLengthOffset] = static_cast<std::uint8_t>(length);
+  reply[kLengthOffset + 1] = static_cast<std::uint8_t>(length >> 8);
+  reply[kCodeOffset] = request.code;
+  std::copy_n(payload.begin(), length, reply.begin() + kHeaderSize);
+  return reply;
+}
+
+}  // namespace simulator

@@ -1,0 +1,35 @@
+// The camera control message: what travels between the handler and the camera's daemons.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace simulator {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// The header, little-endian: byte 1 message class, bytes 2-3 payload length, byte 4 command code,
+/// bytes 8-11 process id of the sender; the other bytes are not read here.
+constexpr std::size_t kHeaderSize = 12;
+
+/// A request as received.
+struct Message {
+  std::uint8_t message_class = 0;
+  std::uint8_t code = 0;
+  std::uint32_t sender = 0;
+  Bytes payload;
+};
+
+/// The payload length that a header announces. `received` holds at least `kHeaderSize` bytes.
+std::size_t AnnouncedLength(const Bytes& received);
+
+/// Takes the first message off `received`: its header and as much of the announced payload as
+/// there is. `received` holds at least `kHeaderSize` bytes.
+Message TakeMessage(Bytes& received);
+
+/// A reply on the wire: a header that repeats the request's class and code and announces the
+/// payload, then the payload, of which at most 65535 bytes are kept.
+Bytes MakeReply(const Message& request, const Bytes& payload);
+
+}  // namespace simulator

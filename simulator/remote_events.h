@@ -1,0 +1,17 @@
+// Keys, buttons and switches of the web remote.
+#pragma once
+
+#include "simulator/daemon.h"
+
+namespace simulator {
+
+/// Byte 0: kind code, byte 1: key code. Keys that the simulated camera has no use for are accepted.
+Reply PressKey(Camera& camera, const Bytes& payload);
+
+/// Byte 0: 1 wide, 2 tele, anything else stops; byte 1: speed.
+Reply OperateZoomSwitch(Camera& camera, const Bytes& payload);
+
+/// Byte 0: kind code, byte 1: direction, byte 2: speed. Only the zoom's seesaw moves something.
+Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload);
+
+}  // namespace simulator

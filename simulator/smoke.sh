@@ -1,0 +1,55 @@
+# shellcheck shell=bash
+# Posts one request of each kind through the web server and compares the replies.
+
+# smoke PORT SESSION: shows each request and reply; status 1 if one differs.
+smoke() {
+  local url="http://127.0.0.1:$1/cgi-bin/camera_remote.cgi" session=$2 failures=0
+
+  expect_reply "a reply with data" \
+    '{"Request":{"Command":"GetSystemInfo","SessionID":"'"$session"'"}}' \
+    '{"Response":{"Requested":"GetSystemInfo","Result":"Success","Data":{"Model":"RV130","Destination":"US","ApiVersion":"1.08.0","Serial":"13250042"}}}'
+  expect_reply "a command that needs no session" \
+    '{"Request":{"Command":"HeartbeatConfirmation"}}' \
+    '{"Response":{"Requested":"HeartbeatConfirmation","Result":"Success","Data":{"VideoOutput":"On","StudioTally":"Off"}}}'
+  expect_reply "a result word from the control daemon" \
+    '{"Request":{"Command":"MonitorStart","SessionID":"'"$session"'"}}' \
+    '{"Response":{"Requested":"MonitorStart","Result":"Success"}}'
+  expect_reply "data from the control daemon" \
+    '{"Request":{"Command":"PageChange","SessionID":"'"$session"'","Params":{"Page":1}}}' \
+    '{"Response":{"Requested":"PageChange","Result":"Success","Data":{"AllowedPage":{"PlanningMetadata":1,"EditMetadata":1,"ViewRemote":1,"CameraControl":1,"Setting":1}}}}'
+  expect_reply "a change" \
+    '{"Request":{"Command":"SetStudioTallyWithoutSession","Params":{"Indication":"Program"}}}' \
+    '{"Response":{"Requested":"SetStudioTallyWithoutSession","Result":"Success"}}'
+  expect_reply "the state after it" \
+    '{"Request":{"Command":"HeartbeatConfirmation"}}' \
+    '{"Response":{"Requested":"HeartbeatConfirmation","Result":"Success","Data":{"VideoOutput":"On","StudioTally":"Program"}}}'
+  expect_reply "no session id" \
+    '{"Request":{"Command":"MonitorStart"}}' \
+    '{"Response":{"Result":"FormatError"}}'
+  expect_reply "a session id of somebody else" \
+    '{"Request":{"Command":"MonitorStart","SessionID":"not-'"$session"'"}}' \
+    '{"Response":{"Result":"SessionError"}}'
+  expect_reply "an unknown command" \
+    '{"Request":{"Command":"GetGpsInfo","SessionID":"'"$session"'"}}' \
+    '{"Response":{"Result":"CommandError"}}'
+  expect_reply "a missing parameter" \
+    '{"Request":{"Command":"PageChange","SessionID":"'"$session"'","Params":{}}}' \
+    '{"Response":{"Result":"RequestedError"}}'
+
+  if ((failures > 0)); then
+    echo "$failures replies differ"
+    return 1
+  fi
+  echo "every reply is as expected"
+}
+
+# expect_reply DESCRIPTION REQUEST REPLY: uses the caller's url and counts in its failures.
+expect_reply() {
+  local reply
+  reply=$(curl --silent --show-error --fail --noproxy '*' --max-time 10 --data "$2" "$url") || true
+  printf '%s\n  > %s\n  < %s\n' "$1" "$2" "$reply"
+  if [[ $reply != "$3" ]]; then
+    printf '  expected: %s\n' "$3"
+    failures=$((failures + 1))
+  fi
+}

@@ -1,0 +1,34 @@
+// A file descriptor that closes itself.
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace simulator {
+
+/// Owns one file descriptor; -1 is none. Moves, does not copy.
+class UniqueFd {
+ public:
+  UniqueFd() = default;
+  explicit UniqueFd(int fd) : fd_(fd) {}
+  UniqueFd(UniqueFd&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+  UniqueFd& operator=(UniqueFd&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+  }
+  UniqueFd(const UniqueFd&) = delete;
+  UniqueFd& operator=(const UniqueFd&) = delete;
+  ~UniqueFd() {
+    if (fd_ >= 0) {
+      close(fd_);
+    }
+  }
+
+  [[nodiscard]] int Get() const { return fd_; }
+
+ private:
+  int fd_ = -1;
+};
+
+}  // namespace simulator

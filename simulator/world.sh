@@ -1,0 +1,145 @@
+#!/bin/bash
+# The private world of the simulated camera: ./run starts this script as the first process of new
+# mount and process namespaces. It lays private folders over those that the handler uses, starts
+# the simulated camera and a web server, and ends when its standard input does. Everything in the
+# namespaces ends with it, and what it mounted is gone.
+#
+#   world.sh serve PORT SESSION [OPTION...]    serves until the standard input ends
+#   world.sh smoke SESSION [OPTION...]         posts a handful of requests on a free port
+#
+# The options are those of the simulated camera.
+set -euo pipefail
+
+# From here on, paths into the repository are relative: they stay good when a folder above it is
+# covered by a private one.
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+source simulator/smoke.sh
+export PATH="$PATH:/usr/sbin:/sbin"
+export CAMERA_WEB_PID_FILE=/run/web_server.pid
+
+main() {
+  local mode=$1
+  shift
+  # Ends when nobody is left at the other end of the standard input.
+  cat <&0 >/dev/null &
+  caller=$!
+  private_folders
+  private_devices
+  case $mode in
+    serve) serve "$@" ;;
+    smoke) run_smoke "$@" ;;
+  esac
+}
+
+private_folders() {
+  mount -t tmpfs tmpfs /run
+  mount -t tmpfs tmpfs /var/tmp
+  mount -t tmpfs tmpfs /srv
+  mkdir -p /var/tmp/lighttpd /srv/www/htdocs /srv/www/cgi-bin
+  cp build/release/camera_remote.cgi /srv/www/cgi-bin
+  if [[ -d web ]]; then
+    # Bound, not copied: a change to the page shows with the next reload.
+    mount --no-canonicalize --bind ./web /srv/www/htdocs
+  fi
+}
+
+# A /dev of its own, so that the handler's log never reaches the machine's system log.
+private_devices() {
+  local device
+  mkdir /run/dev
+  mount -t tmpfs -o mode=755 tmpfs /run/dev
+  for device in null zero full random urandom; do
+    touch "/run/dev/$device"
+    mount --bind "/dev/$device" "/run/dev/$device"
+  done
+  ln -s /proc/self/fd /run/dev/fd
+  ln -s fd/0 /run/dev/stdin
+  ln -s fd/1 /run/dev/stdout
+  ln -s fd/2 /run/dev/stderr
+  mount --move /run/dev /dev
+}
+
+serve() {
+  local port=$1 session=$2
+  shift 2
+  start_camera "$session" "$@"
+  start_web_server "$port" || fail "the web server cannot use port $port"
+  local url="http://127.0.0.1:$port/cgi-bin/camera_remote.cgi"
+  cat <<END
+The simulated camera answers at  $url
+Session id                       $session
+From another terminal:
+
+  curl --data '{"Request":{"Command":"GetSystemInfo","SessionID":"$session"}}' $url
+
+Ctrl-C stops it.
+END
+  watch_over "$camera" "$web_server" "$caller"
+}
+
+run_smoke() {
+  local attempt port session=$1
+  shift
+  start_camera "$session" "$@"
+  for attempt in {1..20}; do
+    # Below the ports that the kernel hands out to clients.
+    port=$((20000 + RANDOM % 12000))
+    if start_web_server "$port" 2>/dev/null; then
+      smoke "$port" "$session" &
+      watch_over "$camera" "$web_server" "$caller" $!
+    fi
+  done
+  fail "no free port for the web server after $attempt attempts"
+}
+
+start_camera() {
+  local session=$1
+  shift
+  build/release/simulated_camera --session "$session" "$@" &
+  camera=$!
+  wait_until test -S /run/quonta_cp.sock || fail "the simulated camera does not start"
+}
+
+# start_web_server PORT: fails if the port cannot be used.
+start_web_server() {
+  rm -f "$CAMERA_WEB_PID_FILE"
+  CAMERA_WEB_PORT=$1 lighttpd -D -f simulator/lighttpd.conf &
+  web_server=$!
+  wait_until web_server_is_decided && [[ -s $CAMERA_WEB_PID_FILE ]]
+}
+
+# The web server writes its process id once it listens.
+web_server_is_decided() {
+  [[ -s $CAMERA_WEB_PID_FILE ]] || ! kill -0 "$web_server" 2>/dev/null
+}
+
+# wait_until COMMAND...: tries it for ten seconds.
+wait_until() {
+  local attempt
+  for attempt in {1..200}; do
+    if "$@"; then
+      return 0
+    fi
+    sleep 0.05
+  done
+  return 1
+}
+
+# watch_over CAMERA WEB_SERVER CALLER [SMOKE]: waits for the first of these processes to end and
+# ends this world.
+watch_over() {
+  local ended status=0
+  wait -n -p ended "$@" || status=$?
+  case $ended in
+    "$1") fail "the simulated camera has ended" ;;
+    "$2") fail "the web server has ended" ;;
+  esac
+  exit "$status"
+}
+
+fail() {
+  echo "run: $1" >&2
+  exit 1
+}
+
+main "$@"
