@@ -6,9 +6,9 @@ namespace harness {
 /// table that the log must name.
 struct RemoteEventRow {
   int row;
-  const char* kind;
+  char kind[20];
   int kind_code;
-  const char* key;
+  char key[20];
   int key_code;
 };
 
