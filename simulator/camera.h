@@ -31,6 +31,8 @@ struct Controls {
   std::uint8_t gain_mode = 0;
   std::uint8_t shutter_mode = 1;
   std::uint8_t white_balance_mode = 0;
+  std::int16_t paint_red = 0;
+  std::int16_t paint_blue = 0;
   std::uint8_t focus_mode = 3;
   std::uint8_t display_hidden = 0;
   std::uint8_t studio_tally = 0;  ///< 1 program, 2 preview

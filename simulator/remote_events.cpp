@@ -18,6 +18,10 @@ enum Kind : std::uint8_t {
   kStreaming = 13,
   kTally = 14,
   kStudioTally = 15,
+  kZoomBar = 17,
+  kPaintRed = 20,
+  kPaintBlue = 21,
+  kPaintField = 22,
   kIfbStreaming = 24,
   kZoomSeesaw = 26,
 };
@@ -89,6 +93,18 @@ Reply PressZoomKey(Camera& camera, std::uint8_t key) {
   return ResultOnly(Result::kSuccess);
 }
 
+/// Keys 6 and 7 are one step of red up and down, 8 and 9 of blue. Other keys are not for the paint.
+void StepPaint(Controls& controls, std::uint8_t key) {
+  constexpr std::uint8_t kRedUp = 6;
+  constexpr std::uint8_t kRedDown = 7;
+  constexpr std::uint8_t kBlueUp = 8;
+  constexpr std::uint8_t kBlueDown = 9;
+  controls.paint_red =
+      static_cast<std::int16_t>(controls.paint_red + (key == kRedUp) - (key == kRedDown));
+  controls.paint_blue =
+      static_cast<std::int16_t>(controls.paint_blue + (key == kBlueUp) - (key == kBlueDown));
+}
+
 void OperateZoom(Camera& camera, std::uint8_t direction, std::uint8_t speed) {
   constexpr std::uint8_t kWide = 1;
   constexpr std::uint8_t kTele = 2;
@@ -112,10 +128,34 @@ Reply PressKey(Camera& camera, const Bytes& payload) {
   if (kind == kZoom) {
     return PressZoomKey(camera, key);
   }
+  if (kind == kWhiteBalance) {
+    StepPaint(camera.controls(), key);
+  }
   for (const SettingKey& row : kSettingKeys) {
     if (row.kind == kind && row.key == key) {
       camera.controls().*row.control = row.value;
     }
+  }
+  return ResultOnly(Result::kSuccess);
+}
+
+Reply MoveSlider(Camera& camera, const Bytes& payload) {
+  const std::uint8_t kind = payload[0];
+  const auto position = static_cast<std::int16_t>(payload[1] << 8 | payload[2]);
+  if (kind == kZoomBar) {
+    camera.ZoomTo(position);
+  } else if (kind == kPaintRed) {
+    camera.controls().paint_red = position;
+  } else if (kind == kPaintBlue) {
+    camera.controls().paint_blue = position;
+  }
+  return ResultOnly(Result::kSuccess);
+}
+
+Reply MoveField(Camera& camera, const Bytes& payload) {
+  if (payload[0] == kPaintField) {
+    camera.controls().paint_red = payload[1];
+    camera.controls().paint_blue = payload[2];
   }
   return ResultOnly(Result::kSuccess);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -34,6 +35,12 @@ std::string_view ModeText(const std::string_view (&texts)[count], std::size_t mo
 void PutText(StatusBlock& block, std::size_t offset, std::size_t width, std::string_view text) {
   const std::string_view kept = text.substr(0, width);
   std::copy(kept.begin(), kept.end(), block.begin() + static_cast<std::ptrdiff_t>(offset));
+}
+
+/// Big-endian.
+void PutI16(StatusBlock& block, std::size_t offset, std::int16_t number) {
+  block[offset] = static_cast<std::uint8_t>(number >> 8);
+  block[offset + 1] = static_cast<std::uint8_t>(number);
 }
 
 void PutIdentity(StatusBlock& block) {
@@ -69,8 +76,10 @@ void PutWhiteBalance(StatusBlock& block, const Controls& controls) {
   constexpr std::uint8_t kPaintScale = 32;
   block[383] = kPaintScale;
   block[385] = kPaintScale;
-  PutText(block, 390, 10, "R: 0");
-  PutText(block, 400, 10, "B: 0");
+  PutI16(block, 386, controls.paint_red);
+  PutI16(block, 388, controls.paint_blue);
+  PutText(block, 390, 10, "R: " + std::to_string(controls.paint_red));
+  PutText(block, 400, 10, "B: " + std::to_string(controls.paint_blue));
 }
 
 void PutUserButtons(StatusBlock& block) {
