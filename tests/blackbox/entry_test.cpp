@@ -1,17 +1,310 @@
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "harness/camera_test.h"
+
+// The way of a request into the program: method, length, body, form.
 
 namespace {
 
 using namespace harness;
+using namespace std::chrono_literals;
+
+constexpr char kNoCommandLine[] = "error: json_parser() key [Command] does not appear\n";
+constexpr char kNoSessionLine[] = "error: json_parser() key [SessionID] does not appear\n";
+
+std::string FormatErrorLine(const std::string& body, int members) {
+  return "format error post data:" + body + " json member num:" + std::to_string(members);
+}
+
+std::string SystemInfoJson() {
+  return "{\"Response\":{\"Requested\":\"GetSystemInfo\",\"Result\":\"Success\",\"Data\":{"
+         "\"Model\":\"RV130/140\",\"Destination\":\"JP\",\"ApiVersion\":\"1.08.0\","
+         "\"Serial\":\"\"}}}";
+}
 
 class EntryTest : public CameraTest {};
 
-TEST_F(EntryTest, AnswersAPost) {
+TEST_F(EntryTest, AnswersAPostWithHeaderAndJson) {
   const Outcome outcome = Post(Body("GetSystemInfo"));
-  EXPECT_THAT(outcome, Replied(DataJson("GetSystemInfo",
-                                        "\"Model\":\"RV130/140\",\"Destination\":\"JP\","
-                                        "\"ApiVersion\":\"1.08.0\",\"Serial\":\"\"")));
+  EXPECT_EQ(outcome.output,
+            "Content-type: application/json\nPragma: no-cache\nCache-Control: no-cache\n"
+            "Expires: Thu, 01 Dec 1994 16:00:00 GMT\nContent-Length:143\n\n" +
+                SystemInfoJson());
+  EXPECT_EQ(outcome.exit_status, 0);
+  EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(EntryTest, PrintsNothingWithoutTheMethodPost) {
+  const FakeDaemon daemon;
+  const std::string body = Body("MonitorStart");
+  EXPECT_THAT(RunHandler(Request(body).Remove("REQUEST_METHOD")), EndedSilently(1));
+  for (const char* const method : {"GET", "PUT", "HEAD", "post", "Post", "POST ", " POST", ""}) {
+    SCOPED_TRACE(method);
+    EXPECT_THAT(RunHandler(Request(body).Set("REQUEST_METHOD", method)), EndedSilently(1));
+  }
   EXPECT_THAT(log_.Lines(), Logged());
+}
+
+TEST_F(EntryTest, RequestsWithoutPostReachNoDaemon) {
+  FakeDaemon daemon;
+  RunHandler(Request(Body("MonitorStart")).Set("REQUEST_METHOD", "GET"));
+  EXPECT_THAT(daemon.Received(), testing::IsEmpty());
+}
+
+TEST_F(EntryTest, IgnoresArgumentsOfAWebServer) {
+  const Outcome outcome =
+      RunHandler(Request(Body("GetSystemInfo")).Arguments({"20", "a", "5", "10"}));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+  EXPECT_THAT(log_.Lines(), Logged());
+}
+
+TEST_F(EntryTest, IgnoresArgumentsWhenTheGatewayVariableIsEmpty) {
+  const Outcome outcome =
+      RunHandler(Request(Body("GetSystemInfo")).Set("GATEWAY_INTERFACE", "").Arguments({"0"}));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+TEST_F(EntryTest, ChecksTheMethodAlsoWithArgumentsOfAWebServer) {
+  const Outcome outcome = RunHandler(Request("").Set("REQUEST_METHOD", "GET").Arguments({"0"}));
+  EXPECT_THAT(outcome, EndedSilently(1));
+  EXPECT_THAT(log_.Lines(), Logged());
+}
+
+TEST_F(EntryTest, NeedsNoGatewayVariableWithoutArguments) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).Remove("GATEWAY_INTERFACE"));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+class ContentLengthTest : public CameraTest {};
+
+TEST_F(ContentLengthTest, WithoutALengthTheBodyIsEmpty) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).Remove("CONTENT_LENGTH"));
+  EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                   Error("format error post data: json member num:0")));
+}
+
+TEST_F(ContentLengthTest, LengthsThatAreNoPositiveNumberCountAsZero) {
+  for (const char* const length : {"", "0", "abc", "-1", "-90", "-99999999999", "x90", "--90"}) {
+    SCOPED_TRACE(length);
+    const Outcome outcome =
+        RunHandler(Request(Body("GetSystemInfo")).Set("CONTENT_LENGTH", length));
+    EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+    EXPECT_THAT(log_.TakeLines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                         Error("format error post data: json member num:0")));
+  }
+}
+
+TEST_F(ContentLengthTest, NumbersMayHaveABlankAndASignBeforeAndTextBehindThem) {
+  const std::string body = Body("GetSystemInfo");
+  const std::string length = std::to_string(body.size());
+  for (const std::string& text : {"+" + length, " \t" + length, length + "abc", "000" + length}) {
+    SCOPED_TRACE(text);
+    EXPECT_THAT(RunHandler(Request(body).Set("CONTENT_LENGTH", text)), Replied(SystemInfoJson()));
+  }
+}
+
+TEST_F(ContentLengthTest, ShorterThanTheBodyCutsIt) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).Set("CONTENT_LENGTH", "38"));
+  EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(),
+              Logged(Error(kNoSessionLine),
+                     Error("format error post data:{\"Request\":{\"Command\":\"GetSystemInfo\","
+                           " json member num:1")));
+}
+
+TEST_F(ContentLengthTest, OneByteShortOfTheBodyLosesOnlyThatByte) {
+  const std::string body = Body("GetSystemInfo");
+  const Outcome outcome =
+      RunHandler(Request(body).Set("CONTENT_LENGTH", std::to_string(body.size() - 1)));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+TEST_F(ContentLengthTest, LongerThanTheBodyEndsWithTheInput) {
+  for (const char* const length : {"200", "5000", "100000"}) {
+    SCOPED_TRACE(length);
+    EXPECT_THAT(RunHandler(Request(Body("GetSystemInfo")).Set("CONTENT_LENGTH", length)),
+                Replied(SystemInfoJson()));
+  }
+}
+
+TEST_F(ContentLengthTest, MemoryGrowsWithWhatArrivesNotWithWhatIsAnnounced) {
+  for (const char* const length : {"2147483647", "2147483648", "4294967296", "99999999999999"}) {
+    SCOPED_TRACE(length);
+    const Outcome outcome = RunHandler(
+        Request(Body("GetSystemInfo")).Set("CONTENT_LENGTH", length).LimitMemory(64 << 20));
+    EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+    EXPECT_LT(outcome.elapsed.count(), 3);
+  }
+}
+
+class BodyTest : public CameraTest {};
+
+TEST_F(BodyTest, ReadsNoFurtherThanTheLengthWhenTheInputStaysOpen) {
+  const Outcome outcome =
+      RunHandler(Request(Body("GetSystemInfo")).StandardInput(Input::kHeldOpen));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+  EXPECT_LT(outcome.elapsed.count(), 3);
+}
+
+TEST_F(BodyTest, ReadsNoFurtherThanTheLengthOfAnEndlessInput) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).StandardInput(Input::kEndless));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+  EXPECT_LT(outcome.elapsed.count(), 3);
+}
+
+TEST_F(BodyTest, ThatIsShorterThanAnnouncedIsNotAwaitedForEver) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo"))
+                                         .Set("CONTENT_LENGTH", "1000")
+                                         .StandardInput(Input::kHeldOpen)
+                                         .Deadline(std::chrono::seconds(20)));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, ArrivesInPieces) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).InPieces(1, 2ms));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, IsEmptyWithoutAnInput) {
+  const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).StandardInput(Input::kClosed));
+  EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                   Error("format error post data: json member num:0")));
+}
+
+TEST_F(BodyTest, LeadingWhiteSpaceIsSkipped) {
+  EXPECT_THAT(Post(" \t\r\n\v\f" + Body("GetSystemInfo")), Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, LeadingWhiteSpaceDoesNotCountForTheLength) {
+  const std::string body = Body("GetSystemInfo");
+  const Outcome outcome =
+      RunHandler(Request("\n\n   " + body).Set("CONTENT_LENGTH", std::to_string(body.size())));
+  EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, OfNothingButWhiteSpaceIsEmpty) {
+  EXPECT_THAT(Post("  \n\t "), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                   Error("format error post data: json member num:0")));
+}
+
+TEST_F(BodyTest, IsCutAtTheFirstWhiteSpace) {
+  for (const char* const space : {" ", "\t", "\n", "\r", "\v", "\f"}) {
+    SCOPED_TRACE(testing::PrintToString(space));
+    const std::string body = std::string("{\"Request\":{\"Command\":") + space +
+                             "\"GetSystemInfo\",\"SessionID\":\"" + kSession + "\"}}";
+    EXPECT_THAT(Post(body), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+    EXPECT_THAT(log_.TakeLines(),
+                Logged(Error("error: json_parser() buffer over 22/22\n"), Error(kNoSessionLine),
+                       Error(FormatErrorLine("{\"Request\":{\"Command\":", 0))));
+  }
+}
+
+TEST_F(BodyTest, IsNotCutByOtherControlAndHighBytes) {
+  WriteSession("a\x01\x7f\x80\xffz");
+  EXPECT_THAT(Post(BodyWithSession("GetSystemInfo", "a\x01\x7f\x80\xffz")),
+              Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, EndsAtWhiteSpaceBehindTheRequest) {
+  EXPECT_THAT(Post(Body("GetSystemInfo") + "\r\n"), Replied(SystemInfoJson()));
+  EXPECT_THAT(RunHandler(Request(Body("GetSystemInfo") + "\n")
+                             .Set("CONTENT_LENGTH", "1000")
+                             .StandardInput(Input::kHeldOpen)),
+              Replied(SystemInfoJson()));
+}
+
+TEST_F(BodyTest, EndsAtANul) {
+  EXPECT_THAT(Post(Body("GetSystemInfo") + Bytes({0, 'x', 'y'})), Replied(SystemInfoJson()));
+  EXPECT_THAT(Post("{\"Request\":{\"Command\":\"GetSystemInfo\"," + Bytes({0}) +
+                   "\"SessionID\":\"" + kSession + "\"}}"),
+              Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(),
+              Logged(Error(kNoSessionLine),
+                     Error(FormatErrorLine("{\"Request\":{\"Command\":\"GetSystemInfo\",", 1))));
+}
+
+TEST_F(BodyTest, MayBeAMegabyteLong) {
+  const std::string params = "\"Filler\":\"" + std::string(1 << 20, 'x') + "\"";
+  EXPECT_THAT(Post(Body("GetSystemInfo", params)), Replied(SystemInfoJson()));
+}
+
+class FormTest : public CameraTest {};
+
+TEST_F(FormTest, TheCommandMayFollowTheSession) {
+  const std::string body = std::string("{\"Request\":{\"SessionID\":\"") + kSession +
+                           "\",\"Command\":\"GetSystemInfo\"}}";
+  EXPECT_THAT(Post(body), Replied(SystemInfoJson()));
+}
+
+TEST_F(FormTest, RequestsWithoutASessionCountOneMember) {
+  const std::string body = BodyWithoutSession("GetSystemInfo");
+  EXPECT_THAT(Post(body), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoSessionLine), Error(FormatErrorLine(body, 1))));
+}
+
+TEST_F(FormTest, RequestsWithoutACommandCountOneMember) {
+  const std::string body = "{\"Request\":{\"SessionID\":\"5f0c2a9e71d4\"}}";
+  EXPECT_THAT(Post(body), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(FormatErrorLine(body, 1))));
+}
+
+TEST_F(FormTest, RequestsWithNeitherCountNone) {
+  EXPECT_THAT(Post("{\"Request\":{}}"), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                   Error(FormatErrorLine("{\"Request\":{}}", 0))));
+}
+
+TEST_F(FormTest, AFormatErrorNeedsNoSessionFile) {
+  ResetPrivateWorld();
+  EXPECT_THAT(Post("x"), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+}
+
+TEST_F(FormTest, TheKeyIsFoundInsideAnotherName) {
+  const std::string body =
+      std::string("{\"Request\":{\"MyCommand\":\"GetSystemInfo\",\"Command\":\"Other\",") +
+      "\"SessionID\":\"" + kSession + "\"}}";
+  EXPECT_THAT(Post(body), Replied(SystemInfoJson()));
+}
+
+class OutputTest : public CameraTest {
+ protected:
+  FakeDaemon daemon_{Answer(ReplyMessage(Bytes({0})))};
+};
+
+// A descriptor that is free must not be taken by a socket and then be written to as the output.
+TEST_F(OutputTest, WithoutADescriptorNothingElseReceivesTheReply) {
+  const std::string body = Body("MonitorStart");
+  const Outcome outcome = RunHandler(Request(body).StandardOutput(Output::kClosed));
+  EXPECT_EQ(outcome.signal, 0);
+  EXPECT_THAT(daemon_.Received(), testing::ElementsAre(Message(5, 0, 5, outcome.pid)));
+  EXPECT_THAT(log_.Lines(), Logged(Error("rcv post_data = " + body),
+                                   Error("send res_str = " + ResultJson("MonitorStart"))));
+}
+
+TEST_F(OutputTest, WithoutRoomOrReaderTheCommandIsStillCarriedOut) {
+  for (const Output output : {Output::kFull, Output::kNoReader}) {
+    const Outcome outcome = RunHandler(Request(Body("MonitorStart")).StandardOutput(output));
+    EXPECT_EQ(outcome.signal, 0);
+    EXPECT_EQ(daemon_.Received().back(), Message(5, 0, 5, outcome.pid));
+  }
+}
+
+TEST_F(OutputTest, RequestsAtTheSameTimeDoNotDisturbEachOther) {
+  std::vector<std::thread> clients;
+  for (int client = 0; client < 8; ++client) {
+    clients.emplace_back(
+        [] { EXPECT_THAT(Post(Body("MonitorStart")), Replied(ResultJson("MonitorStart"))); });
+  }
+  for (std::thread& client : clients) {
+    client.join();
+  }
+  EXPECT_EQ(daemon_.Received().size(), 8U);
 }
 
 }  // namespace

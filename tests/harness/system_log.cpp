@@ -6,10 +6,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <cstdio>
 #include <ostream>
-#include <regex>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -33,13 +31,16 @@ LogLine Info(std::string text) { return {6, std::move(text)}; }
 LogLine Debug(std::string text) { return {7, std::move(text)}; }
 
 LogLine ParseLogLine(const std::string& datagram) {
-  static const std::regex kHead(
-      "^<([0-9]{1,3})>[A-Z][a-z]{2} [ 0-9][0-9] [0-9]{2}:[0-9]{2}:[0-9]{2} [^ ]+: ");
-  std::smatch head;
-  if (!std::regex_search(datagram, head, kHead)) {
-    throw std::runtime_error("not a system log message: " + datagram);
+  int priority = 0;
+  int head_length = 0;
+  // "<PRI>", month, day, time, and the program's name up to its colon; then one blank.
+  std::sscanf(datagram.c_str(), "<%3d>%*3s %*2d %*2d:%*2d:%*2d %*[^: ]:%n", &priority,
+              &head_length);
+  const auto end_of_head = static_cast<std::size_t>(head_length);
+  if (head_length == 0 || datagram.compare(end_of_head, 1, " ") != 0) {
+    return {-1, datagram};
   }
-  return {std::atoi(head[1].str().c_str()) & kPriorityMask, head.suffix().str()};
+  return {priority & kPriorityMask, datagram.substr(end_of_head + 1)};
 }
 
 SystemLog::SystemLog() : socket_(BoundSocket(kLogSocket, SOCK_DGRAM)) {

@@ -28,7 +28,7 @@ LogLine Error(std::string text);  // priority 3: diagnostics of level 1
 LogLine Info(std::string text);   // priority 6: levels 2 to 4
 LogLine Debug(std::string text);  // priority 7: level 5 and above
 
-/// Takes "<PRI>Mon dd hh:mm:ss ident: text" apart. Throws std::runtime_error on any other form.
+/// Takes "<PRI>Mon dd hh:mm:ss ident: text" apart. Any other form has priority -1 and is whole.
 LogLine ParseLogLine(const std::string& datagram);
 
 /// The system log daemon of the private world: bound to /dev/log, it keeps what arrives.

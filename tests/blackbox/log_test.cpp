@@ -1,0 +1,175 @@
+#include <filesystem>
+#include <string>
+
+#include "harness/camera_test.h"
+
+// Which diagnostics reach the system log, with which priority, and what a line may hold.
+
+namespace {
+
+using namespace harness;
+
+// One request for each level that the program uses: level 1 and 2 in a session's renewal, level 4
+// in the system information, level 7 in a heartbeat.
+class LogTest : public CameraTest {
+ protected:
+  /// The highest level that is emitted, found out by requests that log at each level.
+  int HighestLevel() {
+    Post(Body("SessionRenewal", "\"Update\":1"));
+    Post(Body("GetSystemInfo"));
+    Post(BodyWithoutSession("HeartbeatConfirmation"));
+    const LogLines lines = log_.TakeLines();
+    if (lines.size() == 2) {
+      return 1;
+    }
+    EXPECT_GE(lines.size(), 3U);
+    return lines.size() == 3 ? 3 : lines.size() == 5 ? 4 : lines.size() == 6 ? 7 : -1;
+  }
+};
+
+TEST_F(LogTest, WithoutAControlFileLevels1To3AreEmitted) {
+  const std::string renewal = Body("SessionRenewal", "\"Update\":1");
+  Post(renewal);
+  Post(Body("GetSystemInfo"));
+  Post(BodyWithoutSession("HeartbeatConfirmation"));
+  EXPECT_THAT(log_.Lines(),
+              Logged(Error("rcv post_data = " + renewal),
+                     Info("##### SessionRenewal Parse() params={\"Update\":1}}}"),
+                     Error("send res_str = {\"Response\":{\"Requested\":\"SessionRenewal\","
+                           "\"Result\":\"Success\"}}")));
+}
+
+TEST_F(LogTest, EachLevelHasItsPriority) {
+  WriteFile(kLogLevelFile, "cmd=7\n");
+  const std::string renewal = Body("SessionRenewal", "\"Update\":1");
+  const std::string info = Body("GetSystemInfo");
+  Post(renewal);
+  Post(info);
+  Post(BodyWithoutSession("HeartbeatConfirmation"));
+  EXPECT_THAT(
+      log_.Lines(),
+      Logged(Error("rcv post_data = " + renewal),
+             Info("##### SessionRenewal Parse() params={\"Update\":1}}}"),
+             Error("send res_str = {\"Response\":{\"Requested\":\"SessionRenewal\","
+                   "\"Result\":\"Success\"}}"),
+             Info("rcv post_data = " + info),
+             Info("send res_str = {\"Response\":{\"Requested\":\"GetSystemInfo\","
+                  "\"Result\":\"Success\",\"Data\":{\"Model\":\"RV130/140\",\"Destination\":\"JP\","
+                  "\"ApiVersion\":\"1.08.0\",\"Serial\":\"\"}}}"),
+             Debug("send res_str = {\"Response\":{\"Requested\":\"HeartbeatConfirmation\","
+                   "\"Result\":\"Success\",\"Data\":{\"VideoOutput\":\"On\","
+                   "\"StudioTally\":\"Off\"}}}")));
+}
+
+TEST_F(LogTest, TheControlFileSetsTheThreshold) {
+  struct Row {
+    const char* description;
+    const char* content;
+    int highest_level;
+  };
+  constexpr Row kRows[] = {
+      {"level 1: errors and the traces that always show", "cmd=1\n", 1},
+      {"level 2", "cmd=2\n", 3},
+      {"level 3", "cmd=3\n", 3},
+      {"level 4", "cmd=4\n", 4},
+      {"level 6", "cmd=6\n", 4},
+      {"level 7", "cmd=7\n", 7},
+      {"level 100", "cmd=100\n", 7},
+      {"zero leaves the threshold", "cmd=0\n", 3},
+      {"a negative number leaves the threshold", "cmd=-1\n", 3},
+      {"no number leaves the threshold", "cmd=all\n", 3},
+      {"no value leaves the threshold", "cmd=\n", 3},
+      {"no '=' leaves the threshold", "cmd\n", 3},
+      {"no '=' but a number leaves the threshold", "cmd 7\n", 3},
+      {"an empty file leaves the threshold", "", 3},
+      {"no line end", "cmd=7", 7},
+      {"a carriage return", "cmd=7\r\n", 7},
+      {"a blank before the number", "cmd= 7\n", 7},
+      {"a blank before '='", "cmd =7\n", 7},
+      {"a sign", "cmd=+7\n", 7},
+      {"text behind the number", "cmd=1x\n", 1},
+      {"the first '=' counts", "cmd=1=7\n", 1},
+      {"more letters behind cmd", "cmdlevel=7\n", 7},
+      {"cmd not at the line's start", " cmd=7\n", 3},
+      {"another case", "CMD=7\n", 3},
+      {"another key", "level=7\n", 3},
+      {"the last of several lines wins", "cmd=7\ncmd=1\n", 1},
+      {"a zero behind it does not win", "cmd=7\ncmd=0\n", 7},
+      {"a line without '=' behind it does not win", "cmd=7\ncmd\n", 7},
+      {"other lines around it", "# log\n\ncmd=7\nend\n", 7},
+      {"a piece of 15 characters", "cmd=00000000007\n", 7},
+      {"the 16th character begins a piece", "cmd=000000000007\n", 3},
+      {"a piece may begin with cmd", "xxxxxxxxxxxxxxxcmd=7\n", 7},
+      {"'=' in another piece than cmd", "cmdxxxxxxxxxxxx=7\n", 3},
+      {"the number in another piece than cmd", "cmdxxxxxxxxxxx=7\n", 3},
+      {"a number beyond 32 bits saturates", "cmd=4294967297\n", 7},
+      {"a negative number beyond 32 bits saturates", "cmd=-4294967289\n", 3},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.description);
+    WriteFile(kLogLevelFile, row.content);
+    EXPECT_EQ(HighestLevel(), row.highest_level);
+  }
+}
+
+TEST_F(LogTest, AFolderInPlaceOfTheControlFileCountsAsMissing) {
+  std::filesystem::create_directory(kLogLevelFile);
+  EXPECT_EQ(HighestLevel(), 3);
+}
+
+TEST_F(LogTest, ErrorsAreEmittedAtEveryThreshold) {
+  WriteFile(kLogLevelFile, "cmd=1\n");
+  Post(Body("NoSuchCommand"));
+  EXPECT_THAT(log_.Lines(), Logged(Error("command error = NoSuchCommand")));
+}
+
+TEST_F(LogTest, PercentSignsOfLoggedDataShowAsTheyWere) {
+  const std::string command = "%s%n%d%%100%x%";
+  Post(Body(command));
+  EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + command)));
+}
+
+TEST_F(LogTest, PercentSignsOfATraceShowAsTheyWere) {
+  const std::string body = Body("SessionRenewal", "\"Update\":1,\"Rate\":\"50%s%n\"");
+  Post(body);
+  EXPECT_THAT(
+      log_.Lines(),
+      Logged(Error("rcv post_data = " + body),
+             Info("##### SessionRenewal Parse() params={\"Update\":1,\"Rate\":\"50%s%n\"}}}"),
+             Error("send res_str = {\"Response\":{\"Requested\":\"SessionRenewal\","
+                   "\"Result\":\"Success\"}}")));
+}
+
+TEST_F(LogTest, MessagesAreCutAt4999Bytes) {
+  const std::string body = Body("SessionRenewal", "\"Update\":1,\"F\":\"" + std::string(9000, 'f'));
+  Post(body + "\"");
+  const std::string params = "{\"Update\":1,\"F\":\"" + std::string(9000, 'f');
+  EXPECT_THAT(log_.Lines(),
+              Logged(Error(("rcv post_data = " + body).substr(0, 4999)),
+                     Info(("##### SessionRenewal Parse() params=" + params).substr(0, 4999)),
+                     Error("send res_str = {\"Response\":{\"Requested\":\"SessionRenewal\","
+                           "\"Result\":\"Success\"}}")));
+}
+
+TEST_F(LogTest, AMessageOf4999BytesIsWhole) {
+  const std::string name(4999 - 16, 'N');  // behind "command error = "
+  Post(Body(name));
+  EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + name)));
+}
+
+// The cut comes first: what is left of a message full of percent signs is still 4,999 bytes.
+TEST_F(LogTest, PercentSignsAreCutBeforeTheyAreDoubled) {
+  Post(Body(std::string(6000, '%')));
+  EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, '%'))));
+}
+
+class SilentLogTest : public testing::Test {};
+
+TEST_F(SilentLogTest, RequestsWorkWithoutASystemLog) {
+  ResetPrivateWorld();
+  WriteSession(kSession);
+  EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1"))),
+              Replied("{\"Response\":{\"Requested\":\"SessionRenewal\",\"Result\":\"Success\"}}"));
+}
+
+}  // namespace
