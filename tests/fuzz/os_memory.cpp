@@ -78,9 +78,10 @@ Descriptor OpenForReading(const char* path) {
   return file == TheWorld().files.end() ? Descriptor() : Descriptor(fuzz::Add({file->second}));
 }
 
-std::size_t Read(const Descriptor& file, void* buffer, std::size_t capacity) {
+bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
   fuzz::Open& open = Descriptors().at(file.Number());
-  return fuzz::Take(open.contents, open.position, buffer, capacity);
+  count = fuzz::Take(open.contents, open.position, buffer, capacity);
+  return true;
 }
 
 bool WriteFile(const char* path, std::string_view contents) {

@@ -1,0 +1,165 @@
+#include "streaming/settings_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "core/text.h"
+#include "harness/fake_daemon.h"
+#include "harness/files.h"
+#include "harness/messages.h"
+#include "harness/private_world.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kPath[] = "/var/tmp/lighttpd/test_settings";
+
+struct TestRecord {
+  char name[8];
+  char server[30];
+  char server_url[256];
+  char empty_by_default[4];
+};
+
+constexpr SettingField kFields[] = {
+    SETTING_FIELD(TestRecord, name, "camera"),
+    SETTING_FIELD(TestRecord, server, "0"),
+    SETTING_FIELD(TestRecord, server_url, "0.0.0.0"),
+    SETTING_FIELD(TestRecord, empty_by_default, ""),
+};
+constexpr SettingsFile<TestRecord> kTestFile(kFields);
+
+class SettingsFileTest : public testing::Test {
+ protected:
+  SettingsFileTest() { harness::ResetPrivateWorld(); }
+
+  static TestRecord Read() {
+    TestRecord record;
+    std::memset(&record, 'x', sizeof record);
+    kTestFile.Read(kPath, record);
+    return record;
+  }
+
+  static TestRecord Read(const std::string& contents) {
+    harness::WriteFile(kPath, contents);
+    return Read();
+  }
+};
+
+auto Holds(const char* name, const char* server, const std::string& server_url,
+           const char* empty_by_default) {
+  return testing::AllOf(
+      testing::Field("name", &TestRecord::name, testing::StrEq(name)),
+      testing::Field("server", &TestRecord::server, testing::StrEq(server)),
+      testing::Field("server_url", &TestRecord::server_url, testing::StrEq(server_url)),
+      testing::Field("empty_by_default", &TestRecord::empty_by_default,
+                     testing::StrEq(empty_by_default)));
+}
+
+TEST_F(SettingsFileTest, AMissingFileGivesTheDefaultsAndIsNotCreated) {
+  EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
+  EXPECT_FALSE(harness::Exists(kPath));
+}
+
+TEST_F(SettingsFileTest, WhatCannotBeReadCountsAsMissing) {
+  mkdir(kPath, 0755);
+  EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
+}
+
+TEST_F(SettingsFileTest, SettingsThatAFileDoesNotMentionAreEmpty) {
+  EXPECT_THAT(Read("server\t3\n"), Holds("", "3", "", ""));
+  EXPECT_THAT(Read("unknown\t3\n\n \nName\t3\n\tname\t4\n"), Holds("", "", "", ""));
+  EXPECT_THAT(Read(""), Holds("", "", "", ""));
+}
+
+TEST_F(SettingsFileTest, ValuesAreTheFirstRunOfCharactersBehindTheKey) {
+  const struct {
+    const char* what;
+    const char* line;
+    const char* value;
+  } rows[] = {
+      {"tab", "name\tab\n", "ab"},
+      {"blanks", "name  \t ab\n", "ab"},
+      {"no separator", "nameab\n", "ab"},
+      {"blank in the value", "name\tab cd\n", "ab"},
+      {"tab in the value", "name\tab\tcd\n", "ab"},
+      {"carriage return", "name\tab\r\n", "ab"},
+      {"no line feed at the end of the file", "name\tab", "ab"},
+      {"longest value that fits", "name\t1234567\n", "1234567"},
+      {"value that is cut", "name\t12345678\n", "1234567"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    EXPECT_THAT(Read(row.line), Holds(row.value, "", "", ""));
+  }
+}
+
+TEST_F(SettingsFileTest, OfTwoLinesTheLaterOneCounts) {
+  EXPECT_THAT(Read("server\t1\nserver\t2\n"), Holds("", "2", "", ""));
+  EXPECT_THAT(Read("name\tlonger\nname\tab\n"), Holds("ab", "", "", ""));
+}
+
+TEST_F(SettingsFileTest, AKeyWithoutAValueLeavesTheSettingAsItWas) {
+  EXPECT_THAT(Read("server\t1\nserver\t\nserver\nserver \n"), Holds("", "1", "", ""));
+  EXPECT_THAT(Read("server\t\n"), Holds("", "", "", ""));
+}
+
+TEST_F(SettingsFileTest, AKeyThatBeginsWithAnotherKeyIsToldApart) {
+  EXPECT_THAT(Read("server\t2\n"), Holds("", "2", "", ""));
+  EXPECT_THAT(Read("server_url\thost\n"), Holds("", "", "host", ""));
+  EXPECT_THAT(Read("server_url\thost\nserver\t2\n"), Holds("", "2", "host", ""));
+  EXPECT_THAT(Read("server_ur\tx\n"), Holds("", "_ur", "", ""));
+}
+
+TEST_F(SettingsFileTest, LinesAreReadInPiecesOf255Characters) {
+  // 255 characters with the key and its tab: the next piece is a line of its own.
+  const std::string longest(244, 'u');
+  EXPECT_THAT(Read("server_url\t" + longest + "\nserver\t5\n"), Holds("", "5", longest, ""));
+  EXPECT_THAT(Read("server_url\t" + longest + "tail\n"), Holds("", "", longest, ""));
+  EXPECT_THAT(Read("server_url\t" + longest + "server\t7\n"), Holds("", "7", longest, ""));
+  EXPECT_THAT(Read("server_url\t" + longest + "server\t7\nserver\t8\n"),
+              Holds("", "8", longest, ""));
+}
+
+TEST_F(SettingsFileTest, WritesEverySettingInTheOrderOfTheTableEmptyOnesIncluded) {
+  TestRecord record = {};
+  CopyText(record.name, "two words");
+  CopyText(record.server_url, "host");
+  harness::WriteFile(kPath, "something longer that was there before, to be replaced as a whole\n");
+  kTestFile.Write(kPath, record);
+  EXPECT_EQ(harness::ReadFile(kPath),
+            "name\ttwo wor\nserver\t\nserver_url\thost\nempty_by_default\t\n");
+}
+
+TEST_F(SettingsFileTest, AValueWithABlankIsWrittenWholeAndReadUpToTheBlank) {
+  TestRecord record = {};
+  CopyText(record.server_url, "two words");
+  kTestFile.Write(kPath, record);
+  EXPECT_EQ(harness::ReadFile(kPath),
+            "name\t\nserver\t\nserver_url\ttwo words\nempty_by_default\t\n");
+  EXPECT_THAT(Read(), Holds("", "", "two", ""));
+}
+
+TEST_F(SettingsFileTest, AWriteThatFailsIsSkipped) {
+  const TestRecord record = {};
+  kTestFile.Write("/var/tmp/lighttpd/no/such/folder", record);
+  EXPECT_FALSE(harness::Exists("/var/tmp/lighttpd/no"));
+  mkdir(kPath, 0755);
+  kTestFile.Write(kPath, record);
+  EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
+}
+
+TEST_F(SettingsFileTest, AnUpdateKeepsOtherSettingsAndTellsTheDaemon) {
+  harness::FakeDaemon daemon;
+  harness::WriteFile(kPath, "name\tab\nserver\t1\nserver_url\thost\nempty_by_default\tx\n");
+  kTestFile.Update(kPath, [](TestRecord& record) { CopyNumber(record.server, -12); });
+  EXPECT_EQ(harness::ReadFile(kPath),
+            "name\tab\nserver\t-12\nserver_url\thost\nempty_by_default\tx\n");
+  EXPECT_THAT(daemon.Received(), ElementsAre(harness::RenewalNotice()));
+}
+
+}  // namespace
