@@ -32,6 +32,50 @@ class LittleEndian32 {
   std::uint8_t bytes_[4] = {};
 };
 
+/// A number as a word of memory that holds its bytes the most significant first.
+inline std::uint32_t BigEndianWord(std::uint32_t number) {
+  const std::uint8_t bytes[] = {LowByte(number >> 24), LowByte(number >> 16), LowByte(number >> 8),
+                                LowByte(number)};
+  std::uint32_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// The kinds of fields in a layout, each with its offset: a layout is written down once, as a list
+// of named fields, and read with `view[field]`. Numbers of several bytes are big-endian, as all of
+// the camera's own layouts have them.
+
+/// One unsigned byte.
+struct ByteField {
+  std::uint16_t offset;
+};
+/// One signed byte.
+struct SignedByteField {
+  std::uint16_t offset;
+};
+/// An unsigned 16-bit number.
+struct WordField {
+  std::uint16_t offset;
+};
+/// A signed 16-bit number.
+struct SignedWordField {
+  std::uint16_t offset;
+};
+/// An unsigned 32-bit number.
+struct LongField {
+  std::uint16_t offset;
+};
+/// A text of at most `width` bytes, not necessarily terminated.
+struct TextField {
+  std::uint16_t offset;
+  std::uint16_t width;
+};
+/// `size` bytes as they stand.
+struct BytesField {
+  std::uint16_t offset;
+  std::uint16_t size;
+};
+
 /// A view of received bytes. Whatever lies outside of them reads as 0, so a layout can be read
 /// from bytes that came only in part.
 class ByteView {
@@ -62,11 +106,25 @@ class ByteView {
   /// The text in a field of `width` bytes: up to its NUL, its last byte or the last byte there is.
   [[nodiscard]] std::string_view Text(std::size_t offset, std::size_t width) const {
     if (offset >= size_) {
-      return {};
+      return "";
     }
     const std::size_t available = size_ - offset < width ? size_ - offset : width;
     const char* const text = reinterpret_cast<const char*>(bytes_ + offset);
     return {text, strnlen(text, available)};
+  }
+
+  constexpr std::uint8_t operator[](ByteField field) const { return U8(field.offset); }
+  constexpr std::int8_t operator[](SignedByteField field) const { return S8(field.offset); }
+  constexpr std::uint16_t operator[](WordField field) const { return U16BigEndian(field.offset); }
+  constexpr std::int16_t operator[](SignedWordField field) const {
+    return S16BigEndian(field.offset);
+  }
+  constexpr std::uint32_t operator[](LongField field) const { return U32BigEndian(field.offset); }
+  std::string_view operator[](TextField field) const { return Text(field.offset, field.width); }
+  constexpr ByteView operator[](BytesField field) const {
+    const std::size_t start = field.offset < size_ ? field.offset : size_;
+    const std::size_t available = size_ - start;
+    return {bytes_ + start, field.size < available ? field.size : available};
   }
 
  private:

@@ -45,4 +45,33 @@ TEST(LittleEndian, StoresTheLowByteFirst) {
   EXPECT_EQ(std::uint16_t{word}, 0x1234);
 }
 
+TEST(ByteView, ReadsEachKindOfField) {
+  EXPECT_EQ(kView[ByteField{0}], 0x81);
+  EXPECT_EQ(kView[SignedByteField{0}], -127);
+  EXPECT_EQ(kView[WordField{0}], 0x8102);
+  EXPECT_EQ(kView[SignedWordField{0}], -32510);
+  EXPECT_EQ(kView[LongField{0}], 0x81020384U);
+  EXPECT_EQ((kView[TextField{4, 4}]), "ab");
+  EXPECT_EQ((kView[BytesField{2, 3}].Size()), 3U);
+  EXPECT_EQ((kView[BytesField{2, 3}].U8(2)), 'a');
+}
+
+TEST(ByteView, ReadsFieldsOutsideOfTheBytesAsZero) {
+  EXPECT_EQ(kView[ByteField{8}], 0);
+  EXPECT_EQ(kView[SignedByteField{9}], 0);
+  EXPECT_EQ(kView[WordField{8}], 0);
+  EXPECT_EQ(kView[SignedWordField{7}], 0x6300);
+  EXPECT_EQ(kView[LongField{5}], 0x62006300U);
+  EXPECT_EQ((kView[TextField{8, 4}]), "");
+  EXPECT_EQ((kView[BytesField{6, 20}].Size()), 2U);
+  EXPECT_EQ((kView[BytesField{9, 1}].Size()), 0U);
+  EXPECT_EQ((kView[BytesField{9, 1}].U8(0)), 0);
+  EXPECT_EQ((ByteView(nullptr, 0)[BytesField{9, 1}].Size()), 0U);
+}
+
+TEST(BigEndianWord, HoldsTheHighestByteFirst) {
+  const std::uint32_t word = BigEndianWord(0x12345678U);
+  EXPECT_EQ(std::memcmp(&word, "\x12\x34\x56\x78", 4), 0);
+}
+
 }  // namespace

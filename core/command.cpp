@@ -13,6 +13,9 @@ namespace {
 constexpr os::Timeout kDefaultTimeout = {5, 0};
 constexpr int kDefaultLogLevel = 1;
 
+/// Room for everything of a reply but its data: three times the longest name is plenty.
+constexpr std::size_t kEnvelopeSize = 300;
+
 }  // namespace
 
 Command::Command()
@@ -48,6 +51,7 @@ void Command::Output() {
     result_ = 0;
   }
   TextBuilder json;
+  json.Reserve(kEnvelopeSize + (data_ ? data_->View().size() : 0));
   json.Append("{\"Response\":{\"Requested\":\"");
   json.Append(requested_name_);
   json.Append("\",\"Result\":\"");
@@ -62,6 +66,19 @@ void Command::Output() {
   PrintReply(json.View());
   if (log_reply_) {
     DLOG(log_level_, "send res_str = %s", json.Text());
+  }
+}
+
+void Command::MakeTCString(std::uint32_t tc, char (&out)[kTimeCodeSize]) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  constexpr std::uint32_t kDropFrame = 0x80;
+  const std::uint32_t parts[] = {tc >> 24 & 0x3F, tc >> 16 & 0x7F, tc >> 8 & 0x7F, tc & 0x7F};
+  const char behind[] = {':', ':', (tc & kDropFrame) != 0 ? '.' : ':', '\0'};
+  char* next = out;
+  for (std::size_t i = 0; i < std::size(parts); ++i) {
+    *next++ = kDigits[parts[i] >> 4];
+    *next++ = kDigits[parts[i] & 0x0F];
+    *next++ = behind[i];
   }
 }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "core/cmd/remote.h"
+#include "core/cmd/status.h"
 #include "core/cmd/streaming.h"
 #include "core/cmd/system.h"
 
@@ -39,11 +40,25 @@ constexpr CommandRow kCommandTable[] = {
     Row<MonitorStart>("MonitorStart", Message(5, 5, 0)),
     Row<MonitorStop>("MonitorStop", Message(5, 6, 0)),
     Row<SetZoomCtrl>("SetZoomCtrl", Message(5, 14, 2)),
+    Row<GetCamStatus>("GetCamStatus", Message(5, 0, 0, 7), kSilentRequest | kSilentReply),
     Row<SetCamCtrl>("SetCamCtrl", Message(5, 1, 1)),
+    Row<GetClipInfo>("GetClipInfo", Message(6, 11, 0, kDefaultLevel, 20)),
+    Row<SetClipInfo>("SetClipInfo", Message(6, 16, 6)),
     Row<PageChange>("PageChange", Message(5, 15, 1)),
     Row<SetWebKeyEvent>("SetWebKeyEvent", Message(5, 17, 2)),
     Row<SetWebSliderEvent>("SetWebSliderEvent", Message(5, 18, 2)),
     Row<SetWebXYFieldEvent>("SetWebXYFieldEvent", Message(5, 19, 2)),
+    Row<SetWebFtpUploadAll>("SetWebFtpUploadAll", Message(6, 108, 2)),
+    Row<SetWebFtpUploadOkMarked>("SetWebFtpUploadOkMarked", Message(6, 109, 2)),
+    Row<SetWebFtp1UploadASelect>("SetWebFtp1UploadASelect", Message(6, 110, 500)),
+    Row<SetWebFtp2UploadASelect>("SetWebFtp2UploadASelect", Message(6, 111, 500)),
+    Row<SetWebFtp3UploadASelect>("SetWebFtp3UploadASelect", Message(6, 112, 500)),
+    Row<SetWebFtp4UploadASelect>("SetWebFtp4UploadASelect", Message(6, 113, 500)),
+    Row<SetWebFtp1UploadBSelect>("SetWebFtp1UploadBSelect", Message(6, 114, 500)),
+    Row<SetWebFtp2UploadBSelect>("SetWebFtp2UploadBSelect", Message(6, 115, 500)),
+    Row<SetWebFtp3UploadBSelect>("SetWebFtp3UploadBSelect", Message(6, 116, 500)),
+    Row<SetWebFtp4UploadBSelect>("SetWebFtp4UploadBSelect", Message(6, 117, 500)),
+    Row<WebFtpOperateResponse>("WebFtpOperateResponse", Message(6, 107, 2)),
     Row<SetWebButtonEvent>("SetWebButtonEvent", Message(5, 17, 2)),
     Row<GetSystemInfo>("GetSystemInfo", Message(5, 0, 0, 4)),
     Row<SetStreamingCtrl>("SetStreamingCtrl", Message(5, 17, 2)),

@@ -1,5 +1,7 @@
 #include "core/json_writer.h"
 
+#include <cstring>
+
 void JsonWriter::Text(std::string_view key, std::string_view text) {
   Key(key);
   text_.Append('"');
@@ -22,6 +24,12 @@ void JsonWriter::QuotedNumber(std::string_view key, std::int64_t number) {
 void JsonWriter::Bare(std::string_view key, std::string_view value) {
   Key(key);
   text_.Append(value);
+}
+
+TextBuilder& JsonWriter::BeginText(std::string_view key) {
+  Key(key);
+  text_.Append('"');
+  return text_;
 }
 
 void JsonWriter::BeginObject(std::string_view key) {
@@ -47,10 +55,12 @@ void JsonWriter::Separate() {
 }
 
 void JsonWriter::Key(std::string_view key) {
+  constexpr std::string_view kBehind = "\":";
   Separate();
-  text_.Append('"');
-  text_.Append(key);
-  text_.Append("\":");
+  char* const place = text_.Extend(1 + key.size() + kBehind.size());
+  place[0] = '"';
+  std::memcpy(place + 1, key.data(), key.size());
+  std::memcpy(place + 1 + key.size(), kBehind.data(), kBehind.size());
 }
 
 void JsonWriter::Begin(char bracket) {

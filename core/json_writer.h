@@ -1,6 +1,7 @@
 // Writes the members of a JSON object, as the "Data" of the replies needs them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -18,6 +19,9 @@ class JsonWriter {
   void QuotedNumber(std::string_view key, std::int64_t number);
   /// "key":value with a value that is stored as text and printed bare.
   void Bare(std::string_view key, std::string_view value);
+  /// "key":"..." with a text that the caller appends piece by piece, up to the matching `EndText`.
+  TextBuilder& BeginText(std::string_view key);
+  void EndText() { text_.Append('"'); }
 
   /// "key":{ up to the matching `EndObject`.
   void BeginObject(std::string_view key);
@@ -27,6 +31,9 @@ class JsonWriter {
   /// "key":[ up to the matching `EndArray`.
   void BeginArray(std::string_view key);
   void EndArray() { End(']'); }
+
+  /// Makes room for `length` more bytes at once.
+  void Reserve(std::size_t length) { text_.Reserve(length); }
 
   [[nodiscard]] std::string_view View() const { return text_.View(); }
 

@@ -36,4 +36,17 @@ TEST(JsonWriter, LeavesAnEmptyArrayEmpty) {
   EXPECT_EQ(json.View(), R"("A":[])");
 }
 
+TEST(JsonWriter, TakesATextInPieces) {
+  JsonWriter json;
+  TextBuilder& text = json.BeginText("A");
+  text.AppendNumber(1);
+  text.Append(':');
+  text.Append("x");
+  json.EndText();
+  json.BeginText("B");
+  json.EndText();
+  json.Number("C", 2);
+  EXPECT_EQ(json.View(), R"("A":"1:x","B":"","C":2)");
+}
+
 }  // namespace

@@ -59,7 +59,7 @@ void HeartbeatConfirmation::Output() {
   JsonWriter& data = Data();
   // The camera has no way to switch its video output off.
   data.Text("VideoOutput", "On");
-  data.Text("StudioTally", kStudioTallyWords[block[camera_status::kStudioTally]]);
+  data.Text("StudioTally", GetStrStudioTally(block[camera_status::kStudioTally]));
   Command::Output();
 }
 

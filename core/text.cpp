@@ -2,21 +2,34 @@
 
 #include <cstdlib>
 
-DecimalText::DecimalText(std::int64_t number) {
+DecimalText::DecimalText(std::int64_t number, std::size_t width) {
   std::uint64_t rest =
       number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
-  do {
+  // Numbers are nearly always short, and the board divides 64 bits by a subroutine.
+  for (; rest > UINT32_MAX; rest /= 10) {
     text_[--first_] = static_cast<char>('0' + rest % 10);
-    rest /= 10;
-  } while (rest != 0);
+  }
+  auto low = static_cast<std::uint32_t>(rest);
+  do {
+    text_[--first_] = static_cast<char>('0' + low % 10);
+    low /= 10;
+  } while (low != 0);
+  const std::size_t sign = number < 0 ? 1 : 0;
+  while (sizeof text_ - first_ + sign < width && first_ > sign) {
+    text_[--first_] = '0';
+  }
   if (number < 0) {
     text_[--first_] = '-';
   }
 }
 
-std::int32_t DecimalValue(const char* text) {
+std::int64_t LongDecimalValue(const char* text) {
   constexpr int kBase = 10;
-  const long long value = std::strtoll(text, nullptr, kBase);
+  return std::strtoll(text, nullptr, kBase);
+}
+
+std::int32_t DecimalValue(const char* text) {
+  const std::int64_t value = LongDecimalValue(text);
   if (value < INT32_MIN) {
     return INT32_MIN;
   }

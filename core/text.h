@@ -36,10 +36,14 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// as they do on the 32-bit board.
 std::int32_t DecimalValue(const char* text);
 
-/// A number's decimal digits, with the sign of a negative one.
+/// As `DecimalValue`, for numbers of up to 64 bits on every build.
+std::int64_t LongDecimalValue(const char* text);
+
+/// A number's decimal digits, with the sign of a negative one; filled up with zeros in front to
+/// `width` characters (at most 20), the sign included.
 class DecimalText {
  public:
-  explicit DecimalText(std::int64_t number);
+  explicit DecimalText(std::int64_t number, std::size_t width = 0);
 
   [[nodiscard]] std::string_view View() const { return {text_ + first_, sizeof text_ - first_}; }
 

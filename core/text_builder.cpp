@@ -1,19 +1,15 @@
 #include "core/text_builder.h"
 
 #include <cstdlib>
-#include <cstring>
 
 #include "core/fatal.h"
 #include "core/text.h"
 
 TextBuilder::~TextBuilder() { std::free(text_); }
 
-void TextBuilder::Reserve(std::size_t length) {
+void TextBuilder::Grow(std::size_t length) {
   constexpr std::size_t kFirstCapacity = 512;
   const std::size_t needed = length_ + length + 1;
-  if (needed <= capacity_) {
-    return;
-  }
   std::size_t capacity = capacity_ * 2 > kFirstCapacity ? capacity_ * 2 : kFirstCapacity;
   if (capacity < needed) {
     capacity = needed;
@@ -26,11 +22,12 @@ void TextBuilder::Reserve(std::size_t length) {
   capacity_ = capacity;
 }
 
-void TextBuilder::Append(std::string_view text) {
-  Reserve(text.size());
-  std::memcpy(text_ + length_, text.data(), text.size());
-  length_ += text.size();
-  text_[length_] = '\0';
+void TextBuilder::AppendNumber(std::int64_t number, std::size_t width) {
+  Append(DecimalText(number, width).View());
 }
 
-void TextBuilder::AppendNumber(std::int64_t number) { Append(DecimalText(number).View()); }
+void TextBuilder::AppendHexByte(std::uint8_t byte) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  Append(kDigits[byte >> 4]);
+  Append(kDigits[byte & 0x0F]);
+}

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 /// Builds a text of any length on the heap. Memory grows with the text; when there is none left
@@ -14,12 +15,29 @@ class TextBuilder {
   TextBuilder& operator=(const TextBuilder&) = delete;
   ~TextBuilder();
 
-  void Append(std::string_view text);
-  void Append(char c) { Append(std::string_view(&c, 1)); }
-  void AppendNumber(std::int64_t number);
+  void Append(std::string_view text) { std::memcpy(Extend(text.size()), text.data(), text.size()); }
+  void Append(char c) { *Extend(1) = c; }
+  /// In decimal, filled up with zeros in front to `width` characters (at most 20), the sign
+  /// included.
+  void AppendNumber(std::int64_t number, std::size_t width = 0);
+  /// In two upper-case hexadecimal digits.
+  void AppendHexByte(std::uint8_t byte);
 
   /// Makes room for `length` more bytes at once.
-  void Reserve(std::size_t length);
+  void Reserve(std::size_t length) {
+    if (capacity_ - length_ <= length) {
+      Grow(length);
+    }
+  }
+
+  /// Lengthens the text by `length` bytes, which the caller fills.
+  char* Extend(std::size_t length) {
+    Reserve(length);
+    char* const place = text_ + length_;
+    length_ += length;
+    text_[length_] = '\0';
+    return place;
+  }
 
   /// The text so far, always terminated; valid until the text grows.
   [[nodiscard]] const char* Text() const { return text_ != nullptr ? text_ : ""; }
@@ -27,6 +45,8 @@ class TextBuilder {
   [[nodiscard]] std::string_view View() const { return {Text(), length_}; }
 
  private:
+  void Grow(std::size_t length);
+
   char* text_ = nullptr;
   std::size_t length_ = 0;
   std::size_t capacity_ = 0;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 
 namespace {
@@ -51,6 +52,34 @@ TEST(TextBuilder, PrintsEveryNumber) {
     builder.AppendNumber(row.number);
     EXPECT_STREQ(builder.Text(), row.text);
   }
+}
+
+TEST(TextBuilder, PrintsNumbersInAGivenWidth) {
+  TextBuilder builder;
+  builder.AppendNumber(5, 2);
+  builder.AppendNumber(-5, 3);
+  EXPECT_STREQ(builder.Text(), "05-05");
+}
+
+TEST(TextBuilder, PrintsBytesInHexadecimal) {
+  TextBuilder builder;
+  for (const std::uint8_t byte :
+       std::initializer_list<std::uint8_t>{0x00, 0x09, 0x0A, 0x9F, 0xFF}) {
+    builder.AppendHexByte(byte);
+  }
+  EXPECT_STREQ(builder.Text(), "00090A9FFF");
+}
+
+TEST(TextBuilder, KeepsItsPlaceWhenRoomWasReserved) {
+  TextBuilder builder;
+  builder.Reserve(10000);
+  builder.Append("a");
+  const char* const place = builder.Text();
+  for (int i = 1; i < 10000; ++i) {
+    builder.Append('b');
+  }
+  EXPECT_EQ(builder.Text(), place);
+  EXPECT_EQ(builder.Length(), 10000U);
 }
 
 }  // namespace

@@ -75,4 +75,53 @@ TEST(LowWordSigned, KeepsTheLow16BitsWithTheirSign) {
   EXPECT_EQ(LowWordSigned(-32769), 32767);
 }
 
+TEST(LongDecimalValue, Reads64Bits) {
+  const struct {
+    const char* text;
+    std::int64_t value;
+  } cases[] = {
+      {"0", 0},
+      {" +17x", 17},
+      {"", 0},
+      {"-1", -1},
+      {"4294967295", 4294967295},
+      {"9223372036854775807", INT64_MAX},
+      {"9223372036854775808", INT64_MAX},
+      {"-9223372036854775808", INT64_MIN},
+      {"-9223372036854775809", INT64_MIN},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(LongDecimalValue(row.text), row.value) << "[" << row.text << "]";
+  }
+}
+
+TEST(DecimalText, FillsUpWithZerosToItsWidth) {
+  const struct {
+    std::int64_t number;
+    std::size_t width;
+    const char* text;
+  } cases[] = {
+      {0, 0, "0"},
+      {0, 1, "0"},
+      {0, 2, "00"},
+      {7, 4, "0007"},
+      {2023, 4, "2023"},
+      {65535, 4, "65535"},
+      {-5, 2, "-5"},
+      {-5, 4, "-005"},
+      {-128, 2, "-128"},
+      {1, 20, "00000000000000000001"},
+      {-1, 20, "-0000000000000000001"},
+      {1, 21, "00000000000000000001"},
+      {4294967295, 0, "4294967295"},
+      {4294967296, 0, "4294967296"},
+      {42949672950, 0, "42949672950"},
+      {INT64_MAX, 0, "9223372036854775807"},
+      {INT64_MIN, 20, "-9223372036854775808"},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(DecimalText(row.number, row.width).View(), row.text) << "width " << row.width;
+  }
+}
+
 }  // namespace

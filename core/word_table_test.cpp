@@ -12,4 +12,11 @@ TEST(WordTable, HasAWordForEveryCode) {
   EXPECT_STREQ(kTable[255], "other");
 }
 
+TEST(WordTable, HasTheOtherWordForCodesThatAreNoByte) {
+  constexpr WordTable<2> kTable = {{"zero", "one"}, "other"};
+  EXPECT_STREQ(kTable[-1], "other");
+  EXPECT_STREQ(kTable[256], "other");
+  EXPECT_STREQ(kTable[-2147483647 - 1], "other");
+}
+
 }  // namespace

@@ -3,42 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "core/bytes.h"
 
 namespace camera_status {
 
 constexpr std::size_t kBlockSize = 1024;
-
-// Kinds of fields, each by its offset in the block.
-
-/// One unsigned byte.
-struct ByteField {
-  std::uint16_t offset;
-};
-/// A text of at most `width` bytes, not necessarily terminated.
-struct TextField {
-  std::uint16_t offset;
-  std::uint16_t width;
-};
-/// A signed 16-bit number, big-endian.
-struct SignedWordField {
-  std::uint16_t offset;
-};
-/// An unsigned 16-bit number, big-endian.
-struct WordField {
-  std::uint16_t offset;
-};
-/// An unsigned 32-bit number, big-endian.
-struct LongField {
-  std::uint16_t offset;
-};
-/// `size` bytes as they stand.
-struct BytesField {
-  std::uint16_t offset;
-  std::uint16_t size;
-};
 
 // The fields. Only those that the handler reads are named; the firmware owns the layout.
 
@@ -106,18 +76,13 @@ class CameraStatusBlock {
  public:
   CameraStatusBlock();
 
-  std::uint8_t operator[](ByteField field) const { return View().U8(field.offset); }
-  std::string_view operator[](TextField field) const {
-    return View().Text(field.offset, field.width);
+  /// The value of one of the fields above.
+  template <typename Field>
+  auto operator[](Field field) const {
+    return ByteView(bytes_, sizeof bytes_)[field];
   }
-  std::int16_t operator[](SignedWordField field) const { return View().S16BigEndian(field.offset); }
-  std::uint16_t operator[](WordField field) const { return View().U16BigEndian(field.offset); }
-  std::uint32_t operator[](LongField field) const { return View().U32BigEndian(field.offset); }
-  ByteView operator[](BytesField field) const { return {bytes_ + field.offset, field.size}; }
 
  private:
-  [[nodiscard]] ByteView View() const { return {bytes_, sizeof bytes_}; }
-
   std::uint8_t bytes_[kBlockSize] = {};
 };
 

@@ -54,6 +54,15 @@ class Command {
 
   [[nodiscard]] int LogLevel() const { return log_level_; }
 
+  /// Size of a time code's text with its terminating NUL.
+  static constexpr std::size_t kTimeCodeSize = sizeof "hh:mm:ss:ff";
+
+  /// Prints a packed time code as hh:mm:ss:ff, or as hh:mm:ss.ff when it counts in drop frames.
+  /// @param tc   four BCD bytes, the hours in the highest one; the top bits of the hours, minutes
+  ///             and seconds do not belong to the digits, that of the frames is the drop-frame flag
+  /// @param out  digits that are none come out in hexadecimal
+  static void MakeTCString(std::uint32_t tc, char (&out)[kTimeCodeSize]);
+
  protected:
   /// Builds the outgoing message from its payload bytes and sets the header's length to theirs.
   void SetPayload(std::initializer_list<std::uint8_t> payload);

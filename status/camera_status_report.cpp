@@ -1,0 +1,249 @@
+// The camera's whole state as one JSON object. Its keys, their order and which of the numbers are
+// quoted never vary: the pages of the web remote, which poll it, depend on the exact shape.
+#include "core/cmd/status.h"
+#include "status/camera_status_block.h"
+#include "status/enable_table.h"
+#include "status/status_reply.h"
+#include "status/words.h"
+
+namespace {
+
+using camera_status::CameraStatusBlock;
+
+/// Length of the longest report: one allocation serves every poll.
+constexpr std::size_t kLongestReport = 3454;
+
+void WriteOperation(JsonWriter& data, ByteView reply) {
+  using namespace status_reply;
+  char time_code[Command::kTimeCodeSize];
+  Command::MakeTCString(reply[kTimeCode], time_code);
+  data.Text("Status", kRecordingWords[reply[kRecording]]);
+  data.Text("Mode", kCameraModeWords[reply[kCameraMode]]);
+  data.Text("RecMode", kRecordingModeWords[reply[kRecordingMode]]);
+  data.Text("ZoomStatus", kZoomWords[reply[kZooming]]);
+  data.QuotedNumber("ZoomPosition", reply[kZoomPosition]);
+  data.Text("TC", time_code);
+}
+
+void WriteSlot(JsonWriter& data, const char* key, const status_reply::SlotFields& slot,
+               ByteView reply) {
+  const std::uint16_t remain = reply[slot.remain];
+  data.BeginObject(key);
+  data.Text("Status", kSlotWords[reply[slot.status]]);
+  data.Text("Protect", kProtectWords[reply[slot.protect]]);
+  data.QuotedNumber("Remain", remain == status_reply::kRemainUnknown ? -1 : remain);
+  data.Number("ClipNum", reply[slot.clip_count]);
+  data.Number("RemainWarn", reply[slot.remain_warning]);
+  data.EndObject();
+}
+
+void WriteBattery(JsonWriter& data, ByteView reply) {
+  using namespace status_reply;
+  data.BeginObject("Battery");
+  data.Text("Info", kBatteryWords[reply[kBatteryInfo]]);
+  data.QuotedNumber("Level", reply[kBatteryLevel]);
+  data.QuotedNumber("Value", reply[kBatteryValue]);
+  data.EndObject();
+}
+
+void WriteAllowedPages(JsonWriter& data, ByteView reply, const CameraStatusBlock& block) {
+  using namespace status_reply;
+  data.BeginObject("AllowedPage");
+  data.Number("PlanningMetadata", reply[kPlanningMetadataAllowed]);
+  data.Number("EditMetadata", reply[kEditMetadataAllowed]);
+  data.Number("ViewRemote", reply[kViewRemoteAllowed]);
+  data.Number("CameraControl", block[camera_status::kCameraControlAllowed]);
+  data.Number("Setting", reply[kSettingAllowed]);
+  data.EndObject();
+}
+
+void WriteNetwork(JsonWriter& data, ByteView reply) {
+  using namespace status_reply;
+  data.Text("NetAdaptorStatus", kNetAdaptorStatusWords[reply[kNetAdaptor]]);
+  data.Text("NetAdaptorType", kNetAdaptorTypeWords[reply[kNetAdaptor]]);
+  data.Text("WebAccess", kSwitchWords[reply[kWebAccess]]);
+}
+
+/// How the key that an FTP server shows is printed: blanks let the page wrap a long one.
+struct KeyFormat {
+  std::size_t bytes;
+  std::size_t bytes_per_line;
+};
+
+KeyFormat FormatOfKey(std::uint8_t type) {
+  switch (type) {
+    case 1:
+      return {20, 10};
+    case 2:
+      return {16, 8};
+    default:
+      return {20, 4};
+  }
+}
+
+void WriteFtpMessage(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  constexpr std::uint8_t kPhaseTrust = 9;
+  if (block[kFtpPhase1] != kPhaseTrust) {
+    data.Text("Message", block[kFtpMessage]);
+    return;
+  }
+  const KeyFormat format = FormatOfKey(block[kFtpMessageType]);
+  const ByteView key = block[kFtpKey];
+  TextBuilder& text = data.BeginText("Message");
+  for (std::size_t i = 0; i < format.bytes; ++i) {
+    if (i > 0) {
+      text.Append(i % format.bytes_per_line == 0 ? ": " : ":");
+    }
+    text.AppendHexByte(key.U8(i));
+  }
+  data.EndText();
+}
+
+void WriteFtp(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.BeginObject("Ftp");
+  data.Text("Phase1", GetFtpPhase(block[kFtpPhase1]));
+  data.Text("Phase2", GetFtpPhase(block[kFtpPhase2]));
+  data.Number("Percent", block[kFtpPercent]);
+  data.Number("Err", block[kFtpError]);
+  data.Text("Server", kFtpServerWords[block[kFtpServer]]);
+  // The camera counts files, not bytes.
+  data.Number("TotalSize", 0);
+  data.Number("NowSize", 0);
+  data.Number("Remain", block[kFtpRemainingTime]);
+  data.Number("TotalNo", block[kFtpTotalFiles]);
+  data.Number("NowNo", block[kFtpCurrentFile]);
+  data.Number("Type", block[kFtpMessageType]);
+  WriteFtpMessage(data, block);
+  data.EndObject();
+}
+
+void WriteEnableFlags(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.BeginObject("Enable");
+  for (const EnableGroup& group : kEnableTable) {
+    data.BeginObject(group.name);
+    for (const EnableFlag& flag : group) {
+      data.Number(flag.key, block[flag.flag]);
+    }
+    data.EndObject();
+  }
+  data.EndObject();
+}
+
+void WriteButtonLetters(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.BeginObject("ButtonLetter");
+  data.BeginObject("Gain");
+  data.Text("L", block[kGainLabelL]);
+  data.Text("M", block[kGainLabelM]);
+  data.Text("H", block[kGainLabelH]);
+  data.EndObject();
+  data.BeginObject("User");
+  data.Text("Sw1", block[kUserLabels[0]]);
+  data.Text("Sw2", block[kUserLabels[1]]);
+  data.Text("Sw3", block[kUserLabels[2]]);
+  data.Text("Sw4", block[kUserLabels[3]]);
+  data.Text("Sw5", block[kUserLabels[4]]);
+  data.Text("Sw6", block[kUserLabels[5]]);
+  data.Text("Sw7", block[kUserLabels[6]]);
+  data.Text("Sw8", block[kUserLabels[7]]);
+  data.Text("Sw9", block[kUserLabels[8]]);
+  data.Text("Sw10", block[kUserLabels[9]]);
+  data.Text("Sw11", block[kUserLabels[10]]);
+  data.Text("LenzRet", block[kLensReturnLabel]);
+  data.EndObject();
+  data.BeginObject("Whb");
+  data.Text("Preset", block[kWhiteBalanceLabelPreset]);
+  data.Text("A", block[kWhiteBalanceLabelA]);
+  data.Text("B", block[kWhiteBalanceLabelB]);
+  data.EndObject();
+  data.EndObject();
+}
+
+/// A picture setting: its mode and the value that the camera shows for it.
+void WriteSetting(JsonWriter& data, const char* key, const char* status, std::string_view letter) {
+  data.BeginObject(key);
+  data.Text("Status", status);
+  data.Text("Letter", letter);
+  data.EndObject();
+}
+
+/// A picture setting without modes.
+void WriteLetter(JsonWriter& data, const char* key, std::string_view letter) {
+  data.BeginObject(key);
+  data.Text("Letter", letter);
+  data.EndObject();
+}
+
+void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.BeginObject("Whb");
+  data.Text("Status", kWhiteBalanceWords[block[kWhiteBalanceMode]]);
+  data.Text("Letter", block[kWhiteBalanceLetter]);
+  data.Number("WhPaintRScale", block[kWhitePaintRedScale]);
+  data.Number("WhPaintBScale", block[kWhitePaintBlueScale]);
+  data.Number("WhPaintRPosition", block[kWhitePaintRedPosition]);
+  data.Number("WhPaintBPosition", block[kWhitePaintBluePosition]);
+  data.Text("WhPaintRLetter", block[kWhitePaintRedLetter]);
+  data.Text("WhPaintBLetter", block[kWhitePaintBlueLetter]);
+  data.EndObject();
+}
+
+void WritePicture(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.Text("Fullauto", kSwitchWords[block[kFullauto]]);
+  WriteSetting(data, "Iris", kIrisWords[block[kIrisMode]], block[kIrisLetter]);
+  WriteSetting(data, "Gain", kGainWords[block[kGainMode]], block[kGainLetter]);
+  WriteSetting(data, "AeLevel", kAeLevelWords[block[kAeLevelMode]], block[kAeLevelLetter]);
+  WriteSetting(data, "Shutter", kShutterWords[block[kShutterMode]], block[kShutterLetter]);
+  WriteWhiteBalance(data, block);
+  WriteSetting(data, "Focus", kFocusWords[block[kFocusMode]], block[kFocusLetter]);
+  WriteLetter(data, "MasterBlack", block[kMasterBlackLetter]);
+  WriteLetter(data, "Detail", block[kDetailLetter]);
+}
+
+void WriteDisplays(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.Text("Disptv", kDisplayWords[block[kDisplayHidden]]);
+  data.BeginObject("CharMix");
+  data.Text("Sdi", kSwitchWords[block[kCharacterMixSdi]]);
+  data.Text("Hdmi", kSwitchWords[block[kCharacterMixHdmi]]);
+  data.Text("Video", kSwitchWords[block[kCharacterMixVideo]]);
+  data.EndObject();
+}
+
+void WriteCloudStreaming(JsonWriter& data, const CameraStatusBlock& block) {
+  using namespace camera_status;
+  data.BeginObject("CloudStreaming");
+  data.Text("LoginStatus", kCloudStateWords[block[kCloudLogin]]);
+  data.Text("GetEventListStatus", kCloudStateWords[block[kCloudEventList]]);
+  data.Text("GetStreamInfoStatus", kCloudStateWords[block[kCloudStreamInfo]]);
+  data.Text("Error", kCloudErrorWords[block[kCloudError]]);
+  data.EndObject();
+}
+
+}  // namespace
+
+void GetCamStatus::Output() {
+  const CameraStatusBlock block;
+  const ByteView reply = Reply();
+  JsonWriter& data = Data();
+  data.Reserve(kLongestReport);
+  WriteOperation(data, reply);
+  WriteSlot(data, "SlotA", status_reply::kSlotA, reply);
+  WriteSlot(data, "SlotB", status_reply::kSlotB, reply);
+  WriteBattery(data, reply);
+  data.Text("AspectRatio", kAspectRatioWords[reply[status_reply::kAspectRatio]]);
+  WriteAllowedPages(data, reply, block);
+  WriteNetwork(data, reply);
+  data.Number("ZoomDisplayValue", reply[status_reply::kZoomDisplayValue]);
+  WriteFtp(data, block);
+  WriteEnableFlags(data, block);
+  WriteButtonLetters(data, block);
+  WritePicture(data, block);
+  WriteDisplays(data, block);
+  WriteCloudStreaming(data, block);
+  Command::Output();
+}

@@ -1,0 +1,42 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "status/clip_upload_bitmap.h"
+
+namespace {
+
+class SetClipUploadBitmapTest : public testing::Test {
+ protected:
+  SetClipUploadBitmapTest() { std::fill(std::begin(words_), std::end(words_), 0x11111111U); }
+
+  [[nodiscard]] bool Holds(std::size_t block, const char (&bytes)[5]) const {
+    return std::memcmp(&words_[block], bytes, 4) == 0;
+  }
+
+  std::uint32_t words_[kClipBlockCount];
+};
+
+TEST_F(SetClipUploadBitmapTest, ClearsTheBlocksThatAreMissing) {
+  SetClipUploadBitmap("{}}}", words_);
+  EXPECT_TRUE(std::all_of(std::begin(words_), std::end(words_),
+                          [](std::uint32_t word) { return word == 0; }));
+}
+
+TEST_F(SetClipUploadBitmapTest, StoresTheHighestByteFirst) {
+  SetClipUploadBitmap(R"({"block0":305419896,"block124":-2}}})", words_);
+  EXPECT_TRUE(Holds(0, "\x12\x34\x56\x78"));
+  EXPECT_TRUE(Holds(123, "\0\0\0\0"));
+  EXPECT_TRUE(Holds(124, "\xFF\xFF\xFF\xFE"));
+}
+
+TEST_F(SetClipUploadBitmapTest, KeepsTheWordOfABlockWhoseValueHasNoEnd) {
+  SetClipUploadBitmap(R"({"block0":1,"block1":2)", words_);
+  EXPECT_TRUE(Holds(0, "\0\0\0\x01"));
+  EXPECT_TRUE(Holds(1, "\x11\x11\x11\x11"));
+  EXPECT_TRUE(Holds(2, "\0\0\0\0"));
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include <algorithm>
+
+#include "core/bytes.h"
+#include "core/cmd/status.h"
+#include "core/parameters.h"
+#include "core/text.h"
+#include "status/words.h"
+
+namespace {
+
+/// The daemon's replies hold no more clips than these.
+constexpr int kClipsPerExchange = 15;
+
+constexpr WordField kReplyClipCount{2};
+constexpr std::size_t kReplyFirstClip = 4;
+
+// A clip's record.
+constexpr WordField kIndexNo{0};
+constexpr TextField kName{2, 10};
+constexpr LongField kFirstTimeCode{12};  ///< packed BCD
+constexpr LongField kLastTimeCode{16};
+constexpr WordField kYear{20};
+constexpr ByteField kMonth{22};  ///< from 0
+constexpr ByteField kDay{23};
+constexpr SignedByteField kHour{24};
+constexpr ByteField kMinute{25};
+constexpr ByteField kSecond{26};
+constexpr ByteField kOkMark{27};
+constexpr ByteField kAspectRatio{28};  ///< 0: 16:9
+constexpr ByteField kEditLock{30};     ///< 0: can be edited
+
+void WriteTimeCodes(JsonWriter& data, ByteView clip) {
+  char time_code[Command::kTimeCodeSize];
+  TextBuilder& text = data.BeginText("TC");
+  Command::MakeTCString(clip[kFirstTimeCode], time_code);
+  text.Append(time_code);
+  text.Append('-');
+  Command::MakeTCString(clip[kLastTimeCode], time_code);
+  text.Append(time_code);
+  data.EndText();
+}
+
+void WriteDateTime(JsonWriter& data, ByteView clip) {
+  TextBuilder& text = data.BeginText("DateTime");
+  text.AppendNumber(clip[kYear], 4);
+  text.Append('-');
+  text.AppendNumber(clip[kMonth] + 1, 2);
+  text.Append('-');
+  text.AppendNumber(clip[kDay], 2);
+  // Clients split the text at this blank.
+  text.Append(" T");
+  text.AppendNumber(clip[kHour], 2);
+  text.Append(':');
+  text.AppendNumber(clip[kMinute], 2);
+  text.Append(':');
+  text.AppendNumber(clip[kSecond], 2);
+  data.EndText();
+}
+
+}  // namespace
+
+int GetClipInfo::Parse(const char* params) {
+  char slot[2];
+  std::int32_t start_index = 0;
+  std::int32_t clip_count = 0;
+  if (!ReadParameter(params, "Slot", slot) || !ReadParameter(params, "StartIndexNo", start_index) ||
+      !ReadParameter(params, "ClipNum", clip_count)) {
+    return -1;
+  }
+  if (slot[0] != 'A' && slot[0] != 'B') {
+    return -1;
+  }
+  slot_ = slot[0] == 'A' ? 0 : 1;
+  start_index_ = LowWordSigned(start_index);
+  clip_count_ = LowWordSigned(clip_count);
+  if (start_index_ < 1) {
+    return -2;
+  }
+  return clip_count_ < 1 ? -3 : 0;
+}
+
+void GetClipInfo::Transmit() {
+  for (int asked = 0; asked < clip_count_; asked += kClipsPerExchange) {
+    const auto first = static_cast<std::uint16_t>(start_index_ + asked);
+    const auto count = static_cast<std::uint16_t>(std::min(clip_count_ - asked, kClipsPerExchange));
+    SetPayload({slot_, 0, HighByte(first), LowByte(first), HighByte(count), LowByte(count)});
+    Command::Transmit();
+    KeepClips();
+  }
+}
+
+void GetClipInfo::KeepClips() {
+  const ByteView reply = Reply();
+  const int count = std::min<int>(reply[kReplyClipCount], kClipsPerExchange);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+    ClipRecord clip;
+    for (std::size_t k = 0; k < ClipRecord::kSize; ++k) {
+      clip.bytes[k] = reply.U8(kReplyFirstClip + i * ClipRecord::kSize + k);
+    }
+    clips_.Add(clip);
+  }
+}
+
+void GetClipInfo::Output() {
+  JsonWriter& data = Data();
+  data.Number("ClipNum", static_cast<std::int64_t>(clips_.Count()));
+  data.BeginArray("ClipInfo");
+  for (const ClipRecord& clip : clips_) {
+    WriteClip(data, clip);
+  }
+  data.EndArray();
+  Command::Output();
+}
+
+void GetClipInfo::WriteClip(JsonWriter& data, const ClipRecord& record) {
+  const ByteView clip(record.bytes, sizeof record.bytes);
+  data.BeginElement();
+  data.Number("IndexNo", clip[kIndexNo]);
+  data.Text("Name", clip[kName]);
+  WriteTimeCodes(data, clip);
+  WriteDateTime(data, clip);
+  data.Text("OKMark", kOkMarkWords[clip[kOkMark]]);
+  // Clients know the aspect ratio by this misspelled key.
+  data.Text("AspectRaotp", kClipAspectRatioWords[clip[kAspectRatio]]);
+  data.Text("Edit", kClipEditWords[clip[kEditLock]]);
+  data.EndObject();
+}
