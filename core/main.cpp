@@ -5,7 +5,7 @@
 #include "core/os.h"
 
 int main() {
-  os::IgnoreBrokenPipes();
+  os::PrepareDescriptors();
   INIT_DLOG();
   return ServeRequest();
 }

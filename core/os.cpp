@@ -165,7 +165,16 @@ std::int64_t MonotonicMilliseconds() {
   return now.tv_sec * std::int64_t{1000} + now.tv_nsec / 1000000;
 }
 
-void IgnoreBrokenPipes() { std::signal(SIGPIPE, SIG_IGN); }
+void PrepareDescriptors() {
+  std::signal(SIGPIPE, SIG_IGN);
+  int number = 0;
+  do {
+    number = open("/dev/null", O_RDWR | O_CLOEXEC);
+  } while (number >= 0 && number <= STDERR_FILENO);
+  if (number >= 0) {
+    close(number);
+  }
+}
 
 void SystemLog(int priority, const char* text) { syslog(priority, "%s", text); }
 

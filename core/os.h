@@ -100,8 +100,10 @@ std::int64_t Now();
 /// A clock for time-outs, in milliseconds; never goes back.
 std::int64_t MonotonicMilliseconds();
 
-/// Makes a write to a peer that is gone fail instead of ending the process.
-void IgnoreBrokenPipes();
+/// To be called before anything is opened. Makes a write to a peer that is gone fail instead of
+/// ending the process, and fills standard streams that the caller left closed, lest a socket or a
+/// file get their numbers and then the reply.
+void PrepareDescriptors();
 
 /// Hands one message to the system log, exactly as it stands.
 /// @param priority  3 error, 6 informational, 7 debug (the facility is the log's default)

@@ -144,7 +144,7 @@ const char* Environment(const char* name) {
 std::uint32_t ProcessId() { return 4711; }
 std::int64_t Now() { return TheWorld().now; }
 std::int64_t MonotonicMilliseconds() { return 0; }
-void IgnoreBrokenPipes() {}
+void PrepareDescriptors() {}
 
 // Copies the whole text, so that one without an end is found.
 void SystemLog(int /*priority*/, const char* text) { TheWorld().last_log_line = text; }
