@@ -131,3 +131,40 @@ class ByteView {
   const std::uint8_t* bytes_;
   std::size_t size_;
 };
+
+/// Bytes of a layout that are being filled in. What would lie outside of them is left out.
+class ByteWriter {
+ public:
+  ByteWriter(std::uint8_t* bytes, std::size_t size) : bytes_(bytes), size_(size) {}
+
+  /// A big-endian number, cut to `width` bytes.
+  void PutNumber(std::size_t offset, std::size_t width, std::uint32_t number) {
+    for (std::size_t i = width; i > 0; --i) {
+      PutByte(offset + i - 1, LowByte(number));
+      number >>= 8;
+    }
+  }
+
+  void Put(ByteField field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
+  void Put(SignedByteField field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
+  void Put(WordField field, std::uint32_t number) { PutNumber(field.offset, 2, number); }
+  void Put(LongField field, std::uint32_t number) { PutNumber(field.offset, 4, number); }
+
+  /// A text, cut so that a NUL ends it within its field.
+  void Put(TextField field, std::string_view text) {
+    for (std::size_t i = 0; i < field.width; ++i) {
+      const bool is_text = i < text.size() && i + 1U < field.width;
+      PutByte(field.offset + i, is_text ? static_cast<std::uint8_t>(text[i]) : std::uint8_t{0});
+    }
+  }
+
+ private:
+  void PutByte(std::size_t offset, std::uint8_t byte) {
+    if (offset < size_) {
+      bytes_[offset] = byte;
+    }
+  }
+
+  std::uint8_t* bytes_;
+  std::size_t size_;
+};

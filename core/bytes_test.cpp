@@ -37,6 +37,33 @@ TEST(ByteView, EndsATextAtItsNulItsWidthOrTheLastByte) {
   EXPECT_EQ(kView.Text(100, 20), "");
 }
 
+TEST(ByteWriter, PutsNumbersInBigEndianAndCutsThem) {
+  std::uint8_t bytes[10] = {};
+  ByteWriter writer(bytes, sizeof bytes);
+  writer.Put(ByteField{0}, 0x1FE);
+  writer.Put(SignedByteField{1}, static_cast<std::uint32_t>(-2));
+  writer.Put(WordField{2}, 0x31234);
+  writer.Put(LongField{4}, 0x89ABCDEF);
+  EXPECT_EQ(std::memcmp(bytes, "\xFE\xFE\x12\x34\x89\xAB\xCD\xEF\0\0", 10), 0);
+}
+
+TEST(ByteWriter, EndsATextWithinItsField) {
+  char bytes[] = "########";
+  ByteWriter writer(reinterpret_cast<std::uint8_t*>(bytes), 8);
+  writer.Put(TextField{1, 4}, "abcd");
+  EXPECT_EQ(std::memcmp(bytes, "#abc\0###", 8), 0);
+  writer.Put(TextField{1, 4}, "e");
+  EXPECT_EQ(std::memcmp(bytes, "#e\0\0\0###", 8), 0);
+}
+
+TEST(ByteWriter, LeavesOutWhatLiesOutsideOfTheBytes) {
+  std::uint8_t bytes[] = {1, 2, 3, 4};
+  ByteWriter writer(bytes, 2);
+  writer.Put(LongField{1}, 0xA0B0C0D0);
+  writer.Put(TextField{2, 8}, "abcdefg");
+  EXPECT_EQ(std::memcmp(bytes, "\x01\xA0\x03\x04", 4), 0);
+}
+
 TEST(LittleEndian, StoresTheLowByteFirst) {
   const LittleEndian16 word = std::uint16_t{0x1234};
   const LittleEndian32 number = 0x12345678U;

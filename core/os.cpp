@@ -74,6 +74,10 @@ Descriptor OpenForReading(const char* path) {
   return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | O_CLOEXEC); }));
 }
 
+Descriptor OpenForUpdate(const char* path) {
+  return Descriptor(Uninterrupted([&] { return open(path, O_RDWR | O_CLOEXEC); }));
+}
+
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
   return ReadOnce(file.Number(), buffer, capacity, count);
 }
@@ -85,6 +89,18 @@ bool WriteFile(const char* path, std::string_view contents) {
   }));
   return file.IsOpen() && WriteAll(file.Number(), contents.data(), contents.size());
 }
+
+bool Rewrite(const Descriptor& file, std::string_view contents) {
+  return Uninterrupted([&] { return ftruncate(file.Number(), 0); }) == 0 &&
+         lseek(file.Number(), 0, SEEK_SET) == 0 &&
+         WriteAll(file.Number(), contents.data(), contents.size());
+}
+
+bool Lock(const Descriptor& descriptor) {
+  return Uninterrupted([&] { return flock(descriptor.Number(), LOCK_EX); }) == 0;
+}
+
+void Unlock(const Descriptor& descriptor) { flock(descriptor.Number(), LOCK_UN); }
 
 std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
   pollfd input = {STDIN_FILENO, POLLIN, 0};
@@ -98,6 +114,10 @@ std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
 
 bool WriteOutput(std::string_view bytes) {
   return WriteAll(STDOUT_FILENO, bytes.data(), bytes.size());
+}
+
+bool WriteErrors(std::string_view bytes) {
+  return WriteAll(STDERR_FILENO, bytes.data(), bytes.size());
 }
 
 Descriptor CreateStreamSocket(Timeout timeout) {
@@ -117,12 +137,6 @@ bool Connect(const Descriptor& socket, const sockaddr_un& address) {
            return connect(socket.Number(), reinterpret_cast<const sockaddr*>(&address), length);
          }) == 0;
 }
-
-bool Lock(const Descriptor& socket) {
-  return Uninterrupted([&] { return flock(socket.Number(), LOCK_EX); }) == 0;
-}
-
-void Unlock(const Descriptor& socket) { flock(socket.Number(), LOCK_UN); }
 
 bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
   return WriteAll(socket.Number(), bytes, length);
@@ -157,6 +171,12 @@ std::uint32_t ProcessId() { return static_cast<std::uint32_t>(getpid()); }
 std::int64_t Now() {
   static_assert(sizeof(time_t) == sizeof(std::int64_t), "times must reach beyond 2038");
   return time(nullptr);
+}
+
+TimeOfDay NowWithMicroseconds() {
+  timeval now = {};
+  gettimeofday(&now, nullptr);
+  return {now.tv_sec, static_cast<std::int32_t>(now.tv_usec)};
 }
 
 std::int64_t MonotonicMilliseconds() {

@@ -40,6 +40,9 @@ class Descriptor {
 /// Opens an existing file for reading. A descriptor that is not open tells the failure.
 Descriptor OpenForReading(const char* path);
 
+/// Opens an existing file for reading and rewriting.
+Descriptor OpenForUpdate(const char* path);
+
 /// Reads at most `capacity` bytes with one read.
 /// @param count  receives the number of bytes; 0 at the end of the file and on failure
 /// @return false on failure; a folder, for one, can be opened but not be read
@@ -50,6 +53,16 @@ bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_
 /// @return false when the file could not be opened or not be written completely
 bool WriteFile(const char* path, std::string_view contents);
 
+/// Replaces the whole contents of a file that is open for update; it stays the same file, so a lock
+/// on it still holds.
+/// @return false when that failed; what the file then holds is undefined
+bool Rewrite(const Descriptor& file, std::string_view contents);
+
+/// Takes, and gives back, the exclusive advisory lock on an open file or socket. Taking it waits
+/// for as long as another process holds it; closing gives it back, too.
+bool Lock(const Descriptor& descriptor);
+void Unlock(const Descriptor& descriptor);
+
 /// Reads at most `capacity` bytes of standard input, waiting for at most `timeout_ms`
 /// milliseconds for the first of them.
 /// @return the number of bytes; 0 at the end of the stream, on failure and on time-out
@@ -58,6 +71,9 @@ std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms);
 /// Writes all bytes to standard output.
 /// @return false when the reader is gone or the device is full
 bool WriteOutput(std::string_view bytes);
+
+/// The same for standard error.
+bool WriteErrors(std::string_view bytes);
 
 // Daemon sockets.
 
@@ -73,10 +89,6 @@ Descriptor CreateStreamSocket(Timeout timeout);
 
 /// Connects to a daemon; the address length is that of the path, without its NUL.
 bool Connect(const Descriptor& socket, const sockaddr_un& address);
-
-/// Takes, and gives back, the exclusive advisory lock on an open descriptor.
-bool Lock(const Descriptor& socket);
-void Unlock(const Descriptor& socket);
 
 /// Sends all bytes, in one write unless the system takes only a part of them.
 /// @return false when the peer is gone or takes nothing for the socket's time-out
@@ -96,6 +108,13 @@ std::uint32_t ProcessId();
 
 /// Seconds since the epoch; 64 bits wide on every build, so right beyond 2038.
 std::int64_t Now();
+
+/// The same with its fraction.
+struct TimeOfDay {
+  std::int64_t seconds;
+  std::int32_t microseconds;
+};
+TimeOfDay NowWithMicroseconds();
 
 /// A clock for time-outs, in milliseconds; never goes back.
 std::int64_t MonotonicMilliseconds();

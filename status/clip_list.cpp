@@ -4,30 +4,12 @@
 #include "core/cmd/status.h"
 #include "core/parameters.h"
 #include "core/text.h"
+#include "status/clip_record.h"
 #include "status/words.h"
 
 namespace {
 
-/// The daemon's replies hold no more clips than these.
-constexpr int kClipsPerExchange = 15;
-
-constexpr WordField kReplyClipCount{2};
-constexpr std::size_t kReplyFirstClip = 4;
-
-// A clip's record.
-constexpr WordField kIndexNo{0};
-constexpr TextField kName{2, 10};
-constexpr LongField kFirstTimeCode{12};  ///< packed BCD
-constexpr LongField kLastTimeCode{16};
-constexpr WordField kYear{20};
-constexpr ByteField kMonth{22};  ///< from 0
-constexpr ByteField kDay{23};
-constexpr SignedByteField kHour{24};
-constexpr ByteField kMinute{25};
-constexpr ByteField kSecond{26};
-constexpr ByteField kOkMark{27};
-constexpr ByteField kAspectRatio{28};  ///< 0: 16:9
-constexpr ByteField kEditLock{30};     ///< 0: can be edited
+using namespace clip_record;
 
 void WriteTimeCodes(JsonWriter& data, ByteView clip) {
   char time_code[Command::kTimeCodeSize];

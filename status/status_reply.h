@@ -23,6 +23,9 @@ constexpr ByteField kNetAdaptor{33};
 constexpr ByteField kWebAccess{34};  ///< 0 off
 constexpr SignedByteField kZoomDisplayValue{35};
 
+/// A reply that has all of them.
+constexpr std::size_t kSize = 38;
+
 /// What the reply tells of one card slot.
 struct SlotFields {
   ByteField status;

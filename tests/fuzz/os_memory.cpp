@@ -21,6 +21,7 @@ struct Open {
   std::size_t position = 0;
   bool takes_message = true;
   std::size_t message = 0;  // index into World::messages
+  std::string path{};       // of a file that is open for update
 };
 
 std::map<int, Open>& Descriptors() {
@@ -78,6 +79,14 @@ Descriptor OpenForReading(const char* path) {
   return file == TheWorld().files.end() ? Descriptor() : Descriptor(fuzz::Add({file->second}));
 }
 
+Descriptor OpenForUpdate(const char* path) {
+  Descriptor file = TheWorld().files_are_writable ? OpenForReading(path) : Descriptor();
+  if (file.IsOpen()) {
+    Descriptors().at(file.Number()).path = path;
+  }
+  return file;
+}
+
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
   fuzz::Open& open = Descriptors().at(file.Number());
   count = fuzz::Take(open.contents, open.position, buffer, capacity);
@@ -91,6 +100,13 @@ bool WriteFile(const char* path, std::string_view contents) {
   return TheWorld().files_are_writable;
 }
 
+bool Rewrite(const Descriptor& file, std::string_view contents) {
+  return WriteFile(Descriptors().at(file.Number()).path.c_str(), contents);
+}
+
+bool Lock(const Descriptor& /*descriptor*/) { return true; }
+void Unlock(const Descriptor& /*descriptor*/) {}
+
 std::size_t ReadInput(void* buffer, std::size_t capacity, int /*timeout_ms*/) {
   std::string& input = TheWorld().input;
   std::size_t position = 0;
@@ -101,6 +117,11 @@ std::size_t ReadInput(void* buffer, std::size_t capacity, int /*timeout_ms*/) {
 
 bool WriteOutput(std::string_view bytes) {
   TheWorld().output += bytes;
+  return true;
+}
+
+bool WriteErrors(std::string_view bytes) {
+  TheWorld().errors += bytes;
   return true;
 }
 
@@ -118,9 +139,6 @@ bool Connect(const Descriptor& socket, const sockaddr_un& /*address*/) {
   world.conversations.pop_front();
   return true;
 }
-
-bool Lock(const Descriptor& /*socket*/) { return true; }
-void Unlock(const Descriptor& /*socket*/) {}
 
 bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
   const fuzz::Open& open = Descriptors().at(socket.Number());
@@ -143,6 +161,7 @@ const char* Environment(const char* name) {
 
 std::uint32_t ProcessId() { return 4711; }
 std::int64_t Now() { return TheWorld().now; }
+TimeOfDay NowWithMicroseconds() { return {TheWorld().now, 0}; }
 std::int64_t MonotonicMilliseconds() { return 0; }
 void PrepareDescriptors() {}
 

@@ -28,6 +28,7 @@ struct World {
   std::int64_t now = 0;
 
   std::string output;
+  std::string errors;
   std::vector<std::string> messages;  ///< what the daemons were sent, one entry a connection
   std::string last_log_line;
 };

@@ -1,0 +1,252 @@
+#include "core/test_mode.h"
+
+#include <cstring>
+#include <initializer_list>
+
+#include "core/command_table.h"
+#include "core/dispatch.h"
+#include "core/dlog.h"
+#include "core/os.h"
+#include "core/text.h"
+#include "core/text_builder.h"
+#include "remote/event_table.h"
+
+// clang-format off
+const char* const INPUT_COMMAND[] = {
+    /* 0 */  R"({"Request":{"Command":"GetCamStatus"}})",
+    /* 1 */  R"({"Request":{"Command":"SetCamCtrl","Params":{"CamCtrl":"Rec"}}})",
+    /* 2 */  R"({"Request":{"Command":"SetCamCtrl","Params":{"CamCtrl":"Stop"}}})",
+    /* 3 */  "",
+    /* 4 */  "",
+    /* 5 */  R"({"Request":{"Command":"MonitorStart"}})",
+    /* 6 */  R"({"Request":{"Command":"MonitorStop"}})",
+    /* 7 */  R"({"Request":{"Command":"GetImportMetadeta"}})",
+    /* 8 */  "",
+    /* 9 */  "",
+    /* 10 */ "",
+    /* 11 */ R"({"Request":{"Command":"GetClipInfo","Params":{"Slot":"%c","StartIndexNo":%d,"ClipNum":%d}}})",
+    /* 12 */ "",
+    /* 13 */ "",
+    /* 14 */ R"({"Request":{"Command":"SetZoomCtrl","Params":{"Position":%d}})",
+    /* 15 */ R"({"Request":{"Command":"PageChange","Params":{"Page":%d}})",
+    /* 16 */ R"({"Request":{"Command":"SetClipInfo","Params":{"Slot":"%c","IndexNo":%d,"OKMark":"%s"}}})",
+    /* 17 */ R"({"Request":{"Command":"SetWebKeyEvent","Params":{"Kind":"%s","Key":"%s"}}})",
+    /* 18 */ R"({"Request":{"Command":"SetWebSliderEvent","Params":{"Kind":"%s","Position":%d}}})",
+    /* 19 */ R"({"Request":{"Command":"SetWebXYFieldEvent","Params":{"Kind":"%s","XPosition":%d,"YPosition":%d}}})",
+    /* 20 */ R"({"Request":{"Command":"ResetSettingData"}})",
+    /* 21 */ "",
+};
+// clang-format on
+
+std::uint8_t g_bCmdLine = 0;
+
+namespace {
+
+constexpr int kInformationalPriority = 6;
+
+// The numbers whose requests take arguments.
+constexpr int kClipList = 11;
+constexpr int kZoom = 14;
+constexpr int kPage = 15;
+constexpr int kClipMark = 16;
+constexpr int kKeyEvent = 17;
+constexpr int kSlider = 18;
+constexpr int kXYField = 19;
+
+constexpr int kWholeRequest = 100;
+/// A whole request is cut to this length.
+constexpr std::size_t kLongestRequest = 4999;
+
+/// What stands behind the program's name on the command line.
+class Arguments {
+ public:
+  Arguments(int argc, const char* const* argv)
+      : count_(argc > 1 ? static_cast<std::size_t>(argc) - 1 : 0), texts_(argv + 1) {}
+
+  [[nodiscard]] std::size_t Count() const { return count_; }
+  /// Null when there is no such argument; the number of the canned request is argument 0.
+  [[nodiscard]] const char* Text(std::size_t index) const {
+    return index < count_ ? texts_[index] : nullptr;
+  }
+  /// 0 when there is no such argument.
+  [[nodiscard]] std::int32_t Number(std::size_t index) const {
+    return index < count_ ? DecimalValue(texts_[index]) : 0;
+  }
+
+ private:
+  std::size_t count_;
+  const char* const* texts_;
+};
+
+/// What takes the place of one directive.
+struct Value {
+  // NOLINTNEXTLINE(google-explicit-constructor): texts and numbers are values.
+  Value(const char* value) : text(value) {}
+  // NOLINTNEXTLINE(google-explicit-constructor)
+  Value(std::int32_t value) : number(value) {}
+
+  const char* text = nullptr;
+  std::int32_t number = 0;
+};
+
+/// Appends a canned request with the values in place of its directives, in their order.
+void Fill(const char* canned, std::initializer_list<Value> values, TextBuilder& request) {
+  for (const Value& value : values) {
+    const std::size_t length = std::strcspn(canned, "%");
+    request.Append({canned, length});
+    if (value.text != nullptr) {
+      request.Append(value.text);
+    } else {
+      request.AppendNumber(value.number);
+    }
+    constexpr std::size_t kDirectiveLength = 2;
+    canned += length + kDirectiveLength;
+  }
+  request.Append(canned);
+}
+
+/// The first row of the event table that matches, or the row that ends it.
+template <typename Predicate>
+int FindRow(Predicate matches) {
+  int row = 0;
+  while (eventTable[row].kind_code != 0 && !matches(eventTable[row])) {
+    ++row;
+  }
+  return row;
+}
+
+int FindKind(std::int32_t kind) {
+  return FindRow([kind](const RemoteEvent& event) { return event.kind_code == kind; });
+}
+
+void BuildKeyEvent(const Arguments& arguments, TextBuilder& request) {
+  const std::int32_t kind = arguments.Number(1);
+  const std::int32_t key = arguments.Number(2);
+  DLOG(1, "console nKind=%d nKey=%d", kind, key);
+  const int row = FindRow([kind, key](const RemoteEvent& event) {
+    return event.kind_code == kind && event.key_code == key;
+  });
+  const RemoteEvent& event = eventTable[row];
+  if (event.kind_code == 0) {
+    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s key=%s", row, event.kind, event.key);
+    return;
+  }
+  DLOG(1, "console Hit!!! eventTable[%d] kind=%s key=%s", row, event.kind, event.key);
+  Fill(INPUT_COMMAND[kKeyEvent], {event.kind, event.key}, request);
+}
+
+void BuildSlider(const Arguments& arguments, TextBuilder& request) {
+  const std::int32_t kind = arguments.Number(1);
+  const std::int32_t position = arguments.Number(2);
+  DLOG(1, "console nKind=%d nPosition=%d", kind, position);
+  const int row = FindKind(kind);
+  const RemoteEvent& event = eventTable[row];
+  if (event.kind_code == 0) {
+    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s Pos=%d", row, event.kind, position);
+    return;
+  }
+  DLOG(1, "console Hit!!! eventTable[%d] kind=%s Pos=%d", row, event.kind, position);
+  Fill(INPUT_COMMAND[kSlider], {event.kind, position}, request);
+}
+
+void BuildXYField(const Arguments& arguments, TextBuilder& request) {
+  const std::int32_t kind = arguments.Number(1);
+  const std::int32_t x = arguments.Number(2);
+  const std::int32_t y = arguments.Number(3);
+  DLOG(1, "console nKind=%d nXPosition=%d nYPosition=%d", kind, x, y);
+  const int row = FindKind(kind);
+  const RemoteEvent& event = eventTable[row];
+  if (event.kind_code == 0) {
+    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s XPos=%d YPos=%d", row, event.kind, x,
+         y);
+    return;
+  }
+  DLOG(1, "console Hit!!! eventTable[%d] kind=%s XPos=%d YPos=%d", row, event.kind, x, y);
+  Fill(INPUT_COMMAND[kXYField], {event.kind, x, y}, request);
+}
+
+const char* SlotName(const char* argument) {
+  return argument != nullptr && std::strcmp(argument, "a") == 0 ? "A" : "B";
+}
+
+void BuildClipList(const Arguments& arguments, TextBuilder& request) {
+  // Start index and count are given together or not at all.
+  const bool has_range = arguments.Count() > 3;
+  const std::int32_t start = has_range ? arguments.Number(2) : 0;
+  const std::int32_t count = has_range ? arguments.Number(3) : 0;
+  Fill(INPUT_COMMAND[kClipList], {SlotName(arguments.Text(1)), start, count}, request);
+}
+
+void BuildClipMark(const Arguments& arguments, TextBuilder& request) {
+  const bool marked = arguments.Text(3) == nullptr || arguments.Number(3) != 0;
+  Fill(INPUT_COMMAND[kClipMark],
+       {SlotName(arguments.Text(1)), arguments.Number(2), marked ? "Mark" : "NoMark"}, request);
+}
+
+void BuildWholeRequest(const Arguments& arguments, TextBuilder& request) {
+  if (const char* const text = arguments.Text(1)) {
+    request.Append({text, strnlen(text, kLongestRequest)});
+  }
+}
+
+bool HasCannedRequest(std::int32_t number) {
+  return number >= 0 && number < static_cast<std::int32_t>(kInputCommandCount);
+}
+
+/// Numbers that are set aside: they have no request.
+bool IsReserved(std::int32_t number) { return number >= 108 && number <= 117; }
+
+void BuildRequest(std::int32_t number, const Arguments& arguments, TextBuilder& request) {
+  switch (number) {
+    case kClipList:
+      return BuildClipList(arguments, request);
+    case kZoom:
+    case kPage:
+      return Fill(INPUT_COMMAND[number], {arguments.Number(1)}, request);
+    case kClipMark:
+      return BuildClipMark(arguments, request);
+    case kKeyEvent:
+      return BuildKeyEvent(arguments, request);
+    case kSlider:
+      return BuildSlider(arguments, request);
+    case kXYField:
+      return BuildXYField(arguments, request);
+    case kWholeRequest:
+      return BuildWholeRequest(arguments, request);
+    default:
+      return request.Append(HasCannedRequest(number) ? INPUT_COMMAND[number] : "");
+  }
+}
+
+/// Takes the name out of a request that begins with its command; leaves it empty otherwise.
+template <std::size_t Size>
+void ReadCommandName(const char* request, char (&name)[Size]) {
+  constexpr std::string_view kLead = "{\"Request\":{\"Command\":\"";
+  name[0] = '\0';
+  if (StartsWith(request, kLead)) {
+    const char* const first = request + kLead.size();
+    CopyText(name, {first, std::strcspn(first, "\"")});
+  }
+}
+
+}  // namespace
+
+int RunTestMode(int argc, const char* const* argv) {
+  const Arguments arguments(argc, argv);
+  const std::int32_t number = arguments.Number(0);
+  if (!HasCannedRequest(number) && number != kWholeRequest && !IsReserved(number)) {
+    os::WriteErrors("camera_remote.cgi: the first argument is 0 to 21, 100 or 108 to 117\n");
+    return 1;
+  }
+  if (number != kWholeRequest) {
+    LogToSystem(kInformationalPriority, "INPUT_COMMAND(%d):%s", number,
+                HasCannedRequest(number) ? INPUT_COMMAND[number] : "");
+  }
+  TextBuilder request;
+  BuildRequest(number, arguments, request);
+  DLOG(1, "CMD post_data = %s", request.Text());
+  g_bCmdLine = 1;
+  char name[256];
+  ReadCommandName(request.Text(), name);
+  return Dispatch(FindCommand(name), name, request.Text());
+}
