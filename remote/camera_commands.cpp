@@ -43,3 +43,14 @@ int JpegEncode::Parse(const char* params) {
   DLOG(2, "send param operate=%s", operate);
   return 0;
 }
+
+void GetGpsInfo::Output() {
+  constexpr std::size_t kAntennaLevel = 4;
+  constexpr std::size_t kAntennaLevelSize = 20;
+  constexpr std::size_t kLocation = 24;
+  const ByteView reply = Reply();
+  JsonWriter& data = Data();
+  data.Text("AntennaLevel", reply.Text(kAntennaLevel, kAntennaLevelSize));
+  data.Text("Location", reply.Text(kLocation, reply.Size()));
+  Command::Output();
+}
