@@ -1,6 +1,7 @@
 #include "core/command_table.h"
 
 #include <cstring>
+#include <iterator>
 
 #include "core/cmd/camera_settings.h"
 #include "core/cmd/cloud.h"
@@ -115,8 +116,10 @@ constexpr CommandRow kCommandTable[] = {
 
 }  // namespace
 
+CommandTable AllCommands() { return {kCommandTable, std::size(kCommandTable)}; }
+
 const CommandRow* FindCommand(const char* name) {
-  for (const CommandRow& row : kCommandTable) {
+  for (const CommandRow& row : AllCommands()) {
     if (std::strcmp(row.name, name) == 0) {
       return &row;
     }

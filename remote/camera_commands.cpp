@@ -45,12 +45,11 @@ int JpegEncode::Parse(const char* params) {
 }
 
 void GetGpsInfo::Output() {
-  constexpr std::size_t kAntennaLevel = 4;
-  constexpr std::size_t kAntennaLevelSize = 20;
-  constexpr std::size_t kLocation = 24;
+  constexpr TextField kAntennaLevel{4, 20};
+  constexpr std::size_t kLocation = 24;  // up to the end of the reply
   const ByteView reply = Reply();
   JsonWriter& data = Data();
-  data.Text("AntennaLevel", reply.Text(kAntennaLevel, kAntennaLevelSize));
+  data.Text("AntennaLevel", reply[kAntennaLevel]);
   data.Text("Location", reply.Text(kLocation, reply.Size()));
   Command::Output();
 }

@@ -35,21 +35,16 @@ struct LoginBlock {
 };
 static_assert(sizeof(LoginBlock) == 320);
 
-// Where texts stand in the replies, each with room for its terminating NUL.
-constexpr std::size_t kEventTitle = 4;
-constexpr std::size_t kEventTitleSize = 128;
-constexpr std::size_t kStreamUrl = 4;
-constexpr std::size_t kStreamUrlSize = 192;
-constexpr std::size_t kStreamKey = 196;
-constexpr std::size_t kStreamKeySize = 64;
-constexpr std::size_t kStreamTitle = 260;
-constexpr std::size_t kStreamTitleSize = 64;
+// The replies.
+constexpr std::size_t kEventCount = 4;  // 16 bits, little-endian
+constexpr TextField kEventTitle{4, 128};
+constexpr TextField kShownEventTitle{4, 63};  // clients get to see so much of it
+constexpr TextField kStreamUrl{4, 192};
+constexpr TextField kStreamKey{196, 64};
+constexpr TextField kStreamTitle{260, 64};
 
 constexpr std::int32_t kLastEvent = kMaxCloudEvents - 1;
 constexpr std::int32_t kLastServer = 3;
-
-/// Clients get to see so much of an event's title.
-constexpr std::size_t kShownTitleLength = 63;
 
 /// A number limited to a range; traced under this name when that changes it.
 std::int32_t Limit(std::int32_t number, std::int32_t last, const char* name) {
@@ -110,9 +105,8 @@ SetCldstrmEventListObtain::SetCldstrmEventListObtain() : CloudCommand(kObtainEve
 GetCldstrmEventList::GetCldstrmEventList() : CloudCommand(kCountEvents) {}
 
 void GetCldstrmEventList::Transmit() {
-  constexpr std::size_t kCount = 4;
   CloudCommand::Transmit();
-  const std::int32_t count = Reply().U16LittleEndian(kCount);
+  const std::int32_t count = Reply().U16LittleEndian(kEventCount);
   DLOG(4, "m_event_num=%d", count);
   event_num_ = Limit(count, kMaxCloudEvents, "m_event_num");
   for (std::int32_t index = 0; index < event_num_; ++index) {
@@ -130,8 +124,8 @@ void GetCldstrmEventList::ReceiveEvent(std::int32_t index) {
   }
   EventRecord& event = events_[index];
   std::memcpy(event.bytes, reply_.Bytes(), std::min(reply.Size(), EventRecord::kSize));
-  char title[kEventTitleSize + 1];
-  CopyText(title, ByteView(event.bytes, EventRecord::kSize).Text(kEventTitle, kEventTitleSize));
+  char title[kEventTitle.width + 1];
+  CopyText(title, event.View()[kEventTitle]);
   DLOG(4, "[%d] Title: %s", index, title);
 }
 
@@ -141,9 +135,8 @@ void GetCldstrmEventList::Output() {
   if (event_num_ > 0) {
     data.BeginArray("EventInfo");
     for (std::int32_t index = 0; index < event_num_; ++index) {
-      const ByteView event(events_[index].bytes, EventRecord::kSize);
       data.BeginElement();
-      data.EscapedText("Title", event.Text(kEventTitle, kShownTitleLength));
+      data.EscapedText("Title", events_[index].View()[kShownEventTitle]);
       data.EndObject();
     }
     data.EndArray();
@@ -187,12 +180,13 @@ void SetCldstrmStreamInfoToStrmsrv::Transmit() {
   if (result_ != 0) {
     return;
   }
-  char url[kStreamUrlSize];
-  char stream_key[kStreamKeySize];
-  char title[kStreamTitleSize];
-  CopyText(url, reply.Text(kStreamUrl, kStreamUrlSize));
-  CopyText(stream_key, reply.Text(kStreamKey, kStreamKeySize));
-  CopyText(title, reply.Text(kStreamTitle, kStreamTitleSize));
+  // The last byte of each field is never part of its text.
+  char url[kStreamUrl.width];
+  char stream_key[kStreamKey.width];
+  char title[kStreamTitle.width];
+  CopyText(url, reply[kStreamUrl]);
+  CopyText(stream_key, reply[kStreamKey]);
+  CopyText(title, reply[kStreamTitle]);
   DLOG(1, "Url: %s", url);
   DLOG(1, "StreamKey: %s", stream_key);
   DLOG(1, "Title: %s", title);

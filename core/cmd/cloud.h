@@ -77,6 +77,8 @@ class GetCldstrmEventList : public CloudCommand {
   struct EventRecord {
     static constexpr std::size_t kSize = 132;
     std::uint8_t bytes[kSize];
+
+    [[nodiscard]] ByteView View() const { return {bytes, kSize}; }
   };
 
   void ReceiveEvent(std::int32_t index);
