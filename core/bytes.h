@@ -8,6 +8,7 @@
 
 constexpr std::uint8_t HighByte(std::uint16_t word) { return static_cast<std::uint8_t>(word >> 8); }
 constexpr std::uint8_t LowByte(std::uint32_t number) { return static_cast<std::uint8_t>(number); }
+constexpr std::uint8_t LowByte(std::int32_t number) { return static_cast<std::uint8_t>(number); }
 
 /// Little-endian numbers as they stand in the message header; no alignment, no padding.
 class LittleEndian16 {

@@ -37,10 +37,9 @@ int Command::Parse(const char* /*params*/) { return 0; }
 
 void Command::Transmit() {
   request_header_.sender_process_id = os::ProcessId();
-  const std::size_t received =
-      ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_header_, reply_);
+  ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_header_, reply_);
   // Without a payload the result stays that of the exchange before, "Success" at first.
-  if (received > 0) {
+  if (Reply().Size() > 0) {
     result_ = Reply().U8(0);
   }
 }

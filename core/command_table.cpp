@@ -1,7 +1,10 @@
 #include "core/command_table.h"
 
 #include <cstring>
+#include <iterator>
 
+#include "core/cmd/camera_settings.h"
+#include "core/cmd/cloud.h"
 #include "core/cmd/remote.h"
 #include "core/cmd/status.h"
 #include "core/cmd/streaming.h"
@@ -48,6 +51,7 @@ constexpr CommandRow kCommandTable[] = {
     Row<SetWebKeyEvent>("SetWebKeyEvent", Message(5, 17, 2)),
     Row<SetWebSliderEvent>("SetWebSliderEvent", Message(5, 18, 2)),
     Row<SetWebXYFieldEvent>("SetWebXYFieldEvent", Message(5, 19, 2)),
+    Row<GetGpsInfo>("GetGPSInfo", Message(6, 29, 0)),
     Row<SetWebFtpUploadAll>("SetWebFtpUploadAll", Message(6, 108, 2)),
     Row<SetWebFtpUploadOkMarked>("SetWebFtpUploadOkMarked", Message(6, 109, 2)),
     Row<SetWebFtp1UploadASelect>("SetWebFtp1UploadASelect", Message(6, 110, 500)),
@@ -63,6 +67,8 @@ constexpr CommandRow kCommandTable[] = {
     Row<GetSystemInfo>("GetSystemInfo", Message(5, 0, 0, 4)),
     Row<SetStreamingCtrl>("SetStreamingCtrl", Message(5, 17, 2)),
     Row<SessionRenewal>("SessionRenewal", NoMessage()),
+    Row<GetPresetZoomPosition>("GetPresetZoomPosition", NoMessage()),
+    Row<SetPresetZoomPosition>("SetPresetZoomPosition", NoMessage()),
     Row<GetStreamingSettings>("GetStreamingSettings", NoMessage(4)),
     Row<SetStreamingSettings>("SetStreamingSettings", NoMessage()),
     Row<SetStreamingResolution>("SetStreamingResolution", NoMessage()),
@@ -82,7 +88,16 @@ constexpr CommandRow kCommandTable[] = {
     Row<SetTallyLampPriority>("SetTallyLampPriority", Message(5, 17, 2)),
     Row<SetTallyLampCtrl>("SetTallyLampCtrl", Message(5, 17, 2)),
     Row<JpegEncode>("JpegEncode", Message(5, 5, 0, 7)),
+    Row<SetCldstrmLogin>("SetCldstrmLogin", NoMessage()),
+    Row<SetCldstrmLogout>("SetCldstrmLogout", NoMessage()),
+    Row<SetCldstrmEventListObtain>("SetCldstrmEventListObtain", NoMessage()),
+    Row<GetCldstrmEventList>("GetCldstrmEventList", NoMessage()),
+    Row<SetCldstrmStreamInfoObtain>("SetCldstrmStreamInfoObtain", NoMessage()),
+    Row<SetCldstrmStreamInfoToStrmsrv>("SetCldstrmStreamInfoToStrmsrv", NoMessage()),
+    Row<SetCldstrmClearStatus>("SetCldstrmClearStatus", NoMessage()),
     Row<SetIFBCtrl>("SetIFBCtrl", Message(5, 17, 2)),
+    Row<GetIFBSettings>("GetIFBSettings", NoMessage(4)),
+    Row<SetIFBSettings>("SetIFBSettings", NoMessage()),
     Row<ZoomSwitchOperation>("ZoomSwitchOperation", Message(5, 118, 0)),
     Row<SeesawSwitchOperation>("SeesawSwitchOperation", Message(5, 119, 0)),
     Row<HeartbeatConfirmation>("HeartbeatConfirmation", NoMessage(7),
@@ -94,12 +109,17 @@ constexpr CommandRow kCommandTable[] = {
     // Under this name the studio tally needs no session, so that a switcher can drive it.
     Row<SetStudioTally>("SetStudioTallyWithoutSession", Message(5, 17, 2),
                         kNeedsNoSession | kSilentRequest),
+    Row<GetNTPStatus>("GetNTPStatus", NoMessage(4)),
+    Row<SetNTPServer>("SetNTPServer", NoMessage()),
+    Row<SetNTPSettings>("SetNTPSettings", NoMessage()),
 };
 
 }  // namespace
 
+CommandTable AllCommands() { return {kCommandTable, std::size(kCommandTable)}; }
+
 const CommandRow* FindCommand(const char* name) {
-  for (const CommandRow& row : kCommandTable) {
+  for (const CommandRow& row : AllCommands()) {
     if (std::strcmp(row.name, name) == 0) {
       return &row;
     }

@@ -1,6 +1,7 @@
 // The command table: every command the interface knows, as data.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -22,6 +23,16 @@ struct CommandRow {
 
   [[nodiscard]] bool Has(CommandTrait trait) const { return (traits & trait) != 0; }
 };
+
+/// All commands, in matching order.
+struct CommandTable {
+  const CommandRow* rows;
+  std::size_t count;
+
+  [[nodiscard]] const CommandRow* begin() const { return rows; }
+  [[nodiscard]] const CommandRow* end() const { return rows + count; }
+};
+CommandTable AllCommands();
 
 /// The row of a command, compared exactly; null for an unknown name.
 const CommandRow* FindCommand(const char* name);

@@ -52,9 +52,8 @@ sockaddr_un DaemonAddress(const char* path_of_socket) {
   return address;
 }
 
-std::size_t ExchangeMessages(const sockaddr_un& address, os::Timeout timeout,
-                             const MessageHeader& header, OutgoingMessage& message,
-                             MessageHeader& reply_header, ByteBuffer& reply) {
+void ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+                      OutgoingMessage& message, MessageHeader& reply_header, ByteBuffer& reply) {
   const os::Descriptor socket = os::CreateStreamSocket(timeout);
   if (!socket.IsOpen()) {
     Fatal("Can't create a socket");
@@ -67,10 +66,10 @@ std::size_t ExchangeMessages(const sockaddr_un& address, os::Timeout timeout,
   reply_header = MessageHeader();
   reply.Release();
   if (os::ReceiveAll(socket, &reply_header, sizeof reply_header, timeout) < sizeof reply_header) {
-    return 0;
+    return;
   }
   reply = ByteBuffer(reply_header.payload_length);
-  return os::ReceiveAll(socket, reply.Bytes(), reply.Size(), timeout);
+  reply.Truncate(os::ReceiveAll(socket, reply.Bytes(), reply.Size(), timeout));
 }
 
 void socket_send_msg(const unsigned char* msg, unsigned short length, unsigned char index) {

@@ -25,12 +25,10 @@ sockaddr_un DaemonAddress(const char* path);
 /// @param header        sent alone when `message` is not set, otherwise in front of its payload
 /// @param message       the payload to send; released once it has been sent
 /// @param reply_header  receives the header of the reply; what did not arrive is zero
-/// @param reply         receives as many bytes as the reply's header announces; what did not
-///                      arrive is zero
-/// @return the number of payload bytes that did arrive
-std::size_t ExchangeMessages(const sockaddr_un& address, os::Timeout timeout,
-                             const MessageHeader& header, OutgoingMessage& message,
-                             MessageHeader& reply_header, ByteBuffer& reply);
+/// @param reply         receives the payload bytes that arrive, at most as many as the reply's
+///                      header announces
+void ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+                      OutgoingMessage& message, MessageHeader& reply_header, ByteBuffer& reply);
 
 /// Sends one message to a daemon without waiting for a reply.
 ///

@@ -9,6 +9,15 @@ void JsonWriter::Text(std::string_view key, std::string_view text) {
   text_.Append('"');
 }
 
+void JsonWriter::EscapedText(std::string_view key, std::string_view text) {
+  Key(key);
+  text_.Append('"');
+  for (const char c : text) {
+    AppendEscaped(c);
+  }
+  text_.Append('"');
+}
+
 void JsonWriter::Number(std::string_view key, std::int64_t number) {
   Key(key);
   text_.AppendNumber(number);
@@ -71,4 +80,19 @@ void JsonWriter::Begin(char bracket) {
 void JsonWriter::End(char bracket) {
   text_.Append(bracket);
   first_ = false;
+}
+
+void JsonWriter::AppendEscaped(char c) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  const auto byte = static_cast<std::uint8_t>(c);
+  if (byte < ' ') {
+    text_.Append("\\u00");
+    text_.Append(kDigits[byte >> 4]);
+    text_.Append(kDigits[byte & 0x0F]);
+    return;
+  }
+  if (c == '"' || c == '\\') {
+    text_.Append('\\');
+  }
+  text_.Append(c);
 }

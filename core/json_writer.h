@@ -8,11 +8,14 @@
 #include "core/text_builder.h"
 
 /// Appends "key":value members to a text and puts the commas between them. Keys and texts are
-/// written as they stand, without escaping: clients rely on the raw form.
+/// written as they stand, unless it says otherwise: clients rely on the raw form.
 class JsonWriter {
  public:
   /// "key":"text"
   void Text(std::string_view key, std::string_view text);
+  /// "key":"text" with a text that anybody may have written: quotes, backslashes and control
+  /// characters are escaped.
+  void EscapedText(std::string_view key, std::string_view text);
   /// "key":number
   void Number(std::string_view key, std::int64_t number);
   /// "key":"number": some clients read numbers as texts.
@@ -40,6 +43,7 @@ class JsonWriter {
  private:
   void Separate();
   void Key(std::string_view key);
+  void AppendEscaped(char c);
   void Begin(char bracket);
   void End(char bracket);
 

@@ -29,6 +29,15 @@ TEST(JsonWriter, WritesTextsAsTheyStand) {
   EXPECT_EQ(json.View(), "\"A\":\"\"\\\n\"");
 }
 
+TEST(JsonWriter, EscapesTextsOnRequest) {
+  JsonWriter json;
+  json.EscapedText("A", "a\"b\\c/");
+  json.EscapedText("B", std::string_view("\0\t\n\x1f \x7f\xff", 7));
+  json.EscapedText("C", "");
+  EXPECT_EQ(json.View(), R"("A":"a\"b\\c/","B":"\u0000\u0009\u000a\u001f )"
+                         "\x7f\xff\",\"C\":\"\"");
+}
+
 TEST(JsonWriter, LeavesAnEmptyArrayEmpty) {
   JsonWriter json;
   json.BeginArray("A");

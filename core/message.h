@@ -41,6 +41,9 @@ class ByteBuffer {
   [[nodiscard]] std::size_t Size() const { return size_; }
   [[nodiscard]] ByteView View() const { return {bytes_.get(), size_}; }
 
+  /// Forgets all bytes but the first `size`.
+  void Truncate(std::size_t size) { size_ = size < size_ ? size : size_; }
+
   void Release() {
     bytes_.reset();
     size_ = 0;

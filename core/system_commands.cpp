@@ -68,7 +68,7 @@ int PageChange::Parse(const char* params) {
   if (!ReadParameter(params, "Page", page)) {
     return -1;
   }
-  SetPayload({LowByte(static_cast<std::uint32_t>(page))});
+  SetPayload({LowByte(page)});
   return 0;
 }
 

@@ -43,3 +43,13 @@ int JpegEncode::Parse(const char* params) {
   DLOG(2, "send param operate=%s", operate);
   return 0;
 }
+
+void GetGpsInfo::Output() {
+  constexpr TextField kAntennaLevel{4, 20};
+  constexpr std::size_t kLocation = 24;  // up to the end of the reply
+  const ByteView reply = Reply();
+  JsonWriter& data = Data();
+  data.Text("AntennaLevel", reply[kAntennaLevel]);
+  data.Text("Location", reply.Text(kLocation, reply.Size()));
+  Command::Output();
+}

@@ -14,11 +14,6 @@ std::int16_t LoggedPosition(std::uint8_t first, std::uint8_t second) {
   return LowWordSigned(second << 8 | first);
 }
 
-/// Cuts a parameter to the 8 bits of a payload byte.
-std::uint8_t PayloadByte(std::int32_t number) {
-  return LowByte(static_cast<std::uint32_t>(number));
-}
-
 std::uint8_t ZoomDirection(const char* word) {
   if (std::strcmp(word, "Wide") == 0) {
     return 1;
@@ -59,8 +54,8 @@ int SetWebXYFieldEvent::Parse(const char* params) {
   // Deliberate: what a Y above 255 has in its second byte is ORed into X. The pages of the field
   // stay below; clients that do not rely on the bytes that the camera has always received.
   const auto spill = HighByte(static_cast<std::uint16_t>(y));
-  const auto x_byte = static_cast<std::uint8_t>(PayloadByte(x) | spill);
-  const std::uint8_t y_byte = PayloadByte(y);
+  const auto x_byte = static_cast<std::uint8_t>(LowByte(x) | spill);
+  const std::uint8_t y_byte = LowByte(y);
   std::uint8_t kind_code = 0;
   if (getIndexOfSliderEvent(kind, kind_code) != 0) {
     return -1;
@@ -88,7 +83,7 @@ int SeesawSwitchOperation::Parse(const char* params) {
   }
   DLOG(2, "send param kind=%s(%d) dir=%s(%d) speed=%d", kind, kind_code, direction, key_code,
        speed);
-  SetPayload({kind_code, key_code, PayloadByte(speed)});
+  SetPayload({kind_code, key_code, LowByte(speed)});
   return 0;
 }
 
@@ -101,6 +96,6 @@ int ZoomSwitchOperation::Parse(const char* params) {
   DLOG(2, "##### ZoomSwitchOperation %s Zoom=%s Spead=%d", "Parse()", direction, speed);
   const std::uint8_t code = ZoomDirection(direction);
   DLOG(2, "send param dir=%s(%d) speed=%d", direction, code, speed);
-  SetPayload({code, PayloadByte(speed)});
+  SetPayload({code, LowByte(speed)});
   return 0;
 }

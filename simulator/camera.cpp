@@ -31,6 +31,7 @@ std::int64_t DropFrameNumber(std::int64_t frames) {
 void Camera::AdvanceTo(std::chrono::milliseconds uptime) {
   const std::chrono::milliseconds elapsed = uptime - uptime_;
   uptime_ = uptime;
+  cloud_.AdvanceTo(uptime);
   const double way = zoom_speed_ * std::chrono::duration<double>(elapsed).count();
   zoom_position_ += std::clamp(zoom_target_ - zoom_position_, -way, way);
   if (recording_) {
@@ -100,7 +101,7 @@ std::string Camera::Summary() const {
          on_off(controls_.tally_on != 0) + " by " +
          (controls_.tally_by_web != 0 ? "web" : "camera") + ", studio tally " + studio_tally +
          ", streaming " + on_off(controls_.streaming != 0) + ", IFB " +
-         on_off(controls_.ifb_active != 0);
+         on_off(controls_.ifb_active != 0) + ", cloud login " + on_off(cloud_.IsLoggedIn());
 }
 
 }  // namespace simulator

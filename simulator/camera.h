@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "simulator/cloud_client.h"
+
 namespace simulator {
 
 /// First byte of a reply's payload.
@@ -77,6 +79,9 @@ class Camera {
   Controls& controls() { return controls_; }
   [[nodiscard]] const Controls& controls() const { return controls_; }
 
+  CloudClient& cloud() { return cloud_; }
+  [[nodiscard]] const CloudClient& cloud() const { return cloud_; }
+
   /// What the camera is doing, in one line for its user. The same text means the same state.
   [[nodiscard]] std::string Summary() const;
 
@@ -91,6 +96,7 @@ class Camera {
   Slot slot_b_{false, 120, 0};
   PagePermissions allowed_pages_{1, 1, 1, 1};
   Controls controls_;
+  CloudClient cloud_;
 };
 
 }  // namespace simulator

@@ -1,6 +1,7 @@
 #include "simulator/camera_messages.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace simulator {
 namespace {
@@ -29,6 +30,10 @@ void PutSlot(Bytes& reply, std::size_t offset, const Slot& slot, std::uint8_t st
   reply[offset + 1] = slot.write_protected ? 1 : 0;
   PutU16(reply, offset + 2, slot.remaining_minutes);
   PutU16(reply, offset + 4, slot.clip_count);
+}
+
+void PutText(Bytes& bytes, std::size_t offset, std::string_view text) {
+  std::copy(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
 }
 
 }  // namespace
@@ -77,6 +82,13 @@ Reply StopMonitor(Camera& camera, const Bytes&) {
 Reply SetZoomPosition(Camera& camera, const Bytes& payload) {
   camera.ZoomTo(static_cast<std::int16_t>(payload[0] << 8 | payload[1]));
   return ResultOnly(Result::kSuccess);
+}
+
+Reply ReportGps(Camera&, const Bytes&) {
+  Bytes reply(44);
+  PutText(reply, 4, "4");
+  PutText(reply, 24, "35.4437N 139.6380E");
+  return reply;
 }
 
 Reply ChangePage(Camera& camera, const Bytes&) {

@@ -21,6 +21,9 @@ Reply StopMonitor(Camera& camera, const Bytes& payload);
 /// Bytes 0-1: the position, signed, big-endian.
 Reply SetZoomPosition(Camera& camera, const Bytes& payload);
 
+/// The reply's bytes 4-23: the antenna's level, 24-43: the location.
+Reply ReportGps(Camera& camera, const Bytes& payload);
+
 /// Byte 0: the page now shown. The reply tells which pages are allowed: byte 1 planning metadata,
 /// byte 2 edit metadata, byte 3 view remote, byte 4 settings.
 Reply ChangePage(Camera& camera, const Bytes& payload);

@@ -21,7 +21,7 @@ std::vector<MessageRow> ControlMessages() {
       {5, 119, "seesaw switch", 3, OperateSeesawSwitch},
       {6, 11, "clip list", 6, Accept},
       {6, 16, "clip mark", 6, Accept},
-      {6, 29, "GPS information", 0, Accept},
+      {6, 29, "GPS information", 0, ReportGps},
       {6, 107, "FTP prompt answer", 2, Accept},
       {6, 108, "FTP upload of all clips", 2, Accept},
       {6, 109, "FTP upload of marked clips", 2, Accept},

@@ -1,5 +1,7 @@
 # shellcheck shell=bash
-# Posts one request of each kind through the web server and compares the replies.
+# Posts requests through the web server and compares the replies.
+source simulator/smoke_cloud.sh
+source simulator/smoke_every_command.sh
 
 # smoke PORT SESSION: shows each request and reply; status 1 if one differs.
 smoke() {
@@ -36,6 +38,9 @@ smoke() {
     '{"Request":{"Command":"PageChange","SessionID":"'"$session"'","Params":{}}}' \
     '{"Response":{"Result":"RequestedError"}}'
 
+  smoke_cloud
+  smoke_every_command
+
   if ((failures > 0)); then
     echo "$failures replies differ"
     return 1
@@ -46,10 +51,37 @@ smoke() {
 # expect_reply DESCRIPTION REQUEST REPLY: uses the caller's url and counts in its failures.
 expect_reply() {
   local reply
-  reply=$(curl --silent --show-error --fail --noproxy '*' --max-time 10 --data "$2" "$url") || true
+  reply=$(post "$2")
   printf '%s\n  > %s\n  < %s\n' "$1" "$2" "$reply"
-  if [[ $reply != "$3" ]]; then
-    printf '  expected: %s\n' "$3"
+  expect_equal "$reply" "$3"
+}
+
+# expect_success COMMAND [PARAMS]
+expect_success() {
+  expect_reply "$1" "$(request "$@")" '{"Response":{"Requested":"'"$1"'","Result":"Success"}}'
+}
+
+# expect_data DESCRIPTION COMMAND PARAMS DATA
+expect_data() {
+  expect_reply "$1" "$(request "$2" "$3")" \
+    '{"Response":{"Requested":"'"$2"'","Result":"Success","Data":{'"$4"'}}}'
+}
+
+# expect_equal ACTUAL EXPECTED
+expect_equal() {
+  if [[ $1 != "$2" ]]; then
+    printf '  expected: %s\n' "$2"
     failures=$((failures + 1))
   fi
+}
+
+# request COMMAND [PARAMS]: the request's text; PARAMS are the members of "Params".
+request() {
+  printf '{"Request":{"Command":"%s","SessionID":"%s"%s}}' "$1" "$session" \
+    "${2:+,\"Params\":{$2\}}"
+}
+
+# post REQUEST: shows the reply.
+post() {
+  curl --silent --show-error --fail --noproxy '*' --max-time 10 --data "$1" "$url" || true
 }

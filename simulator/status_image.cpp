@@ -103,6 +103,13 @@ void PutEnableFlags(StatusBlock& block) {
   std::fill(block.begin() + 130, block.begin() + 222, std::uint8_t{1});
 }
 
+void PutCloud(StatusBlock& block, const CloudClient& cloud) {
+  block[504] = static_cast<std::uint8_t>(cloud.LoginState());
+  block[505] = static_cast<std::uint8_t>(cloud.EventsState());
+  block[506] = static_cast<std::uint8_t>(cloud.StreamInfoState());
+  block[507] = static_cast<std::uint8_t>(cloud.Error());
+}
+
 }  // namespace
 
 StatusBlock MakeStatusBlock(const Camera& camera) {
@@ -119,6 +126,7 @@ StatusBlock MakeStatusBlock(const Camera& camera) {
   block[416] = 1;  // the characters are mixed into the SDI output alone
   PutUserButtons(block);
   PutEnableFlags(block);
+  PutCloud(block, camera.cloud());
   return block;
 }
 

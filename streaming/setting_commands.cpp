@@ -11,23 +11,14 @@
 
 namespace {
 
-/// Names in parameters are cut to 30 characters; known ones are shorter.
-using NameParameter = char[31];
-
-void Trace(int level, const char* command, const char* when, const _STREAMING_SETTING& setting) {
-  // "bofore" is how people who read these logs know the line.
-  DLOG(level, "##### %s %s %s res:%s qua:%s ser:%s", command, "Transmit()", when,
-       setting.resolution, setting.quality, setting.server);
-}
-
 /// Changes the streaming settings file and traces it before and after.
 template <typename Change>
 void UpdateStreamingFile(int level, const char* command, Change change) {
-  kStreamingFile.Update(STREAMING_SETTING_PATH, [&](_STREAMING_SETTING& setting) {
-    Trace(level, command, "bofore", setting);
-    change(setting);
-    Trace(level, command, "after", setting);
-  });
+  kStreamingFile.UpdateTraced(
+      STREAMING_SETTING_PATH, change, [&](const char* when, const _STREAMING_SETTING& setting) {
+        DLOG(level, "##### %s %s %s res:%s qua:%s ser:%s", command, "Transmit()", when,
+             setting.resolution, setting.quality, setting.server);
+      });
 }
 
 /// The stored quality with another bit rate; 0 without one.
@@ -87,8 +78,8 @@ void GetStreamingSettings::Output() {
 }
 
 int SetStreamingSettings::Parse(const char* params) {
-  NameParameter resolution;
-  NameParameter bitrate;
+  ShortText resolution;
+  ShortText bitrate;
   if (!ReadParameter(params, "Resolution", resolution) ||
       !ReadParameter(params, "Bitrate", bitrate)) {
     return -1;
@@ -109,7 +100,7 @@ void SetStreamingSettings::Transmit() {
 }
 
 int SetStreamingResolution::Parse(const char* params) {
-  NameParameter resolution;
+  ShortText resolution;
   if (!ReadParameter(params, "Resolution", resolution)) {
     return -1;
   }
@@ -128,7 +119,7 @@ void SetStreamingResolution::Transmit() {
 }
 
 int SetStreamingFramerate::Parse(const char* params) {
-  NameParameter framerate;
+  ShortText framerate;
   if (!ReadParameter(params, "Framerate", framerate)) {
     return -1;
   }
@@ -146,7 +137,7 @@ void SetStreamingFramerate::Transmit() {
 }
 
 int SetStreamingBitrate::Parse(const char* params) {
-  NameParameter bitrate;
+  ShortText bitrate;
   if (!ReadParameter(params, "Bitrate", bitrate)) {
     return -1;
   }
@@ -174,7 +165,7 @@ void AvailableStreamingResolutionSettings::Output() {
 
 int AvailableStreamingFramerateSettings::Parse(const char* params) {
   DLOG(2, "##### AvailableStreamingFramerateSettings %s params=%s", "Parse()", params);
-  NameParameter resolution;
+  ShortText resolution;
   if (!ReadParameter(params, "Resolution", resolution)) {
     return -1;
   }
@@ -198,9 +189,9 @@ void AvailableStreamingFramerateSettings::Output() {
 
 int AvailableStreamingBitrateSettings::Parse(const char* params) {
   DLOG(2, "##### AvailableStreamingBitrateSettings %s params=%s", "Parse()", params);
-  NameParameter type;
-  NameParameter resolution;
-  NameParameter framerate;
+  ShortText type;
+  ShortText resolution;
+  ShortText framerate;
   if (!ReadParameter(params, "Type", type) || !ReadParameter(params, "Resolution", resolution) ||
       !ReadParameter(params, "Framerate", framerate)) {
     return -1;

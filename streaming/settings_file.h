@@ -53,16 +53,32 @@ class SettingsFile {
   /// cannot be written is nobody's concern: the command succeeds all the same.
   void Write(const char* path, const Record& record) const;
 
-  /// Reads the file, lets `change` change the record, rewrites the file and tells the control
-  /// daemon. Untouched settings keep their values. Requests that change the same file at once race;
-  /// the last writer wins.
+  /// Reads the file, lets `change` change the record and rewrites the file. Untouched settings keep
+  /// their values. Requests that change the same file at once race; the last writer wins.
   template <typename Change>
-  void Update(const char* path, Change change) const {
+  void Rewrite(const char* path, Change change) const {
     Record record;
     Read(path, record);
     change(record);
     Write(path, record);
+  }
+
+  /// Rewrites the file and tells the control daemon: what every command does that sets something.
+  template <typename Change>
+  void Update(const char* path, Change change) const {
+    Rewrite(path, change);
     RenewSetting(0);
+  }
+
+  /// The same, with `trace` called for the record before and after the change. It is passed the
+  /// word for when: "bofore" is how people who read these logs know the line.
+  template <typename Change, typename Trace>
+  void UpdateTraced(const char* path, Change change, Trace trace) const {
+    Update(path, [&](Record& record) {
+      trace("bofore", record);
+      change(record);
+      trace("after", record);
+    });
   }
 
  private:

@@ -2,6 +2,9 @@
 
 #include <cstddef>
 
+#include "core/text.h"
+#include "streaming/capability_tables.h"
+
 const char STREAMING_SETTING_PATH[] = "/var/tmp/lighttpd/streaming";
 const char STREAMING_SERVER_SETTING_PATH[] = "/var/tmp/lighttpd/streaming_server";
 
@@ -68,4 +71,19 @@ int ReadStreamingServerSetting(const char* path, _STREAMING_SERVER_SETTING* sett
 int WriteStreamingServerSetting(const char* path, const _STREAMING_SERVER_SETTING* setting) {
   kStreamingServerFile.Write(path, *setting);
   return 0;
+}
+
+int SaveStreamingSettingsRTMP(std::int32_t server, const char* url, const char* stream_key,
+                              const char* title) {
+  kStreamingFile.Rewrite(STREAMING_SETTING_PATH, [server](_STREAMING_SETTING& setting) {
+    CopyNumber(setting.server, server);
+  });
+  const StreamingServerPath path(server);
+  kStreamingServerFile.Rewrite(path.Text(), [&](_STREAMING_SERVER_SETTING& setting) {
+    CopyText(setting.str_alias, title);
+    CopyNumber(setting.type, IndexOfName(streaming_type_table, "RTMP"));
+    CopyText(setting.rtmp_destination_url, url);
+    CopyText(setting.rtmp_stream_key, stream_key);
+  });
+  return RenewSetting(0);
 }

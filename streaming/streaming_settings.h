@@ -80,6 +80,12 @@ int ReadStreamingSetting(_STREAMING_SETTING* setting);
 int ReadStreamingServerSetting(const char* path, _STREAMING_SERVER_SETTING* setting);
 int WriteStreamingServerSetting(const char* path, const _STREAMING_SERVER_SETTING* setting);
 
+/// Makes a server an RTMP destination and the current server: both settings files are rewritten,
+/// their other settings kept, and the control daemon is told once.
+/// @return 0
+int SaveStreamingSettingsRTMP(std::int32_t server, const char* url, const char* stream_key,
+                              const char* title);
+
 /// The streaming bit rate and frame rate, as one number of the streaming settings: the camera's
 /// code of the bit rate (see `bitrate_translate_table`) times 8, plus the index of the frame rate
 /// in `framerate_table`. A negative number, which only a damaged file can hold, splits with the

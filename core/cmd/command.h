@@ -77,7 +77,7 @@ class Command {
   /// The data object of the reply; the first call adds it.
   JsonWriter& Data();
 
-  /// The last reply's payload. What did not arrive reads as zero.
+  /// The last reply's payload, as far as it arrived; what did not arrive reads as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }
 
   MessageHeader request_header_;

@@ -1,7 +1,7 @@
 // Commands that operate the camera: keys and buttons, tally lamps, sliders and switches, recording,
-// zoom and the live picture's encoder. Each sends one message to the camera control daemon and
-// replies with the daemon's result, without data. A missing parameter, and a control or key that
-// the remote event table does not know, reject the request.
+// zoom, the live picture's encoder and the position receiver. Each sends one message to the camera
+// control daemon and replies with the daemon's result, all but the last without data. A missing
+// parameter, and a control or key that the remote event table does not know, reject the request.
 #pragma once
 
 #include "core/cmd/command.h"
@@ -148,4 +148,13 @@ class SetZoomCtrl : public Command {
 class JpegEncode : public Command {
  public:
   int Parse(const char* params) override;
+};
+
+/// Reports the state of the position receiver (GPS), known to clients as "GetGPSInfo".
+///
+/// The bare header is the whole message. Reply: bytes 4 to 23 level of the antenna, from byte 24 on
+/// the location; both texts are reported as they stand, as far as they arrived.
+class GetGpsInfo : public Command {
+ public:
+  void Output() override;
 };

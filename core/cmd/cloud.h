@@ -1,0 +1,125 @@
+// Commands of the cloud streaming service. Its client runs in the camera's streaming daemon, which
+// keeps the login, the list of events (broadcasts) and the stream information; a web page goes
+// through these commands step by step: log in, have the list obtained, read it, have an event's
+// stream information obtained, copy that into a streaming server's slot, and log out.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/cmd/command.h"
+
+/// The client's list holds so many events at most.
+constexpr std::int32_t kMaxCloudEvents = 20;
+
+/// A cloud request: one message to the streaming daemon, whose reply's first payload byte is the
+/// result.
+///
+/// Header: class 11, the command's own code, a 1 at offset 5. Numbers in the payloads are
+/// little-endian, unlike those of the control daemon.
+class CloudCommand : public Command {
+ public:
+  /// Sends the request. One without parameters, or whose parameters are missing, is a bare header.
+  void Transmit() override;
+
+ protected:
+  explicit CloudCommand(std::uint8_t code);
+
+  /// Makes a number the payload: 16 bits, then two zero bytes.
+  void SetNumberPayload(std::uint16_t number);
+
+  /// Sends a request with another code than the command's own.
+  void Request(std::uint8_t code);
+
+ private:
+  std::uint8_t code_;
+};
+
+/// Logs in to the service.
+///
+/// Parameters "Username" (at most 127 characters), "Password" (at most 63, may be empty) and
+/// "ServerURL" (at most 127). A missing one, and an empty user name or URL: "RequestedError".
+///
+/// Payload: 128 bytes user name, 64 bytes password, 128 bytes URL, each padded with zeros to at
+/// least one.
+class SetCldstrmLogin : public CloudCommand {
+ public:
+  SetCldstrmLogin();
+  int Parse(const char* params) override;
+};
+
+/// Logs out of the service.
+class SetCldstrmLogout : public CloudCommand {
+ public:
+  SetCldstrmLogout();
+};
+
+/// Has the client obtain the list of events from the service.
+class SetCldstrmEventListObtain : public CloudCommand {
+ public:
+  SetCldstrmEventListObtain();
+};
+
+/// Reports the titles of the events that the client has obtained, 20 of them at most, each cut to
+/// 63 bytes.
+///
+/// First the number of events is asked for (reply: bytes 4 and 5), then each event with its index
+/// (reply: the title from byte 4 on). An event that is not answered has an empty title. The result
+/// is that of the last reply.
+class GetCldstrmEventList : public CloudCommand {
+ public:
+  GetCldstrmEventList();
+  void Transmit() override;
+  void Output() override;
+
+ private:
+  /// The reply about one event, as received; what did not arrive is zero.
+  struct EventRecord {
+    static constexpr std::size_t kSize = 132;
+    std::uint8_t bytes[kSize];
+
+    [[nodiscard]] ByteView View() const { return {bytes, kSize}; }
+  };
+
+  void ReceiveEvent(std::int32_t index);
+
+  EventRecord events_[kMaxCloudEvents] = {};
+  std::int32_t event_num_ = 0;
+};
+
+/// Has the client obtain the stream information of an event.
+///
+/// Parameter "EventID": the event's index in the list, limited to 0 to 19. Missing:
+/// "RequestedError". Payload: the index.
+class SetCldstrmStreamInfoObtain : public CloudCommand {
+ public:
+  SetCldstrmStreamInfoObtain();
+  int Parse(const char* params) override;
+};
+
+/// Copies the stream information of an event into a streaming server's slot and makes that server
+/// the current one.
+///
+/// Parameters "EventID", limited to 0 to 19, and "StrmsrvID", the server's number, limited to 0 to
+/// 3. One missing: "RequestedError". Payload: the event's index. Reply: bytes 4 to 195 ingest URL,
+/// 196 to 259 stream key, 260 to 323 title. Without a reply, and with a result other than 0, no
+/// settings file is touched.
+class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
+ public:
+  SetCldstrmStreamInfoToStrmsrv();
+  int Parse(const char* params) override;
+  void Transmit() override;
+
+ private:
+  std::int32_t strmsrv_id_ = 0;
+};
+
+/// Clears the client's status of single steps.
+///
+/// Parameters "Login", "GetEventList" and "GetStreamInfo": numbers, whose low bytes and a zero byte
+/// are the payload; their meaning is the daemon's. One missing: "RequestedError".
+class SetCldstrmClearStatus : public CloudCommand {
+ public:
+  SetCldstrmClearStatus();
+  int Parse(const char* params) override;
+};

@@ -1,0 +1,159 @@
+#include <cstring>
+
+#include "core/bytes.h"
+#include "core/cmd/camera_settings.h"
+#include "core/dlog.h"
+#include "core/text.h"
+#include "core/word_table.h"
+#include "remote/camera_settings.h"
+#include "status/camera_status_block.h"
+
+namespace {
+
+/// A preset zoom button and where its position is stored.
+struct ZoomButton {
+  const char* id;
+  char (_PRESET_ZOOM_POS::*position)[sizeof(_PRESET_ZOOM_POS::preset_a)];
+};
+
+constexpr ZoomButton kZoomButtons[] = {
+    {"A", &_PRESET_ZOOM_POS::preset_a},
+    {"B", &_PRESET_ZOOM_POS::preset_b},
+    {"C", &_PRESET_ZOOM_POS::preset_c},
+};
+
+/// Clients know a position that is not set as -1. An empty one, which only a damaged file holds,
+/// would make the reply no JSON.
+const char* PositionForClients(const char* stored) {
+  const bool is_set = stored[0] != '\0' && std::strcmp(stored, "65535") != 0;
+  return is_set ? stored : "-1";
+}
+
+// Clients compare these words as they are spelt.
+constexpr WordTable<3> kNtpStates = {{"Master", "Not Syncronized", "Syncronized"}, ""};
+
+/// Changes the NTP settings file and traces it before and after.
+template <typename Change>
+void UpdateNtpFile(const char* command, Change change) {
+  kNtpFile.UpdateTraced(NTP_SETTING_PATH, change,
+                        [command](const char* when, const _NTP_SETTING& setting) {
+                          DLOG(2, "##### %s %s %s addr:%s tc_sync:%s", command, "Transmit()", when,
+                               setting.address, setting.tc_sync);
+                        });
+}
+
+}  // namespace
+
+void GetPresetZoomPosition::Transmit() { Succeed(); }
+
+void GetPresetZoomPosition::Output() {
+  _PRESET_ZOOM_POS setting;
+  ReadPresetZoom(&setting);
+  JsonWriter& data = Data();
+  for (const ZoomButton& button : kZoomButtons) {
+    data.Bare(button.id, PositionForClients(setting.*button.position));
+  }
+  Command::Output();
+}
+
+int SetPresetZoomPosition::Parse(const char* params) {
+  return ReadParameter(params, "ID", id_) && ReadParameter(params, "Position", position_) ? 0 : -1;
+}
+
+void SetPresetZoomPosition::Transmit() {
+  Succeed();
+  kPresetZoomFile.Update(PRESET_ZOOM_PATH, [this](_PRESET_ZOOM_POS& setting) {
+    for (const ZoomButton& button : kZoomButtons) {
+      if (std::strcmp(id_, button.id) == 0) {
+        CopyNumber(setting.*button.position, position_);
+      }
+    }
+  });
+}
+
+void GetNTPStatus::Transmit() { Succeed(); }
+
+void GetNTPStatus::Output() {
+  DLOG(2, "##### GetNTPStatus %s", "Output()");
+  _NTP_SETTING setting;
+  ReadNTPSetting(&setting);
+  const camera_status::CameraStatusBlock block;
+  const std::int32_t tc_sync = DecimalValue(setting.tc_sync);
+  DLOG(2, "##### GetNTPStatus ntp tc_sync %d %s", tc_sync, setting.tc_sync);
+  JsonWriter& data = Data();
+  data.Text("Address", setting.address);
+  data.Text("TcSync", tc_sync != 0 ? "On" : "Off");
+  data.Text("Status", kNtpStates[block[camera_status::kNtpState]]);
+  Command::Output();
+}
+
+int SetNTPServer::Parse(const char* params) {
+  if (!ReadParameter(params, "Address", address_)) {
+    return -1;
+  }
+  DLOG(2, "##### SetNTPServer %s addr:%s", "Parse()", address_);
+  return 0;
+}
+
+void SetNTPServer::Transmit() {
+  Succeed();
+  UpdateNtpFile("SetNTPServer",
+                [this](_NTP_SETTING& setting) { CopyText(setting.address, address_); });
+}
+
+int SetNTPSettings::Parse(const char* params) {
+  if (!ReadParameter(params, "TcSync", tc_sync_)) {
+    return -1;
+  }
+  DLOG(2, "##### SetNTPSettings %s tc_sync:%s", "Parse()", tc_sync_);
+  return 0;
+}
+
+void SetNTPSettings::Transmit() {
+  Succeed();
+  UpdateNtpFile("SetNTPSettings", [this](_NTP_SETTING& setting) {
+    CopyText(setting.tc_sync, std::strcmp(tc_sync_, "On") == 0 ? "1" : "0");
+  });
+}
+
+void GetIFBSettings::Transmit() { Succeed(); }
+
+void GetIFBSettings::Output() {
+  DLOG(2, "##### GetIFBSettings %s", "Output()");
+  _IFB_SETTING setting;
+  ReadIFBSetting(&setting);
+  JsonWriter& data = Data();
+  data.Text("Function", LowByte(DecimalValue(setting.ifb_function)) != 0 ? "Enable" : "Disable");
+  data.Text("Address", setting.ifb_address);
+  data.Bare("Port", setting.ifb_port);
+  data.Text("Mountpoint", setting.ifb_mountpoint);
+  Command::Output();
+}
+
+int SetIFBSettings::Parse(const char* params) {
+  ShortText function;
+  if (!ReadParameter(params, "Function", function) || !ReadParameter(params, "Address", address_) ||
+      !ReadParameter(params, "Port", port_) || !ReadParameter(params, "Mountpoint", mountpoint_)) {
+    return -1;
+  }
+  DLOG(2, "##### SetIFBSettings %s func:%s addr:%s port:%d mntp:%s", "Parse()", function, address_,
+       port_, mountpoint_);
+  enabled_ = std::strcmp(function, "Enable") == 0 ? 1 : 0;
+  return 0;
+}
+
+void SetIFBSettings::Transmit() {
+  Succeed();
+  kIfbFile.UpdateTraced(
+      IFB_SETTING_PATH,
+      [this](_IFB_SETTING& setting) {
+        CopyNumber(setting.ifb_function, enabled_);
+        CopyText(setting.ifb_address, address_);
+        CopyNumber(setting.ifb_port, port_);
+        CopyText(setting.ifb_mountpoint, mountpoint_);
+      },
+      [](const char* when, const _IFB_SETTING& setting) {
+        DLOG(2, "##### SetIFBSettings %s %s func:%s addr:%s port:%s mntp:%s", "Transmit()", when,
+             setting.ifb_function, setting.ifb_address, setting.ifb_port, setting.ifb_mountpoint);
+      });
+}

@@ -1,0 +1,52 @@
+// The settings files that the camera takes its preset zoom positions, its NTP server and its return
+// audio from. Numbers are stored in decimal.
+#pragma once
+
+#include "streaming/settings_file.h"
+
+// NOLINTBEGIN(bugprone-reserved-identifier): records of settings files are named so.
+
+/// The preset zoom file. Its fields are its keys, in the order of its lines; "65535" is a position
+/// that is not set.
+struct _PRESET_ZOOM_POS {
+  char preset_a[30];
+  char preset_b[30];
+  char preset_c[30];
+};
+
+/// The NTP settings file. Its fields are its keys, in the order of its lines.
+struct _NTP_SETTING {
+  char address[130];
+  char tc_sync[30];  ///< non-zero while the time code follows the server
+};
+
+/// The return audio (IFB) settings file. Its fields are its keys, in the order of its lines.
+struct _IFB_SETTING {
+  char ifb_function[30];  ///< the low byte is 0 while the function is disabled
+  char ifb_address[130];
+  char ifb_port[30];
+  char ifb_mountpoint[70];
+  // The camera's receiver knows what these mean; clients cannot set them.
+  char ifb_type[30];
+  char ifb_codec[30];
+  char ifb_channel[30];
+  char ifb_sample_rate[30];
+  char ifb_username[70];
+  char ifb_password[256];
+};
+
+// NOLINTEND(bugprone-reserved-identifier)
+
+extern const char PRESET_ZOOM_PATH[];
+extern const char NTP_SETTING_PATH[];
+extern const char IFB_SETTING_PATH[];
+
+extern const SettingsFile<_PRESET_ZOOM_POS> kPresetZoomFile;
+extern const SettingsFile<_NTP_SETTING> kNtpFile;
+extern const SettingsFile<_IFB_SETTING> kIfbFile;
+
+/// Each reads its settings file (see `SettingsFile::Read`).
+/// @return 0
+int ReadPresetZoom(_PRESET_ZOOM_POS* setting);
+int ReadNTPSetting(_NTP_SETTING* setting);
+int ReadIFBSetting(_IFB_SETTING* setting);

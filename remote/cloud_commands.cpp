@@ -1,0 +1,210 @@
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "core/bytes.h"
+#include "core/cmd/cloud.h"
+#include "core/daemon_socket.h"
+#include "core/dlog.h"
+#include "core/parameters.h"
+#include "core/text.h"
+#include "streaming/streaming_settings.h"
+
+namespace {
+
+constexpr char kStreamingDaemonPath[] = "/var/run/streaming.sock";
+constexpr std::uint8_t kCloudClass = 11;
+
+/// What the streaming daemon is asked for.
+enum CloudCode : std::uint8_t {
+  kLogin = 99,
+  kLogout = 100,
+  kObtainEventList = 101,
+  kCountEvents = 102,
+  kGetEvent = 103,
+  kObtainStreamInfo = 104,
+  kGetStreamInfo = 105,
+  kClearStatus = 106,
+};
+
+/// Payload of a login; unused bytes are zero.
+struct LoginBlock {
+  char user_name[128];
+  char password[64];
+  char server_url[128];
+};
+static_assert(sizeof(LoginBlock) == 320);
+
+// The replies.
+constexpr std::size_t kEventCount = 4;  // 16 bits, little-endian
+constexpr TextField kEventTitle{4, 128};
+constexpr TextField kShownEventTitle{4, 63};  // clients get to see so much of it
+constexpr TextField kStreamUrl{4, 192};
+constexpr TextField kStreamKey{196, 64};
+constexpr TextField kStreamTitle{260, 64};
+
+constexpr std::int32_t kLastEvent = kMaxCloudEvents - 1;
+constexpr std::int32_t kLastServer = 3;
+
+/// A number limited to a range; traced under this name when that changes it.
+std::int32_t Limit(std::int32_t number, std::int32_t last, const char* name) {
+  const std::int32_t limited = std::clamp(number, std::int32_t{0}, last);
+  if (limited != number) {
+    DLOG(2, "--> %s=%d", name, limited);
+  }
+  return limited;
+}
+
+std::uint16_t LimitEvent(std::int32_t event_id) {
+  return static_cast<std::uint16_t>(Limit(event_id, kLastEvent, "event_id"));
+}
+
+}  // namespace
+
+CloudCommand::CloudCommand(std::uint8_t code) : code_(code) {
+  daemon_address_ = DaemonAddress(kStreamingDaemonPath);
+}
+
+void CloudCommand::Transmit() { Request(code_); }
+
+void CloudCommand::SetNumberPayload(std::uint16_t number) {
+  SetPayload({LowByte(number), HighByte(number), 0, 0});
+}
+
+void CloudCommand::Request(std::uint8_t code) {
+  request_header_.message_class = kCloudClass;
+  request_header_.command_code = code;
+  request_header_.one_for_streaming = 1;
+  Command::Transmit();
+}
+
+SetCldstrmLogin::SetCldstrmLogin() : CloudCommand(kLogin) {}
+
+int SetCldstrmLogin::Parse(const char* params) {
+  LoginBlock login = {};
+  if (!ReadParameter(params, "Username", login.user_name) ||
+      !ReadParameter(params, "Password", login.password) ||
+      !ReadParameter(params, "ServerURL", login.server_url)) {
+    return -1;
+  }
+  DLOG(4, "Username=%s", login.user_name);
+  // In clear, on purpose: service staff who raise the level look for mistyped passwords.
+  DLOG(4, "Password=%s", login.password);
+  DLOG(4, "ServerUrl=%s", login.server_url);
+  if (login.user_name[0] == '\0' || login.server_url[0] == '\0') {
+    return -1;
+  }
+  std::memcpy(NewPayload(sizeof login), &login, sizeof login);
+  return 0;
+}
+
+SetCldstrmLogout::SetCldstrmLogout() : CloudCommand(kLogout) {}
+
+SetCldstrmEventListObtain::SetCldstrmEventListObtain() : CloudCommand(kObtainEventList) {}
+
+GetCldstrmEventList::GetCldstrmEventList() : CloudCommand(kCountEvents) {}
+
+void GetCldstrmEventList::Transmit() {
+  CloudCommand::Transmit();
+  const std::int32_t count = Reply().U16LittleEndian(kEventCount);
+  DLOG(4, "m_event_num=%d", count);
+  event_num_ = Limit(count, kMaxCloudEvents, "m_event_num");
+  for (std::int32_t index = 0; index < event_num_; ++index) {
+    SetNumberPayload(static_cast<std::uint16_t>(index));
+    Request(kGetEvent);
+    ReceiveEvent(index);
+  }
+}
+
+void GetCldstrmEventList::ReceiveEvent(std::int32_t index) {
+  const ByteView reply = Reply();
+  if (reply.Size() == 0) {
+    DLOG(1, "[%d] No m_rcv_res!!", index);
+    return;
+  }
+  EventRecord& event = events_[index];
+  std::memcpy(event.bytes, reply_.Bytes(), std::min(reply.Size(), EventRecord::kSize));
+  char title[kEventTitle.width + 1];
+  CopyText(title, event.View()[kEventTitle]);
+  DLOG(4, "[%d] Title: %s", index, title);
+}
+
+void GetCldstrmEventList::Output() {
+  JsonWriter& data = Data();
+  data.Number("EventNum", event_num_);
+  if (event_num_ > 0) {
+    data.BeginArray("EventInfo");
+    for (std::int32_t index = 0; index < event_num_; ++index) {
+      data.BeginElement();
+      data.EscapedText("Title", events_[index].View()[kShownEventTitle]);
+      data.EndObject();
+    }
+    data.EndArray();
+  }
+  Command::Output();
+}
+
+SetCldstrmStreamInfoObtain::SetCldstrmStreamInfoObtain() : CloudCommand(kObtainStreamInfo) {}
+
+int SetCldstrmStreamInfoObtain::Parse(const char* params) {
+  std::int32_t event_id = 0;
+  if (!ReadParameter(params, "EventID", event_id)) {
+    return -1;
+  }
+  DLOG(4, "event_id=%d", event_id);
+  SetNumberPayload(LimitEvent(event_id));
+  return 0;
+}
+
+SetCldstrmStreamInfoToStrmsrv::SetCldstrmStreamInfoToStrmsrv() : CloudCommand(kGetStreamInfo) {}
+
+int SetCldstrmStreamInfoToStrmsrv::Parse(const char* params) {
+  std::int32_t event_id = 0;
+  if (!ReadParameter(params, "EventID", event_id) ||
+      !ReadParameter(params, "StrmsrvID", strmsrv_id_)) {
+    return -1;
+  }
+  DLOG(4, "event_id=%d  m_strmsrv_id=%d", event_id, strmsrv_id_);
+  SetNumberPayload(LimitEvent(event_id));
+  strmsrv_id_ = Limit(strmsrv_id_, kLastServer, "m_strmsrv_id");
+  return 0;
+}
+
+void SetCldstrmStreamInfoToStrmsrv::Transmit() {
+  CloudCommand::Transmit();
+  const ByteView reply = Reply();
+  if (reply.Size() == 0) {
+    // A daemon that does not answer must not wipe a server's slot.
+    result_ = 1;
+  }
+  if (result_ != 0) {
+    return;
+  }
+  // The last byte of each field is never part of its text.
+  char url[kStreamUrl.width];
+  char stream_key[kStreamKey.width];
+  char title[kStreamTitle.width];
+  CopyText(url, reply[kStreamUrl]);
+  CopyText(stream_key, reply[kStreamKey]);
+  CopyText(title, reply[kStreamTitle]);
+  DLOG(1, "Url: %s", url);
+  DLOG(1, "StreamKey: %s", stream_key);
+  DLOG(1, "Title: %s", title);
+  SaveStreamingSettingsRTMP(strmsrv_id_, url, stream_key, title);
+}
+
+SetCldstrmClearStatus::SetCldstrmClearStatus() : CloudCommand(kClearStatus) {}
+
+int SetCldstrmClearStatus::Parse(const char* params) {
+  std::int32_t login = 0;
+  std::int32_t event_list = 0;
+  std::int32_t stream_info = 0;
+  if (!ReadParameter(params, "Login", login) ||
+      !ReadParameter(params, "GetEventList", event_list) ||
+      !ReadParameter(params, "GetStreamInfo", stream_info)) {
+    return -1;
+  }
+  DLOG(4, "login=%d get_event_list=%d get_stream_info=%d", login, event_list, stream_info);
+  SetPayload({LowByte(login), LowByte(event_list), LowByte(stream_info), 0});
+  return 0;
+}
