@@ -15,6 +15,7 @@
 #include <system_error>
 #include <vector>
 
+#include "harness/files.h"
 #include "harness/handler.h"
 
 namespace harness {
@@ -39,6 +40,9 @@ std::string FromEnvironment(const char* name, const char* otherwise) {
 }
 
 std::string Binary() { return FromEnvironment("CAMERA_BINARY", CAMERA_BINARY); }
+
+/// Sanitizers reserve terabytes of address space.
+bool IsSanitized() { return ReadFile(Binary()).find("__asan_init") != std::string::npos; }
 
 /// The processor that an ELF file is for; 0 when it is not one.
 int Machine(const std::string& path) {
@@ -209,7 +213,7 @@ void Process::ConnectStandardStreams() {
 }
 
 void Process::SetLimits() const {
-  if (request_.memory_limit_ != 0 && !IsEmulated() && !CAMERA_SANITIZED) {
+  if (request_.memory_limit_ != 0 && !IsEmulated() && !IsSanitized()) {
     Limit(RLIMIT_AS, request_.memory_limit_);
   }
   if (request_.has_file_size_limit_) {
