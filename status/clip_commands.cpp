@@ -35,7 +35,7 @@ bool IsTraced(std::size_t block) { return block <= 3 || block >= kClipBlockCount
 
 int SetClipInfo::Parse(const char* params) {
   DLOG(kTraceLevel, "Set {slot=%c index_no=%d, ok_mark=%s}", slot_, index_no_, ok_mark_);
-  char slot[2];
+  char slot[2] = {};
   std::int32_t index_no = 0;
   if (!ReadParameter(params, "Slot", slot) || !ReadParameter(params, "IndexNo", index_no) ||
       !ReadParameter(params, "OKMark", ok_mark_)) {

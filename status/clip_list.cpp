@@ -42,7 +42,7 @@ void WriteDateTime(JsonWriter& data, ByteView clip) {
 }  // namespace
 
 int GetClipInfo::Parse(const char* params) {
-  char slot[2];
+  char slot[2] = {};
   std::int32_t start_index = 0;
   std::int32_t clip_count = 0;
   if (!ReadParameter(params, "Slot", slot) || !ReadParameter(params, "StartIndexNo", start_index) ||
