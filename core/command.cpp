@@ -13,7 +13,7 @@ namespace {
 constexpr os::Timeout kDefaultTimeout = {5, 0};
 constexpr int kDefaultLogLevel = 1;
 
-/// Room for everything of a reply but its data: three times the longest name is plenty.
+/// Room for everything of a reply but its data, a name of 99 characters included.
 constexpr std::size_t kEnvelopeSize = 300;
 
 }  // namespace

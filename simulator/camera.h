@@ -6,15 +6,15 @@
 #include <cstdint>
 #include <string>
 
+#include "simulator/clips.h"
 #include "simulator/cloud_client.h"
+#include "simulator/time_code.h"
+#include "simulator/upload.h"
 
 namespace simulator {
 
 /// First byte of a reply's payload.
 enum class Result : std::uint8_t { kSuccess = 0, kRequestedError = 1, kDisableError = 2 };
-
-/// Four bytes of packed BCD: hours, minutes, seconds, frames; the frames' top bit marks drop frame.
-using TimeCode = std::array<std::uint8_t, 4>;
 
 /// 1 or 0 for the pages planning metadata, edit metadata, view remote and settings.
 using PagePermissions = std::array<std::uint8_t, 4>;
@@ -22,8 +22,8 @@ using PagePermissions = std::array<std::uint8_t, 4>;
 /// A card slot.
 struct Slot {
   bool write_protected = false;
-  std::uint16_t remaining_minutes = 0;
-  std::uint16_t clip_count = 0;
+  std::uint16_t remaining_minutes = 0;  ///< of recording time, when the camera was switched on
+  Clips clips;
 };
 
 /// What keys and switches set. The mode numbers are those of the camera status block.
@@ -72,8 +72,17 @@ class Camera {
   /// Free run, 29.97 drop-frame, from 01:00:00.00 on.
   [[nodiscard]] TimeCode CurrentTimeCode() const;
 
-  [[nodiscard]] Slot SlotA() const;
+  /// The recording time that is left in slot A.
+  [[nodiscard]] std::uint16_t RemainingMinutesOfSlotA() const;
+  Slot& SlotA() { return slot_a_; }
+  [[nodiscard]] const Slot& SlotA() const { return slot_a_; }
+  Slot& SlotB() { return slot_b_; }
   [[nodiscard]] const Slot& SlotB() const { return slot_b_; }
+
+  /// The upload of clips to the FTP servers.
+  Upload& upload() { return upload_; }
+  [[nodiscard]] const Upload& upload() const { return upload_; }
+
   [[nodiscard]] const PagePermissions& AllowedPages() const { return allowed_pages_; }
 
   Controls& controls() { return controls_; }
@@ -88,12 +97,14 @@ class Camera {
  private:
   std::chrono::milliseconds uptime_{0};
   bool recording_ = false;
+  TimeCode recording_from_{};
   std::chrono::milliseconds recorded_{0};
   double zoom_position_ = 0;
   int zoom_target_ = 0;
   double zoom_speed_ = 0;  ///< positions per second
-  Slot slot_a_{false, 95, 12};
-  Slot slot_b_{false, 120, 0};
+  Slot slot_a_{false, 95, RecordedClips('A', 12)};
+  Slot slot_b_{false, 120, RecordedClips('B', 33)};
+  Upload upload_;
   PagePermissions allowed_pages_{1, 1, 1, 1};
   Controls controls_;
   CloudClient cloud_;

@@ -25,11 +25,12 @@ void PutU16(Bytes& bytes, std::size_t offset, int value) {
 
 /// Offsets within a slot's part of the status reply: 0 status, 1 protection, 2-3 remaining
 /// minutes, 4-5 clip count.
-void PutSlot(Bytes& reply, std::size_t offset, const Slot& slot, std::uint8_t status) {
+void PutSlot(Bytes& reply, std::size_t offset, const Slot& slot, int remaining_minutes,
+             std::uint8_t status) {
   reply[offset] = status;
   reply[offset + 1] = slot.write_protected ? 1 : 0;
-  PutU16(reply, offset + 2, slot.remaining_minutes);
-  PutU16(reply, offset + 4, slot.clip_count);
+  PutU16(reply, offset + 2, remaining_minutes);
+  PutU16(reply, offset + 4, static_cast<int>(slot.clips.size()));
 }
 
 void PutText(Bytes& bytes, std::size_t offset, std::string_view text) {
@@ -47,8 +48,9 @@ Reply ReportStatus(Camera& camera, const Bytes&) {
   PutU16(reply, 6, camera.ZoomPosition());
   const TimeCode time_code = camera.CurrentTimeCode();
   std::copy(time_code.begin(), time_code.end(), reply.begin() + 8);
-  PutSlot(reply, 12, camera.SlotA(), camera.IsRecording() ? kSlotSelectedRecording : kSlotSelected);
-  PutSlot(reply, 18, camera.SlotB(), kSlotNotSelected);
+  PutSlot(reply, 12, camera.SlotA(), camera.RemainingMinutesOfSlotA(),
+          camera.IsRecording() ? kSlotSelectedRecording : kSlotSelected);
+  PutSlot(reply, 18, camera.SlotB(), camera.SlotB().remaining_minutes, kSlotNotSelected);
   reply[24] = kBatteryInMinutes;
   reply[25] = kBatteryLevel;
   PutU16(reply, 26, kBatteryMinutes);

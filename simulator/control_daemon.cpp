@@ -1,6 +1,7 @@
 #include "simulator/control_daemon.h"
 
 #include "simulator/camera_messages.h"
+#include "simulator/clip_messages.h"
 #include "simulator/remote_events.h"
 
 namespace simulator {
@@ -19,20 +20,20 @@ std::vector<MessageRow> ControlMessages() {
       {5, 19, "XY field event", 3, MoveField},
       {5, 118, "zoom switch", 2, OperateZoomSwitch},
       {5, 119, "seesaw switch", 3, OperateSeesawSwitch},
-      {6, 11, "clip list", 6, Accept},
-      {6, 16, "clip mark", 6, Accept},
+      {6, 11, "clip list", 6, ListClips},
+      {6, 16, "clip mark", 6, MarkClip},
       {6, 29, "GPS information", 0, ReportGps},
-      {6, 107, "FTP prompt answer", 2, Accept},
-      {6, 108, "FTP upload of all clips", 2, Accept},
-      {6, 109, "FTP upload of marked clips", 2, Accept},
-      {6, 110, "FTP 1 upload from slot A", 500, Accept},
-      {6, 111, "FTP 2 upload from slot A", 500, Accept},
-      {6, 112, "FTP 3 upload from slot A", 500, Accept},
-      {6, 113, "FTP 4 upload from slot A", 500, Accept},
-      {6, 114, "FTP 1 upload from slot B", 500, Accept},
-      {6, 115, "FTP 2 upload from slot B", 500, Accept},
-      {6, 116, "FTP 3 upload from slot B", 500, Accept},
-      {6, 117, "FTP 4 upload from slot B", 500, Accept},
+      {6, 107, "FTP prompt answer", 2, AnswerUploadPrompt},
+      {6, 108, "FTP upload of all clips", 2, UploadAllClips},
+      {6, 109, "FTP upload of marked clips", 2, UploadMarkedClips},
+      {6, 110, "FTP 1 upload from slot A", 500, UploadSelectedClips<0, 0>},
+      {6, 111, "FTP 2 upload from slot A", 500, UploadSelectedClips<1, 0>},
+      {6, 112, "FTP 3 upload from slot A", 500, UploadSelectedClips<2, 0>},
+      {6, 113, "FTP 4 upload from slot A", 500, UploadSelectedClips<3, 0>},
+      {6, 114, "FTP 1 upload from slot B", 500, UploadSelectedClips<0, 1>},
+      {6, 115, "FTP 2 upload from slot B", 500, UploadSelectedClips<1, 1>},
+      {6, 116, "FTP 3 upload from slot B", 500, UploadSelectedClips<2, 1>},
+      {6, 117, "FTP 4 upload from slot B", 500, UploadSelectedClips<3, 1>},
   };
 }
 

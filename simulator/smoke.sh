@@ -25,6 +25,21 @@ smoke() {
   expect_reply "the state after it" \
     '{"Request":{"Command":"HeartbeatConfirmation"}}' \
     '{"Response":{"Requested":"HeartbeatConfirmation","Result":"Success","Data":{"VideoOutput":"On","StudioTally":"Program"}}}'
+  expect_reply "a clip" \
+    '{"Request":{"Command":"GetClipInfo","SessionID":"'"$session"'","Params":{"Slot":"A","StartIndexNo":12,"ClipNum":20}}}' \
+    '{"Response":{"Requested":"GetClipInfo","Result":"Success","Data":{"ClipNum":1,"ClipInfo":[{"IndexNo":12,"Name":"A001C012","TC":"00:55:03.10-00:56:18.11","DateTime":"2023-11-23 T08:55:17","OKMark":"NoMark","AspectRaotp":"16:9","Edit":"Enable"}]}}}'
+  expect_reply "its OK mark set" \
+    '{"Request":{"Command":"SetClipInfo","SessionID":"'"$session"'","Params":{"Slot":"A","IndexNo":12,"OKMark":"Mark"}}}' \
+    '{"Response":{"Requested":"SetClipInfo","Result":"Success"}}'
+  expect_reply "the clip after it" \
+    '{"Request":{"Command":"GetClipInfo","SessionID":"'"$session"'","Params":{"Slot":"A","StartIndexNo":12,"ClipNum":1}}}' \
+    '{"Response":{"Requested":"GetClipInfo","Result":"Success","Data":{"ClipNum":1,"ClipInfo":[{"IndexNo":12,"Name":"A001C012","TC":"00:55:03.10-00:56:18.11","DateTime":"2023-11-23 T08:55:17","OKMark":"Mark","AspectRaotp":"16:9","Edit":"Enable"}]}}}'
+  expect_reply "an upload of two clips" \
+    '{"Request":{"Command":"SetWebFtp2UploadBSelect","SessionID":"'"$session"'","Params":{"block0":-2147483648,"block1":1}}}' \
+    '{"Response":{"Requested":"SetWebFtp2UploadBSelect","Result":"Success"}}'
+  expect_reply "another one while it goes on" \
+    '{"Request":{"Command":"SetWebFtpUploadAll","SessionID":"'"$session"'","Params":{"Server":0,"Slot":0}}}' \
+    '{"Response":{"Requested":"SetWebFtpUploadAll","Result":"DisableError"}}'
   expect_reply "no session id" \
     '{"Request":{"Command":"MonitorStart"}}' \
     '{"Response":{"Result":"FormatError"}}'

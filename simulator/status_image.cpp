@@ -110,6 +110,30 @@ void PutCloud(StatusBlock& block, const CloudClient& cloud) {
   block[507] = static_cast<std::uint8_t>(cloud.Error());
 }
 
+void PutNumber(StatusBlock& block, std::size_t offset, std::size_t width, std::size_t number) {
+  for (std::size_t i = width; i > 0; --i) {
+    block[offset + i - 1] = static_cast<std::uint8_t>(number);
+    number >>= 8;
+  }
+}
+
+void PutUpload(StatusBlock& block, const Upload& upload) {
+  block[420] = static_cast<std::uint8_t>(upload.phase());
+  block[422] = static_cast<std::uint8_t>(upload.Percent());
+  block[424] = static_cast<std::uint8_t>(upload.server());
+  PutNumber(block, 444, 4, static_cast<std::size_t>(upload.RemainingTime().count()));
+  PutNumber(block, 448, 2, upload.TotalFiles());
+  PutNumber(block, 450, 2, upload.CurrentFile());
+  if (upload.phase() == Upload::Phase::kTrust) {
+    constexpr std::uint8_t kKeyOf20Bytes = 1;
+    const auto key = upload.ServerKey();
+    block[452] = kKeyOf20Bytes;
+    std::copy(key.begin(), key.end(), block.begin() + 453);
+  } else {
+    PutText(block, 452, 30, upload.Message());
+  }
+}
+
 }  // namespace
 
 StatusBlock MakeStatusBlock(const Camera& camera) {
@@ -123,6 +147,7 @@ StatusBlock MakeStatusBlock(const Camera& camera) {
   PutExposure(block, controls);
   PutWhiteBalance(block, controls);
   block[110] = controls.display_hidden;
+  PutUpload(block, camera.upload());
   block[416] = 1;  // the characters are mixed into the SDI output alone
   PutUserButtons(block);
   PutEnableFlags(block);
