@@ -28,7 +28,8 @@ target_compile_definitions(camera_language INTERFACE _FILE_OFFSET_BITS=64 _TIME_
 
 # Sanitizers go into everything that is built with them, tests included.
 if(CAMERA_SANITIZE)
-  add_compile_options(-fsanitize=${CAMERA_SANITIZE} -fno-sanitize-recover=all
+  # The check of virtual calls needs the type information that the product is built without.
+  add_compile_options(-fsanitize=${CAMERA_SANITIZE} -fno-sanitize=vptr -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${CAMERA_SANITIZE})
 endif()

@@ -131,9 +131,10 @@ const BitrateFlags* GetSelectableBitrateTable(int type, int resolution, int fram
     return &resolution_zero_table.rows[type];
   }
   const FramerateFamily family = FamilyOf(framerate);
+  const bool progressive_high = family == FramerateFamily::kProgressiveHigh;
   const bool interlaced = family == FramerateFamily::k60i || family == FramerateFamily::k50i;
   DLOG(2, "##### GetSelectableBitrateTable model:%d 5p6p:%d 5i6i:%d [resolution:%d type:%d]", model,
-       int{family == FramerateFamily::kProgressiveHigh}, int{interlaced}, resolution, type);
+       progressive_high ? 1 : 0, interlaced ? 1 : 0, resolution, type);
   const bool ifb_active = block[camera_status::kIfbActive] != 0;
   return &ChooseBitrateTable(family, resolution, ifb_active).rows[type];
 }

@@ -38,8 +38,10 @@ void ReadSettings(const SettingTable& table, const char* path, char* record) {
   LineReader<kLineSize> lines(path);
   while (const char* line = lines.Next()) {
     const SettingField* const field = FieldOfLine(table, line);
-    const std::string_view value =
-        field != nullptr ? ValueAfterKey(line, field->key) : std::string_view();
+    if (field == nullptr) {
+      continue;
+    }
+    const std::string_view value = ValueAfterKey(line, field->key);
     // A key without a value leaves the setting as an earlier line has set it.
     if (!value.empty()) {
       Store(record, *field, value);

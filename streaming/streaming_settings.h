@@ -7,7 +7,8 @@
 #include "core/text_builder.h"
 #include "streaming/settings_file.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier): records of settings files are named so.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// Records of settings files are named so.
 
 /// The streaming settings file. Its fields are its keys, in the order of its lines.
 struct _STREAMING_SETTING {
@@ -50,7 +51,7 @@ struct _STREAMING_SERVER_SETTING {
   char rtp_fec_matrix_d[30];
 };
 
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 extern const char STREAMING_SETTING_PATH[];
 /// The number of the server follows it.

@@ -10,7 +10,8 @@
 
 #include "core/cmd/command.h"
 
-struct _STREAMING_SERVER_SETTING;  // NOLINT(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+struct _STREAMING_SERVER_SETTING;
 
 /// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; a setting
 /// that is none of the known ones is an empty name.
