@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
 #include "core/bytes.h"
 #include "core/cmd/cloud.h"

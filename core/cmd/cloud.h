@@ -19,7 +19,7 @@ constexpr std::int32_t kMaxCloudEvents = 20;
 /// little-endian, unlike those of the control daemon.
 class CloudCommand : public Command {
  public:
-  /// Sends the request. One without parameters, or whose parameters are missing, is a bare header.
+  /// Sends the request; a bare header where there is no payload.
   void Transmit() override;
 
  protected:
