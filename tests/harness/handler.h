@@ -75,6 +75,8 @@ struct Outcome {
   std::string errors;  // standard error
   pid_t pid = 0;
   std::chrono::duration<double> elapsed{0};
+  /// Of the handler or of the test program that started it, whichever is larger: to prove a small
+  /// handler small, use LimitMemory.
   long max_rss_kib = 0;
 };
 
