@@ -2,6 +2,7 @@
 // can choose, and the command that reads a server back.
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -16,7 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Every key of a server's file, in the order of its lines, with its value while there is no file.
-const std::vector<std::pair<std::string, std::string>> kKeys = {
+constexpr const char* kKeys[][2] = {
     {"str_alias", "0"},
     {"type", "0"},
     {"udp_dst_address", "0.0.0.0"},
@@ -51,7 +52,10 @@ std::string File(const Settings& settings) {
   std::string file;
   for (const auto& [key, default_value] : kKeys) {
     const auto setting = settings.find(key);
-    file += key + "\t" + (setting != settings.end() ? setting->second : default_value) + "\n";
+    file += key;
+    file += '\t';
+    file += setting != settings.end() ? setting->second : default_value;
+    file += '\n';
   }
   return file;
 }
@@ -60,7 +64,7 @@ std::string File(const Settings& settings) {
 Settings Distinct(const std::string& type) {
   Settings settings;
   for (const auto& key : kKeys) {
-    settings[key.first] = "old_" + key.first;
+    settings[key[0]] = std::string("old_") + key[0];
   }
   settings["type"] = type;
   return settings;
@@ -77,64 +81,67 @@ struct TransportCase {
   Settings set;
 };
 
-const std::vector<TransportCase> kTransports = {
-    {"UDP",
-     {{"ID", "1"},
-      {"Alias", "\"Van\""},
-      {"DstAddress", "\"10.0.0.5\""},
-      {"DstPort", "6000"},
-      {"PcrJitter", "15"}},
-     {{"str_alias", "Van"},
-      {"type", "0"},
-      {"udp_dst_address", "10.0.0.5"},
-      {"udp_dst_port", "6000"},
-      {"udp_pcr_jitter", "15"}}},
-    {"RTSP",
-     {{"ID", "1"}, {"Alias", "\"Van\""}, {"Password", "\"secret\""}},
-     {{"str_alias", "Van"}, {"type", "2"}, {"rtsp_password", "secret"}}},
-    {"ZIXI",
-     {{"ID", "1"},
-      {"Alias", "\"Van\""},
-      {"DstAddress", "\"zixi.example\""},
-      {"DstPort", "2088"},
-      {"StreamId", "\"cam1\""},
-      {"Password", "\"secret\""},
-      {"Latency", "500"},
-      {"AdaptiveBitrate", "1"}},
-     {{"str_alias", "Van"},
-      {"type", "3"},
-      {"zixi_dst_address", "zixi.example"},
-      {"zixi_dst_port", "2088"},
-      {"zixi_stream_id", "cam1"},
-      {"zixi_password", "secret"},
-      {"zixi_latency", "500"},
-      {"zixi_adaptive_bitrate", "1"}}},
-    {"RTMP",
-     {{"ID", "1"},
-      {"Alias", "\"Van\""},
-      {"DstUrl", "\"rtmp://host/live\""},
-      {"StreamKey", "\"abcd-1234\""}},
-     {{"str_alias", "Van"},
-      {"type", "4"},
-      {"rtmp_destination_url", "rtmp://host/live"},
-      {"rtmp_stream_key", "abcd-1234"}}},
-    {"RTP",
-     {{"ID", "1"},
-      {"Alias", "\"Van\""},
-      {"DstAddress", "\"10.0.0.6\""},
-      {"DstPort", "6002"},
-      {"Smpte2022Fec", "1"},
-      {"FecMatrixL", "10"},
-      {"FecMatrixD", "5"}},
-     // The address is stored where UDP has its own.
-     {{"str_alias", "Van"},
-      {"type", "5"},
-      {"udp_dst_address", "10.0.0.6"},
-      {"rtp_dst_port", "6002"},
-      {"rtp_smpte2022_fec", "1"},
-      {"rtp_fec_matrix_l", "10"},
-      {"rtp_fec_matrix_d", "5"}}},
-};
+const std::vector<TransportCase>& Transports() {
+  static const std::vector<TransportCase> transports = {
+      {"UDP",
+       {{"ID", "1"},
+        {"Alias", "\"Van\""},
+        {"DstAddress", "\"10.0.0.5\""},
+        {"DstPort", "6000"},
+        {"PcrJitter", "15"}},
+       {{"str_alias", "Van"},
+        {"type", "0"},
+        {"udp_dst_address", "10.0.0.5"},
+        {"udp_dst_port", "6000"},
+        {"udp_pcr_jitter", "15"}}},
+      {"RTSP",
+       {{"ID", "1"}, {"Alias", "\"Van\""}, {"Password", "\"secret\""}},
+       {{"str_alias", "Van"}, {"type", "2"}, {"rtsp_password", "secret"}}},
+      {"ZIXI",
+       {{"ID", "1"},
+        {"Alias", "\"Van\""},
+        {"DstAddress", "\"zixi.example\""},
+        {"DstPort", "2088"},
+        {"StreamId", "\"cam1\""},
+        {"Password", "\"secret\""},
+        {"Latency", "500"},
+        {"AdaptiveBitrate", "1"}},
+       {{"str_alias", "Van"},
+        {"type", "3"},
+        {"zixi_dst_address", "zixi.example"},
+        {"zixi_dst_port", "2088"},
+        {"zixi_stream_id", "cam1"},
+        {"zixi_password", "secret"},
+        {"zixi_latency", "500"},
+        {"zixi_adaptive_bitrate", "1"}}},
+      {"RTMP",
+       {{"ID", "1"},
+        {"Alias", "\"Van\""},
+        {"DstUrl", "\"rtmp://host/live\""},
+        {"StreamKey", "\"abcd-1234\""}},
+       {{"str_alias", "Van"},
+        {"type", "4"},
+        {"rtmp_destination_url", "rtmp://host/live"},
+        {"rtmp_stream_key", "abcd-1234"}}},
+      {"RTP",
+       {{"ID", "1"},
+        {"Alias", "\"Van\""},
+        {"DstAddress", "\"10.0.0.6\""},
+        {"DstPort", "6002"},
+        {"Smpte2022Fec", "1"},
+        {"FecMatrixL", "10"},
+        {"FecMatrixD", "5"}},
+       // The address is stored where UDP has its own.
+       {{"str_alias", "Van"},
+        {"type", "5"},
+        {"udp_dst_address", "10.0.0.6"},
+        {"rtp_dst_port", "6002"},
+        {"rtp_smpte2022_fec", "1"},
+        {"rtp_fec_matrix_l", "10"},
+        {"rtp_fec_matrix_d", "5"}}},
+  };
+  return transports;
+}
 
 std::string Command(const TransportCase& row) {
   return "SetStreamingServerSettings" + row.transport;
@@ -145,7 +152,10 @@ std::string Params(const TransportCase& row, const std::string& left_out = "") {
   std::string params;
   for (const auto& [name, value] : row.params) {
     if (name != left_out) {
-      params += (params.empty() ? "\"" : ",\"") + name + "\":" + value;
+      params += params.empty() ? "\"" : ",\"";
+      params += name;
+      params += "\":";
+      params += value;
     }
   }
   return params;
@@ -154,7 +164,7 @@ std::string Params(const TransportCase& row, const std::string& left_out = "") {
 class StreamingServersTest : public CameraTest {};
 
 TEST_F(StreamingServersTest, EachTransportWritesItsSettingsIntoANewFile) {
-  for (const TransportCase& row : kTransports) {
+  for (const TransportCase& row : Transports()) {
     SCOPED_TRACE(row.transport);
     ResetPrivateWorld();
     WriteSession(kSession);
@@ -167,7 +177,7 @@ TEST_F(StreamingServersTest, EachTransportWritesItsSettingsIntoANewFile) {
 
 TEST_F(StreamingServersTest, EachTransportKeepsAllOtherSettings) {
   FakeDaemon daemon;
-  for (const TransportCase& row : kTransports) {
+  for (const TransportCase& row : Transports()) {
     SCOPED_TRACE(row.transport);
     Settings settings = Distinct("1");
     WriteFile(Path("1"), File(settings));
@@ -181,7 +191,7 @@ TEST_F(StreamingServersTest, EachTransportKeepsAllOtherSettings) {
 
 TEST_F(StreamingServersTest, EachTransportTracesItsParameters) {
   FakeDaemon daemon;
-  for (const TransportCase& row : kTransports) {
+  for (const TransportCase& row : Transports()) {
     SCOPED_TRACE(row.transport);
     const std::string body = Body(Command(row), Params(row));
     Post(body);
@@ -201,7 +211,7 @@ TEST_F(StreamingServersTest, EachTransportTracesItsParameters) {
 
 TEST_F(StreamingServersTest, EveryParameterIsNeeded) {
   FakeDaemon daemon;
-  for (const TransportCase& row : kTransports) {
+  for (const TransportCase& row : Transports()) {
     for (const auto& param : row.params) {
       const std::string& left_out = param.first;
       SCOPED_TRACE(row.transport + " without " + left_out);
@@ -307,6 +317,20 @@ TEST_F(StreamingServersTest, NumbersAreStoredAsDecimalNumbersWhateverTheyAre) {
   }
 }
 
+/// A transport's command with another text for one of its parameters.
+TransportCase WithText(const std::string& transport, const std::string& param,
+                       const std::string& text) {
+  TransportCase changed = *std::find_if(
+      Transports().begin(), Transports().end(),
+      [&](const TransportCase& candidate) { return candidate.transport == transport; });
+  for (auto& [name, value] : changed.params) {
+    if (name == param) {
+      value = '"' + text + '"';
+    }
+  }
+  return changed;
+}
+
 TEST_F(StreamingServersTest, TextsAreCutToTheFieldsThatTheyAreStoredIn) {
   const struct {
     const char* transport;
@@ -327,24 +351,16 @@ TEST_F(StreamingServersTest, TextsAreCutToTheFieldsThatTheyAreStoredIn) {
   FakeDaemon daemon;
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.transport) + " " + row.param);
-    for (TransportCase transport : kTransports) {
-      if (transport.transport != row.transport) {
-        continue;
-      }
-      for (auto& [name, value] : transport.params) {
-        if (name == row.param) {
-          value = "\"" + std::string(4000, 'v') + "\"";
-        }
-      }
-      transport.set[row.key] = std::string(row.kept, 'v');
-      WriteFile(Path("1"), File({}));
-      EXPECT_THAT(Post(Body(Command(transport), Params(transport))),
-                  Replied(ResultJson(Command(transport))));
-      EXPECT_EQ(ReadFile(Path("1")), File(transport.set));
-      EXPECT_THAT(log_.TakeLines(),
-                  testing::Contains(Info("##### " + Command(transport) + " Parse() params={" +
-                                         Params(transport) + "}}}")));
-    }
+    const TransportCase transport = WithText(row.transport, row.param, std::string(4000, 'v'));
+    Settings stored = transport.set;
+    stored[row.key] = std::string(row.kept, 'v');
+    WriteFile(Path("1"), File({}));
+    EXPECT_THAT(Post(Body(Command(transport), Params(transport))),
+                Replied(ResultJson(Command(transport))));
+    EXPECT_EQ(ReadFile(Path("1")), File(stored));
+    EXPECT_THAT(log_.TakeLines(),
+                testing::Contains(Info("##### " + Command(transport) + " Parse() params={" +
+                                       Params(transport) + "}}}")));
   }
 }
 
@@ -370,7 +386,7 @@ TEST_F(StreamingServersTest, NoCommandLeadsToTcp) {
 }
 
 TEST_F(StreamingServersTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) {
-  const TransportCase& udp = kTransports[0];
+  const TransportCase& udp = Transports()[0];
   EXPECT_THAT(Post(Body(Command(udp), Params(udp))), EndedSilently(1));
   EXPECT_EQ(ReadFile(Path("1")), File(udp.set));
 }
@@ -378,7 +394,7 @@ TEST_F(StreamingServersTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) 
 TEST_F(StreamingServersTest, AFileThatCannotBeWrittenChangesNothingInTheReply) {
   FakeDaemon daemon;
   mkdir(Path("1").c_str(), 0755);
-  const TransportCase& udp = kTransports[0];
+  const TransportCase& udp = Transports()[0];
   EXPECT_THAT(Post(Body(Command(udp), Params(udp))), Replied(ResultJson(Command(udp))));
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
@@ -473,7 +489,7 @@ TEST_F(StreamingServersTest, RtspChangesThePasswordAlone) {
 TEST_F(StreamingServersTest, RtpReadsBackTheAddressThatItsCommandDoesNotSet) {
   FakeDaemon daemon;
   WriteFile(Path("1"), File({{"rtp_dst_address", "10.9.9.9"}}));
-  Post(Body(Command(kTransports[4]), Params(kTransports[4])));
+  Post(Body(Command(Transports()[4]), Params(Transports()[4])));
   EXPECT_THAT(Post(Body(kGet, R"("ID":1)")),
               Replied(DataJson(kGet, R"("Alias":"Van","Type":"RTP","Rtp":{"DstAddress":"10.9.9.9",)"
                                      R"("DstPort":6002,"Smpte2022Fec":1,"FecMatrixL":10,)"
