@@ -5,9 +5,12 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "simulator/clips.h"
 #include "simulator/cloud_client.h"
+#include "simulator/settings_files.h"
 #include "simulator/time_code.h"
 #include "simulator/upload.h"
 
@@ -91,6 +94,12 @@ class Camera {
   CloudClient& cloud() { return cloud_; }
   [[nodiscard]] const CloudClient& cloud() const { return cloud_; }
 
+  /// Takes over what the settings files say now.
+  void ReloadSettings() { news_ = settings_.Reload(); }
+
+  /// What has happened since the last call beside what `Summary` tells, in lines for its user.
+  [[nodiscard]] std::vector<std::string> TakeNews() { return std::exchange(news_, {}); }
+
   /// What the camera is doing, in one line for its user. The same text means the same state.
   [[nodiscard]] std::string Summary() const;
 
@@ -108,6 +117,8 @@ class Camera {
   PagePermissions allowed_pages_{1, 1, 1, 1};
   Controls controls_;
   CloudClient cloud_;
+  SettingsFiles settings_;
+  std::vector<std::string> news_;
 };
 
 }  // namespace simulator

@@ -39,7 +39,10 @@ void PutText(Bytes& bytes, std::size_t offset, std::string_view text) {
 
 }  // namespace
 
-Reply NoteRenewal(Camera&, const Bytes&) { return std::nullopt; }
+Reply NoteRenewal(Camera& camera, const Bytes&) {
+  camera.ReloadSettings();
+  return std::nullopt;
+}
 
 Reply ReportStatus(Camera& camera, const Bytes&) {
   Bytes reply(kStatusReplySize);

@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-/// The one-way notice that settings files have changed.
+/// The one-way notice that settings files have changed: the camera reads them anew.
 Reply NoteRenewal(Camera& camera, const Bytes& payload);
 
 /// The status reply: 38 bytes, numbers big-endian.

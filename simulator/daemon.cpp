@@ -38,6 +38,9 @@ Reply Daemon::Answer(const Message& message) const {
   Reply reply = message.payload.size() < row.payload_length ? ResultOnly(Result::kRequestedError)
                                                             : row.answer(camera_, message.payload);
   Show(row, message, reply);
+  for (const std::string& news : camera_.TakeNews()) {
+    console_.Line("camera: " + news);
+  }
   if (const std::string after = camera_.Summary(); after != before) {
     console_.Line("camera: " + after);
   }
