@@ -29,6 +29,7 @@ int PriorityOfLevel(int level) {
 [[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
   char message[kMessageSize];
   message[0] = '\0';
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): both callers have started the list.
   std::vsnprintf(message, sizeof message, fmt, arguments);
   os::SystemLog(priority, message);
 }

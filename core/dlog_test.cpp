@@ -29,6 +29,7 @@ TEST(Dlog, GivesEachLevelItsPriority) {
 
 TEST(Dlog, EmitsLevelsUpToTheThreshold) {
   harness::SystemLog log;
+  g_log_level_limit = 3;
   DLOG(3, "three");
   DLOG(4, "four");
   EXPECT_THAT(log.Lines(), Logged(Info("three")));
@@ -83,6 +84,7 @@ TEST(InitDlog, TakesTheThresholdFromTheControlFile) {
 }
 
 TEST(InitDlog, KeepsTheThresholdWithoutAControlFile) {
+  g_log_level_limit = 3;
   EXPECT_EQ(INIT_DLOG(), 0);
   EXPECT_EQ(g_log_level_limit, 3);
 }

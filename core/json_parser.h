@@ -6,7 +6,6 @@
 /// Where a value ends up: the caller's array, with its size.
 struct ValueBuffer {
   template <std::size_t Size>
-  // NOLINTNEXTLINE(google-explicit-constructor): an array is its own buffer.
   ValueBuffer(char (&array)[Size]) : text(array), size(Size) {}
 
   char* text;

@@ -80,9 +80,7 @@ class Arguments {
 
 /// What takes the place of one directive.
 struct Value {
-  // NOLINTNEXTLINE(google-explicit-constructor): texts and numbers are values.
   Value(const char* value) : text(value) {}
-  // NOLINTNEXTLINE(google-explicit-constructor)
   Value(std::int32_t value) : number(value) {}
 
   const char* text = nullptr;

@@ -4,8 +4,6 @@
 
 #include "streaming/settings_file.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier): records of settings files are named so.
-
 /// The preset zoom file. Its fields are its keys, in the order of its lines; "65535" is a position
 /// that is not set.
 struct _PRESET_ZOOM_POS {
@@ -34,8 +32,6 @@ struct _IFB_SETTING {
   char ifb_username[70];
   char ifb_password[256];
 };
-
-// NOLINTEND(bugprone-reserved-identifier)
 
 extern const char PRESET_ZOOM_PATH[];
 extern const char NTP_SETTING_PATH[];

@@ -95,14 +95,22 @@ Reply PressZoomKey(Camera& camera, std::uint8_t key) {
 
 /// Keys 6 and 7 are one step of red up and down, 8 and 9 of blue. Other keys are not for the paint.
 void StepPaint(Controls& controls, std::uint8_t key) {
-  constexpr std::uint8_t kRedUp = 6;
-  constexpr std::uint8_t kRedDown = 7;
-  constexpr std::uint8_t kBlueUp = 8;
-  constexpr std::uint8_t kBlueDown = 9;
-  controls.paint_red =
-      static_cast<std::int16_t>(controls.paint_red + (key == kRedUp) - (key == kRedDown));
-  controls.paint_blue =
-      static_cast<std::int16_t>(controls.paint_blue + (key == kBlueUp) - (key == kBlueDown));
+  switch (key) {
+    case 6:
+      ++controls.paint_red;
+      break;
+    case 7:
+      --controls.paint_red;
+      break;
+    case 8:
+      ++controls.paint_blue;
+      break;
+    case 9:
+      --controls.paint_blue;
+      break;
+    default:
+      break;
+  }
 }
 
 void OperateZoom(Camera& camera, std::uint8_t direction, std::uint8_t speed) {

@@ -56,7 +56,7 @@ std::vector<std::string> SettingsFiles::Reload() {
     }
     Settings settings = ReadSettings(entry.path());
     if (const std::string text = Differences(files_[name], settings); !text.empty()) {
-      changes.push_back("settings " + name + ": " + text);
+      changes.push_back(std::string("settings ").append(name).append(": ").append(text));
     }
     files_[name] = std::move(settings);
   }

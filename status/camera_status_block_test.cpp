@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace camera_status;  // NOLINT(google-build-using-namespace): the fields under test
+using namespace camera_status;
 
 TEST(CameraStatusBlock, ReadsEveryByteFieldAtItsOffset) {
   const struct {

@@ -7,7 +7,6 @@
 #include "core/text_builder.h"
 #include "streaming/settings_file.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 // Records of settings files are named so.
 
 /// The streaming settings file. Its fields are its keys, in the order of its lines.
@@ -50,8 +49,6 @@ struct _STREAMING_SERVER_SETTING {
   char rtp_fec_matrix_l[30];
   char rtp_fec_matrix_d[30];
 };
-
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 extern const char STREAMING_SETTING_PATH[];
 /// The number of the server follows it.

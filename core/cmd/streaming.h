@@ -10,7 +10,6 @@
 
 #include "core/cmd/command.h"
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 struct _STREAMING_SERVER_SETTING;
 
 /// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; a setting
