@@ -4,7 +4,8 @@
 
 #include "streaming/settings_file.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier): records of settings files are named so.
+// Records of settings files are named so.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 /// The preset zoom file. Its fields are its keys, in the order of its lines; "65535" is a position
 /// that is not set.
@@ -35,7 +36,7 @@ struct _IFB_SETTING {
   char ifb_password[256];
 };
 
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 extern const char PRESET_ZOOM_PATH[];
 extern const char NTP_SETTING_PATH[];
