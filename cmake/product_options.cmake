@@ -34,9 +34,9 @@ if(CAMERA_SANITIZE)
   add_link_options(-fsanitize=${CAMERA_SANITIZE})
 endif()
 
-# Hardening of the binaries that ship. A handler that links the camera's own platform library uses
-# the C library that library was built for; otherwise it is one static executable, at a random
-# address where the toolchain has the start file for that.
+# Hardening of the binaries that ship. A handler that links the camera's own platform library as a
+# shared one uses the C library that it was built for; otherwise it is one static executable, at a
+# random address where the toolchain has the start file for that.
 add_library(camera_hardening INTERFACE)
 if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel|)$" AND NOT CAMERA_SANITIZE)
   target_compile_options(camera_hardening INTERFACE
@@ -49,7 +49,7 @@ if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel|)$" AND NOT CAMERA_SANITIZE)
   check_cxx_source_compiles("int main() { return 0; }" CAMERA_HAVE_STATIC_PIE)
   unset(CMAKE_REQUIRED_FLAGS)
   unset(CMAKE_REQUIRED_LINK_OPTIONS)
-  if(CAMERA_PLATFORM_LIBRARY)
+  if(CAMERA_PLATFORM_LIBRARY MATCHES "\\.so")
     target_compile_options(camera_hardening INTERFACE -fPIE)
     target_link_options(camera_hardening INTERFACE -pie -static-libgcc -static-libstdc++)
   elseif(CAMERA_HAVE_STATIC_PIE)
