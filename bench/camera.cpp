@@ -74,9 +74,14 @@ std::string Reply(const std::string& request) {
 
 template <typename Work>
 void InProcessOfItsOwn(Work work) {
+  const pid_t parent = getpid();
   if (fork() == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    work();
+    // The parent may have ended before it could be told.
+    if (getppid() == parent) {
+      work();
+    }
+    _exit(0);
   }
 }
 

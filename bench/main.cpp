@@ -185,6 +185,7 @@ int Main(int argc, char** argv) {
   } else if (what == "camera") {
     bench::EnterCamera();
     execvp(argv[2], argv + 2);
+    std::perror(argv[2]);
     return 1;
   } else {
     return Usage();
