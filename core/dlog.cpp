@@ -14,7 +14,6 @@ namespace {
 
 constexpr char kThresholdPath[] = "/var/tmp/lighttpd/cgilog";
 constexpr std::size_t kThresholdLineSize = 16;
-constexpr std::size_t kMessageSize = 5000;
 
 int PriorityOfLevel(int level) {
   constexpr int kError = 3;
@@ -27,7 +26,7 @@ int PriorityOfLevel(int level) {
 }
 
 [[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
-  char message[kMessageSize];
+  char message[kLongestLogMessage + 1];
   message[0] = '\0';
   // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): both callers have started the list.
   std::vsnprintf(message, sizeof message, fmt, arguments);

@@ -5,7 +5,6 @@
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/time.h>
-#include <syslog.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -13,6 +12,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+
+#include "core/log_stamp.h"
+#include "core/text.h"
 
 namespace os {
 
@@ -46,6 +48,31 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
   count = result > 0 ? static_cast<std::size_t>(result) : 0;
   return result >= 0;
 }
+
+int log_socket = -1;
+
+/// A log daemon that was started anew has a new socket, so this is done again when sending fails.
+void ConnectToLog() {
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  CopyText(address.sun_path, "/dev/log");
+  if (log_socket >= 0) {
+    close(log_socket);
+  }
+  log_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (log_socket >= 0) {
+    Uninterrupted([&] {
+      return connect(log_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    });
+  }
+}
+
+bool SendToLog(const msghdr& message) {
+  return log_socket >= 0 &&
+         Uninterrupted([&] { return sendmsg(log_socket, &message, MSG_NOSIGNAL); }) >= 0;
+}
+
+iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
 }  // namespace
 
@@ -196,7 +223,23 @@ void PrepareDescriptors() {
   }
 }
 
-void SystemLog(int priority, const char* text) { syslog(priority, "%s", text); }
+void SystemLog(int priority, const char* text) {
+  constexpr int kUserFacility = 1 << 3;
+  char stamp[kLogStampSize];
+  WriteLogStamp(Now(), stamp);
+  const DecimalText number(kUserFacility | priority);
+  // Piece by piece: the last message of a process that has run out of memory needs none.
+  iovec pieces[] = {Piece("<"),   Piece(number.View()), Piece(">"),
+                    Piece(stamp), Piece(" "),           Piece(program_invocation_short_name),
+                    Piece(": "),  Piece(text)};
+  msghdr message = {};
+  message.msg_iov = pieces;
+  message.msg_iovlen = sizeof pieces / sizeof *pieces;
+  if (!SendToLog(message)) {
+    ConnectToLog();
+    SendToLog(message);
+  }
+}
 
 void Exit(int status) { _exit(status); }
 

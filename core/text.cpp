@@ -1,7 +1,5 @@
 #include "core/text.h"
 
-#include <cstdlib>
-
 DecimalText::DecimalText(std::int64_t number, std::size_t width) {
   std::uint64_t rest =
       number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
@@ -24,8 +22,28 @@ DecimalText::DecimalText(std::int64_t number, std::size_t width) {
 }
 
 std::int64_t LongDecimalValue(const char* text) {
-  constexpr int kBase = 10;
-  return std::strtoll(text, nullptr, kBase);
+  while (IsSpace(*text)) {
+    ++text;
+  }
+  const bool negative = *text == '-';
+  if (negative || *text == '+') {
+    ++text;
+  }
+  // Counted downwards, since there is one negative number more than there are positive ones.
+  constexpr std::int64_t kLowestTenth = INT64_MIN / 10;
+  constexpr std::int64_t kLowestDigit = -(INT64_MIN % 10);
+  std::int64_t value = 0;
+  for (; *text >= '0' && *text <= '9'; ++text) {
+    const std::int64_t digit = *text - '0';
+    if (value < kLowestTenth || (value == kLowestTenth && digit > kLowestDigit)) {
+      return negative ? INT64_MIN : INT64_MAX;
+    }
+    value = value * 10 - digit;
+  }
+  if (negative) {
+    return value;
+  }
+  return value == INT64_MIN ? INT64_MAX : -value;
 }
 
 std::int32_t DecimalValue(const char* text) {

@@ -1,5 +1,5 @@
-#include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "core/bytes.h"
 #include "core/cmd/status.h"
@@ -12,20 +12,70 @@ namespace {
 
 constexpr int kTraceLevel = 4;
 
-/// The members of a selection in the text of a request.
+/// A block's key in the text of a selection: "blockN":
+constexpr char kKeyStart[] = "\"block";
+constexpr char kKeyEnd[] = "\":";
+/// What may stand behind a block's value.
 constexpr char kNextBlock[] = ",\"block";
 constexpr char kEndOfRequest[] = "}}";
 
-/// The text behind the key of block `number`, or null when the block is not there.
-const char* FindBlock(const char* text, std::size_t number) {
-  char key[sizeof "\"block18446744073709551615\":"];
-  const int length = std::snprintf(key, sizeof key, "\"block%zu\":", number);
-  const char* const found = std::strstr(text, key);
-  return found != nullptr ? found + length : nullptr;
+struct BlockKey {
+  std::size_t block;
+  const char* value;  ///< the text behind the key; null when there is no key
+};
+
+/// The first key of any block in the text.
+BlockKey NextKey(const char* text) {
+  while ((text = std::strstr(text, kKeyStart)) != nullptr) {
+    text += std::strlen(kKeyStart);
+    const std::size_t digits = std::strspn(text, "0123456789");
+    const bool is_number = digits == 1 || (digits > 1 && text[0] != '0');
+    const std::int64_t block = is_number ? LongDecimalValue(text) : -1;
+    text += digits;
+    if (block >= 0 && block < std::int64_t{kClipBlockCount} && StartsWith(text, kKeyEnd)) {
+      return {static_cast<std::size_t>(block), text + std::strlen(kKeyEnd)};
+    }
+  }
+  return {0, nullptr};
 }
 
-bool HasEnd(const char* value) {
-  return std::strstr(value, kNextBlock) != nullptr || std::strstr(value, kEndOfRequest) != nullptr;
+/// Where the things stand last that the blocks of a selection are searched for. What does not stand
+/// behind a place any more is known without a search, so that a text is read a few times in all and
+/// not once for each block.
+class LastPlaces {
+ public:
+  explicit LastPlaces(const char* text) {
+    const std::string_view view = text;
+    for (const char* end : {kNextBlock, kEndOfRequest}) {
+      const std::size_t place = view.rfind(end);
+      if (place != std::string_view::npos && (end_ == nullptr || text + place > end_)) {
+        end_ = text + place;
+      }
+    }
+    for (BlockKey key = NextKey(text); key.value != nullptr; key = NextKey(key.value)) {
+      values_[key.block] = key.value;
+    }
+  }
+
+  /// Whether the value of `block` comes behind `place`.
+  [[nodiscard]] bool HasBlock(std::size_t block, const char* place) const {
+    return values_[block] != nullptr && values_[block] > place;
+  }
+  /// Whether a value that starts at `place` has an end.
+  [[nodiscard]] bool HasEnd(const char* place) const { return end_ != nullptr && end_ >= place; }
+
+ private:
+  const char* values_[kClipBlockCount] = {};
+  const char* end_ = nullptr;
+};
+
+/// The text behind the first key of `block`, which is there.
+const char* ValueOf(std::size_t block, const char* text) {
+  BlockKey key = NextKey(text);
+  while (key.block != block) {
+    key = NextKey(key.value);
+  }
+  return key.value;
 }
 
 /// The log shows how a selection begins and ends, not all of it.
@@ -84,16 +134,16 @@ int FtpUploadSelection::Parse(const char* params) {
 }
 
 void SetClipUploadBitmap(const char* params, std::uint32_t (&out)[kClipBlockCount]) {
+  const LastPlaces last(params);
   const char* rest = params;
   for (std::size_t block = 0; block < kClipBlockCount; ++block) {
-    const char* const value = FindBlock(rest, block);
-    if (value == nullptr) {
-      out[block] = 0;
-    } else {
-      rest = value;
-      if (HasEnd(value)) {
-        out[block] = BigEndianWord(static_cast<std::uint32_t>(LongDecimalValue(value)));
+    if (last.HasBlock(block, rest)) {
+      rest = ValueOf(block, rest);
+      if (last.HasEnd(rest)) {
+        out[block] = BigEndianWord(static_cast<std::uint32_t>(LongDecimalValue(rest)));
       }
+    } else {
+      out[block] = 0;
     }
     if (IsTraced(block)) {
       // The word shows as the camera's processor reads it, its bytes in reverse.

@@ -39,4 +39,26 @@ TEST_F(SetClipUploadBitmapTest, KeepsTheWordOfABlockWhoseValueHasNoEnd) {
   EXPECT_TRUE(Holds(2, "\0\0\0\0"));
 }
 
+TEST_F(SetClipUploadBitmapTest, SearchesABlockBehindTheOneFoundBefore) {
+  SetClipUploadBitmap(R"({"block2":9,"block1":1,"block0":3,"block2":2,"block2":4}}})", words_);
+  EXPECT_TRUE(Holds(0, "\0\0\0\x03"));
+  EXPECT_TRUE(Holds(1, "\0\0\0\0"));
+  EXPECT_TRUE(Holds(2, "\0\0\0\x02"));
+}
+
+TEST_F(SetClipUploadBitmapTest, TakesOnlyWholeKeys) {
+  SetClipUploadBitmap(
+      R"({"block":1,"block00":1,"block01":1,"block1"block1":5,"block2 ":1,"block125":1}}})",
+      words_);
+  EXPECT_TRUE(Holds(0, "\0\0\0\0"));
+  EXPECT_TRUE(Holds(1, "\0\0\0\x05"));
+  EXPECT_TRUE(Holds(2, "\0\0\0\0"));
+}
+
+TEST_F(SetClipUploadBitmapTest, TakesAnEndFromWhereverItStandsBehindTheValue) {
+  SetClipUploadBitmap(R"({"block0":1,"other":{}},"block1":2)", words_);
+  EXPECT_TRUE(Holds(0, "\0\0\0\x01"));
+  EXPECT_TRUE(Holds(1, "\x11\x11\x11\x11"));
+}
+
 }  // namespace
