@@ -302,17 +302,19 @@ TEST_F(SimulatedResponders, WaitForWhoeverHoldsTheLock) {
 TEST_F(SimulatedResponders, NeverSeeAFileThatIsBeingRewritten) {
   g_log_level_limit = 0;
   WriteFile(kCamStatus, "Zoom=1\n" + std::string(200000, '\n') + "Status=3\n");
-  std::atomic<bool> stop{false};
-  std::thread writer([&stop] {
-    for (std::int16_t position = 0; !stop; ++position) {
+  // The writer has an end of its own, for nobody promises the reader the lock while it is wanted.
+  std::atomic<bool> done{false};
+  std::thread writer([&done] {
+    for (std::int16_t position = 0; position < 50; ++position) {
       Dummy_SetZoomCtrl(position);
     }
+    done = true;
   });
   int incomplete = 0;
-  for (int i = 0; i < 100; ++i) {
+  while (!done) {
     incomplete += StatusReply()[2] == 3 ? 0 : 1;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
-  stop = true;
   writer.join();
   EXPECT_EQ(incomplete, 0);
 }
