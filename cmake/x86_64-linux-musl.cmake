@@ -11,5 +11,5 @@ set(CMAKE_CXX_FLAGS_INIT
     "-specs=/usr/lib/x86_64-linux-musl/musl-gcc.specs -isystem ${headers}/${version} -isystem /usr/include/x86_64-linux-gnu/c++/${version} \"-D__GLIBC_PREREQ(major,minor)=0\" -D__locale_t=locale_t")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-nodefaultlibs")
 set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "-lc -lgcc")
-# Its compiler specification knows static programs and position-independent ones, not both at once.
+# Its compiler wrapper knows static programs and position-independent ones, not both at once.
 set(CAMERA_HAVE_STATIC_PIE OFF CACHE INTERNAL "")
