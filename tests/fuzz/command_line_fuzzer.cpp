@@ -1,32 +1,14 @@
 // Requests from the command line: the arguments are the fuzzer's.
-#include <fuzzer/FuzzedDataProvider.h>
-
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "core/dlog.h"
 #include "core/test_mode.h"
-#include "os_memory.h"
+#include "fuzz/fuzzing.h"
 
 namespace {
 
-void Require(bool condition) {
-  if (!condition) {
-    std::abort();
-  }
-}
-
-std::vector<std::string> Arguments(FuzzedDataProvider& data) {
-  std::vector<std::string> arguments = {"camera_remote.cgi"};
-  arguments.push_back(data.ConsumeBool() ? std::to_string(data.ConsumeIntegralInRange(-2, 120))
-                                         : data.ConsumeRandomLengthString(16));
-  for (int more = data.ConsumeIntegralInRange(0, 4); more > 0; --more) {
-    arguments.push_back(data.ConsumeRandomLengthString());
-  }
-  return arguments;
-}
+using fuzz::Require;
 
 /// One whole reply, or one line on standard error, or neither where a daemon is missing.
 void CheckOutcome(const fuzz::World& world, int status, bool ended_early) {
@@ -42,28 +24,24 @@ void CheckOutcome(const fuzz::World& world, int status, bool ended_early) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  FuzzedDataProvider data(bytes, size);
-  fuzz::TheWorld() = fuzz::World();
-  const std::vector<std::string> arguments = Arguments(data);
-  while (data.remaining_bytes() > 0) {
-    fuzz::Conversation conversation;
-    conversation.reply = data.ConsumeRandomLengthString();
-    fuzz::TheWorld().conversations.push_back(std::move(conversation));
-  }
-  std::vector<const char*> texts;
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<scenario::Line> lines = scenario::Parse(fuzz::Text(data, size));
+  fuzz::TheWorld() = fuzz::WorldOf(lines);
+  const std::vector<std::string> arguments = fuzz::Values(lines, scenario::kArgument);
+  std::vector<const char*> texts = {"camera_remote.cgi"};
   for (const std::string& argument : arguments) {
     texts.push_back(argument.c_str());
   }
   texts.push_back(nullptr);
+  if (arguments.empty()) {
+    return 0;  // not from a command line
+  }
   g_log_level_limit = 7;
 
   int status = 0;
   bool ended_early = false;
   try {
-    status = RunTestMode(static_cast<int>(arguments.size()), texts.data());
+    status = RunTestMode(static_cast<int>(arguments.size() + 1), texts.data());
   } catch (const fuzz::Exited& exited) {
     status = exited.status;
     ended_early = true;

@@ -1,9 +1,9 @@
 // Holds json_parser against a model of its description that is written on strings.
-#include <cstdint>
-#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "core/json_parser.h"
+#include "fuzz/fuzzing.h"
 
 namespace {
 
@@ -27,30 +27,26 @@ Extraction Model(const std::string& text, const std::string& key) {
   return {true, text.substr(start, end - start), end};
 }
 
-void Require(bool condition) {
-  if (!condition) {
-    std::abort();
-  }
+/// What the first line of this kind holds, as a C string; `otherwise` when there is none.
+std::string First(const std::vector<scenario::Line>& lines, scenario::Kind kind,
+                  const std::string& otherwise) {
+  const std::vector<std::string> values = fuzz::Values(lines, kind);
+  return (values.empty() ? otherwise : values.front()).c_str();
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-// The input is the key's length, the key and the text.
+// The first argument is the key that is looked for in the body.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0 || data[0] + std::size_t{1} > size) {
-    return 0;
-  }
-  const std::string all(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const std::string key(all.substr(0, data[0]).c_str());
-  const std::string text(all.substr(data[0]).c_str());
+  const std::vector<scenario::Line> lines = scenario::Parse(fuzz::Text(data, size));
+  const std::string key = First(lines, scenario::kArgument, "Command");
+  const std::string text = First(lines, scenario::kBody, "");
 
   char value[64] = "left over";
   const char* const end = json_parser(text.c_str(), key.c_str(), value);
   const Extraction expected = Model(text, key);
-  Require((end != nullptr) == expected.found);
-  Require(value == expected.value.substr(0, sizeof value - 1));
-  Require(end == nullptr || end == text.c_str() + expected.end);
+  fuzz::Require((end != nullptr) == expected.found);
+  fuzz::Require(value == expected.value.substr(0, sizeof value - 1));
+  fuzz::Require(end == nullptr || end == text.c_str() + expected.end);
   return 0;
 }

@@ -1,4 +1,4 @@
-#include "os_memory.h"
+#include "fuzz/os_memory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -89,8 +89,9 @@ Descriptor OpenForUpdate(const char* path) {
 
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
   fuzz::Open& open = Descriptors().at(file.Number());
-  count = fuzz::Take(open.contents, open.position, buffer, capacity);
-  return true;
+  const bool is_readable = TheWorld().files_are_readable;
+  count = is_readable ? fuzz::Take(open.contents, open.position, buffer, capacity) : 0;
+  return is_readable;
 }
 
 bool WriteFile(const char* path, std::string_view contents) {

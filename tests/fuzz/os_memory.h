@@ -22,6 +22,7 @@ struct World {
   std::map<std::string, std::string> environment;
   std::string input;
   std::map<std::string, std::string> files;
+  bool files_are_readable = true;  ///< what is there can be opened, and then be read
   bool files_are_writable = true;
   std::deque<Conversation> conversations;  ///< one each connection; none left: nobody listens
   std::string memory;                      ///< the camera status block

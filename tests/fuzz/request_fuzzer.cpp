@@ -1,153 +1,16 @@
 // The whole road of a request: body, files, camera status block and daemons all come from one
 // fuzzer input.
-#include <fuzzer/FuzzedDataProvider.h>
-
-#include <cstdint>
-#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "core/cgi.h"
 #include "core/dlog.h"
 #include "core/session.h"
-#include "os_memory.h"
+#include "fuzz/fuzzing.h"
 
 namespace {
 
-constexpr char kSessionId[] = "fuzz";
-
-constexpr const char* kCommands[] = {
-    "MonitorStart",
-    "MonitorStop",
-    "SetZoomCtrl",
-    "GetCamStatus",
-    "SetCamCtrl",
-    "GetClipInfo",
-    "SetClipInfo",
-    "PageChange",
-    "SetWebKeyEvent",
-    "SetWebSliderEvent",
-    "SetWebXYFieldEvent",
-    "GetGPSInfo",
-    "SetWebFtpUploadAll",
-    "SetWebFtpUploadOkMarked",
-    "SetWebFtp1UploadASelect",
-    "SetWebFtp4UploadBSelect",
-    "WebFtpOperateResponse",
-    "SetWebButtonEvent",
-    "GetSystemInfo",
-    "SetStreamingCtrl",
-    "SessionRenewal",
-    "GetPresetZoomPosition",
-    "SetPresetZoomPosition",
-    "GetStreamingSettings",
-    "SetStreamingSettings",
-    "SetStreamingResolution",
-    "SetStreamingFramerate",
-    "SetStreamingBitrate",
-    "GetStreamingServerSettings",
-    "SetStreamingServerSettingsUDP",
-    "SetStreamingServerSettingsRTSP",
-    "SetStreamingServerSettingsZIXI",
-    "SetStreamingServerSettingsRTMP",
-    "SetStreamingServerSettingsRTP",
-    "GetCurrentStreamingServerID",
-    "SetCurrentStreamingServerID",
-    "AvailableStreamingResolutionSettings",
-    "AvailableStreamingFramerateSettings",
-    "AvailableStreamingBitrateSettings",
-    "SetTallyLampPriority",
-    "SetTallyLampCtrl",
-    "JpegEncode",
-    "SetCldstrmLogin",
-    "SetCldstrmLogout",
-    "SetCldstrmEventListObtain",
-    "GetCldstrmEventList",
-    "SetCldstrmStreamInfoObtain",
-    "SetCldstrmStreamInfoToStrmsrv",
-    "SetCldstrmClearStatus",
-    "SetIFBCtrl",
-    "GetIFBSettings",
-    "SetIFBSettings",
-    "ZoomSwitchOperation",
-    "SeesawSwitchOperation",
-    "HeartbeatConfirmation",
-    "SetTallyControlWithPriority",
-    "SystemRequest",
-    "SetStudioTally",
-    "SetStudioTallyWithoutSession",
-    "GetNTPStatus",
-    "SetNTPServer",
-    "SetNTPSettings",
-};
-
-constexpr const char* kFiles[] = {
-    "ntp",    "ifb",      "web_zoom_preset", "streaming", "streaming_server0", "streaming_server1",
-    "cgilog", ".session",
-};
-
-void Require(bool condition) {
-  if (!condition) {
-    std::abort();
-  }
-}
-
-/// Either text of the fuzzer's own, or a well-formed request of a known command whose parameters
-/// are the fuzzer's.
-std::string RequestText(FuzzedDataProvider& data) {
-  if (data.ConsumeIntegralInRange(0, 7) == 0) {
-    return data.ConsumeRandomLengthString();
-  }
-  std::string text = "{\"Request\":{\"Command\":\"";
-  text += data.PickValueInArray(kCommands);
-  text += "\",\"SessionID\":\"";
-  text += kSessionId;
-  text += '"';
-  if (data.ConsumeBool()) {
-    text += ",\"Params\":{" + data.ConsumeRandomLengthString() + "}";
-  }
-  return text + "}}";
-}
-
-/// A reply whose announced length is true, too long or too short, and that may end anywhere.
-std::string ReplyBytes(FuzzedDataProvider& data) {
-  const std::string payload = data.ConsumeRandomLengthString();
-  const auto announced = data.ConsumeBool() ? static_cast<std::uint16_t>(payload.size())
-                                            : data.ConsumeIntegral<std::uint16_t>();
-  std::string reply(12, '\0');
-  reply[2] = static_cast<char>(announced & 0xFF);
-  reply[3] = static_cast<char>(announced >> 8);
-  reply += payload;
-  if (data.ConsumeIntegralInRange(0, 7) == 0) {
-    reply.resize(data.ConsumeIntegralInRange<std::size_t>(0, reply.size()));
-  }
-  return reply;
-}
-
-fuzz::World BuildWorld(FuzzedDataProvider& data) {
-  fuzz::World world;
-  world.environment["REQUEST_METHOD"] = "POST";
-  world.files["/var/tmp/lighttpd/.session"] = std::string("ID\t") + kSessionId + "\n";
-  world.input = RequestText(data);
-  world.environment["CONTENT_LENGTH"] = data.ConsumeIntegralInRange(0, 7) == 0
-                                            ? data.ConsumeRandomLengthString(12)
-                                            : std::to_string(world.input.size());
-  for (const char* file : kFiles) {
-    if (data.ConsumeIntegralInRange(0, 3) == 0) {
-      world.files[std::string("/var/tmp/lighttpd/") + file] = data.ConsumeRandomLengthString();
-    }
-  }
-  world.files_are_writable = data.ConsumeIntegralInRange(0, 7) != 0;
-  world.now = data.ConsumeIntegral<std::int64_t>() / 4;
-  for (int connections = data.ConsumeIntegralInRange(0, 24); connections > 0; --connections) {
-    fuzz::Conversation conversation;
-    conversation.accepts = data.ConsumeIntegralInRange(0, 15) != 0;
-    conversation.takes_message = data.ConsumeIntegralInRange(0, 15) != 0;
-    conversation.reply = ReplyBytes(data);
-    world.conversations.push_back(std::move(conversation));
-  }
-  world.memory = data.ConsumeRemainingBytesAsString();
-  return world;
-}
+using fuzz::Require;
 
 /// A process that ends normally has printed one whole reply whose announced length is true.
 void CheckReply(const std::string& output) {
@@ -170,11 +33,9 @@ void CheckMessages(const std::vector<std::string>& messages) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  FuzzedDataProvider data(bytes, size);
-  fuzz::TheWorld() = BuildWorld(data);
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::World& world = fuzz::TheWorld();
+  world = fuzz::WorldOf(scenario::Parse(fuzz::Text(data, size)));
   g_log_level_limit = 3;
   web_id[0] = '\0';
 
@@ -187,10 +48,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     ended_early = true;
   }
   if (ended_early) {
-    Require(fuzz::TheWorld().output.empty());
+    Require(world.output.empty());
   } else {
-    CheckReply(fuzz::TheWorld().output);
+    CheckReply(world.output);
   }
-  CheckMessages(fuzz::TheWorld().messages);
+  CheckMessages(world.messages);
   return 0;
 }

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "harness/recording.h"
 #include "harness/unix_socket.h"
 
 namespace harness {
@@ -61,6 +62,7 @@ void Conversation::Pause(milliseconds duration) {
 }
 
 void Conversation::Send(const std::string& bytes) {
+  sent_ += bytes;
   std::size_t sent = 0;
   while (sent < bytes.size()) {
     const ssize_t length = send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
@@ -183,6 +185,7 @@ void FakeDaemon::ServeOne() {
   script.Play(conversation);
   conversation.AwaitEnd();
   conversation.Close();
+  RecordConversation(conversation.sent());
 
   lock.lock();
   received_.push_back(conversation.received());

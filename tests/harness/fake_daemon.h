@@ -16,7 +16,7 @@ namespace harness {
 inline constexpr char kControlSocket[] = "/var/run/quonta_cp.sock";
 inline constexpr char kStreamingSocket[] = "/var/run/streaming.sock";
 
-/// One connection of a fake daemon while its script plays. Every byte that arrives is kept.
+/// One connection of a fake daemon while its script plays. Every byte is kept.
 class Conversation {
  public:
   Conversation(int socket, int stop) : socket_(socket), stop_(stop) {}
@@ -32,6 +32,7 @@ class Conversation {
   void Close();
 
   const std::string& received() const { return received_; }
+  const std::string& sent() const { return sent_; }
 
  private:
   bool ReceiveSome(int timeout_ms);
@@ -40,6 +41,7 @@ class Conversation {
   int stop_;
   bool ended_ = false;
   std::string received_;
+  std::string sent_;
 };
 
 /// What a daemon does with one connection: steps that are played in order. After the last step the

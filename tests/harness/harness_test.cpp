@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "fuzz/scenario.h"
 #include "harness/camera_test.h"
 
 namespace harness {
@@ -20,6 +21,27 @@ TEST(MessageTest, HeaderIsLittleEndian) {
 TEST(BodyTest, IsCompact) {
   EXPECT_EQ(BodyWithSession("A", "b", "\"C\":1"),
             "{\"Request\":{\"Command\":\"A\",\"SessionID\":\"b\",\"Params\":{\"C\":1}}}");
+}
+
+TEST(ScenarioTest, AValueIsOneLineWhateverItHolds) {
+  EXPECT_EQ(scenario::Format({'n', "a\nb\\c"}), "na\\nb\\\\c\n");
+  const std::string value = Bytes({0, '\n', '\\', 'n', '\\', 255, '\n'});
+  const std::vector<scenario::Line> lines =
+      scenario::Parse(scenario::Format({'B', value}) + scenario::Format({'R', ""}));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].kind, 'B');
+  EXPECT_EQ(lines[0].value, value);
+  EXPECT_EQ(lines[1].kind, 'R');
+  EXPECT_EQ(lines[1].value, "");
+}
+
+TEST(ScenarioTest, EveryTextHasLines) {
+  EXPECT_EQ(scenario::Parse("").size(), 0U);
+  EXPECT_EQ(scenario::Parse("\n\n").size(), 0U);
+  const std::vector<scenario::Line> lines = scenario::Parse("\nBa\\\n\nC\\x");
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].value, "a\\");
+  EXPECT_EQ(lines[1].value, "x");
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 
 #include "harness/files.h"
 #include "harness/handler.h"
+#include "harness/recording.h"
 
 namespace harness {
 namespace {
@@ -138,6 +139,7 @@ class Process {
 Outcome Process::Run() {
   const WithoutPipeSignal without_pipe_signal;
   PrepareCommand();
+  RecordRequest(request_.body_, request_.environment_, request_.arguments_);
   Start();
   Serve();
   AwaitEnd();

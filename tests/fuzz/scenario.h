@@ -1,0 +1,62 @@
+// What a fuzzer input looks like: lines of text, so that people can read and write one, and a
+// change of a few bytes leaves the rest of it as it was. The first character of a line says what it
+// holds (below), the rest of the line is the value; in a value, backslash n is a line feed and
+// backslash backslash a backslash. Lines that mean nothing are skipped.
+//
+// Written by the black-box tests, which keep what they do as the fuzzers' seeds, by the fuzzers
+// themselves and by hand; read by the fuzzers.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scenario {
+
+enum Kind : char {
+  kBody = 'B',           ///< standard input of a POST
+  kContentLength = 'C',  ///< the variable; the body's true length unless given
+  kArgument = 'A',       ///< of the command line; the first one is a canned request's number
+  kMemory = 'M',         ///< the camera status block
+  kReply = 'R',          ///< all that a daemon sends on the next connection, then it closes
+  kPayload = 'P',        ///< the same, with the header that announces just this
+  kRefusal = 'X',        ///< the next connection is refused
+  kEarlyClose = 'W',     ///< the next connection is closed before the message is taken
+  kClock = 'T',          ///< seconds since the epoch
+  kReadOnly = 'D',       ///< no file can be written
+  kUnreadable = 'U',     ///< every file that is there fails to be read
+};
+
+/// A file of the camera is a line, too; its character is the kind.
+struct File {
+  char kind;
+  const char* path;
+};
+
+inline constexpr File kFiles[] = {
+    {'s', "/var/tmp/lighttpd/.session"},
+    {'g', "/var/tmp/lighttpd/cgilog"},
+    {'n', "/var/tmp/lighttpd/ntp"},
+    {'i', "/var/tmp/lighttpd/ifb"},
+    {'z', "/var/tmp/lighttpd/web_zoom_preset"},
+    {'f', "/var/tmp/lighttpd/streaming"},
+    {'0', "/var/tmp/lighttpd/streaming_server0"},
+    {'1', "/var/tmp/lighttpd/streaming_server1"},
+    {'2', "/var/tmp/lighttpd/streaming_server2"},
+    {'3', "/var/tmp/lighttpd/streaming_server3"},
+    {'c', "/srv/www/htdocs/cam_status"},
+    {'l', "/srv/www/htdocs/clip_info"},
+};
+
+struct Line {
+  char kind;
+  std::string value;
+};
+
+/// One line, its line feed included.
+std::string Format(const Line& line);
+
+/// All lines of an input. Every input can be parsed.
+std::vector<Line> Parse(std::string_view input);
+
+}  // namespace scenario
