@@ -125,6 +125,14 @@ TEST_F(SettingsFileTest, LinesAreReadInPiecesOf255Characters) {
               Holds("", "8", longest, ""));
 }
 
+// Found by fuzzing: a value behind its key without a tab between them grows when it is rewritten.
+TEST_F(SettingsFileTest, AValueThatFillsItsLineLosesItsEndWhenATabIsAdded) {
+  TestRecord record = Read("server_url" + std::string(245, 'u') + "\n");
+  EXPECT_EQ(record.server_url, std::string(245, 'u'));
+  kTestFile.Write(kPath, record);
+  EXPECT_EQ(Read().server_url, std::string(244, 'u'));
+}
+
 TEST_F(SettingsFileTest, WritesEverySettingInTheOrderOfTheTableEmptyOnesIncluded) {
   TestRecord record = {};
   CopyText(record.name, "two words");
