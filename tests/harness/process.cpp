@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 #include "harness/files.h"
@@ -293,7 +294,7 @@ void Process::AwaitEnd() {
     if (IsLate()) {
       KillLate();
     }
-    usleep(1000);
+    std::this_thread::sleep_for(milliseconds(1));
   }
   outcome_.max_rss_kib = usage.ru_maxrss;
   if (WIFSIGNALED(status)) {
