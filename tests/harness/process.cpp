@@ -94,9 +94,11 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
-void Limit(int resource, std::size_t bytes) {
-  const rlimit limit = {bytes, bytes};
-  setrlimit(static_cast<__rlimit_resource_t>(resource), &limit);
+void Limit(__rlimit_resource_t resource, std::size_t bytes) {
+  rlimit limit = {};
+  getrlimit(resource, &limit);
+  limit.rlim_cur = bytes;
+  setrlimit(resource, &limit);
 }
 
 }  // namespace
