@@ -26,6 +26,17 @@ else()
 endif()
 target_compile_definitions(camera_language INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
+# Counters of lines and branches: for the product's code, and for the unit tests because of the
+# product's headers. Static, as what ships is: a test allows the handler little memory.
+add_library(camera_coverage INTERFACE)
+target_link_libraries(camera_language INTERFACE camera_coverage)
+if(CAMERA_COVERAGE)
+  add_library(coverage_exit STATIC tests/coverage/exit.cpp)
+  target_compile_options(camera_coverage INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(camera_coverage INTERFACE --coverage -static -Wl,--wrap=_exit)
+  target_link_libraries(camera_coverage INTERFACE coverage_exit)
+endif()
+
 # Sanitizers go into everything that is built with them, tests included.
 if(CAMERA_SANITIZE)
   # The check of virtual calls needs the type information that the product is built without.

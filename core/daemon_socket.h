@@ -12,7 +12,7 @@
 extern const char kControlDaemonPath[];
 
 /// The standard socket address for a path; a longer path is cut to what the address holds.
-sockaddr_un DaemonAddress(const char* path);
+sockaddr_un DaemonAddress(const char* path_of_socket);
 
 /// Sends one message to a daemon and receives its reply.
 ///

@@ -15,8 +15,16 @@ using harness::Info;
 using harness::Logged;
 
 constexpr char kThresholdPath[] = "/var/tmp/lighttpd/cgilog";
+constexpr std::int32_t kUsualLimit = 3;
 
-TEST(Dlog, GivesEachLevelItsPriority) {
+class Dlog : public testing::Test {
+ protected:
+  ~Dlog() override { g_log_level_limit = kUsualLimit; }
+};
+
+class InitDlog : public Dlog {};
+
+TEST_F(Dlog, GivesEachLevelItsPriority) {
   harness::SystemLog log;
   g_log_level_limit = 100;
   for (const int level : {-1, 0, 1, 2, 3, 4, 5, 7, 100}) {
@@ -27,21 +35,20 @@ TEST(Dlog, GivesEachLevelItsPriority) {
                                   Debug("level 5"), Debug("level 7"), Debug("level 100")));
 }
 
-TEST(Dlog, EmitsLevelsUpToTheThreshold) {
+TEST_F(Dlog, EmitsLevelsUpToTheThreshold) {
   harness::SystemLog log;
-  g_log_level_limit = 3;
   DLOG(3, "three");
   DLOG(4, "four");
   EXPECT_THAT(log.Lines(), Logged(Info("three")));
 }
 
-TEST(Dlog, ShowsPercentSignsOfLoggedDataAsTheyAre) {
+TEST_F(Dlog, ShowsPercentSignsOfLoggedDataAsTheyAre) {
   harness::SystemLog log;
   DLOG(1, "%s", "100%s%n%%");
   EXPECT_THAT(log.Lines(), Logged(Error("100%s%n%%")));
 }
 
-TEST(Dlog, CutsAMessageAt4999Bytes) {
+TEST_F(Dlog, CutsAMessageAt4999Bytes) {
   harness::SystemLog log;
   DLOG(1, "%s", std::string(4999, 'x').c_str());
   DLOG(1, "%s", std::string(5000, 'y').c_str());
@@ -50,7 +57,7 @@ TEST(Dlog, CutsAMessageAt4999Bytes) {
                                   Error(std::string(4999, '%'))));
 }
 
-TEST(InitDlog, TakesTheThresholdFromTheControlFile) {
+TEST_F(InitDlog, TakesTheThresholdFromTheControlFile) {
   const struct {
     const char* what;
     const char* contents;
@@ -77,14 +84,13 @@ TEST(InitDlog, TakesTheThresholdFromTheControlFile) {
   for (const auto& row : cases) {
     SCOPED_TRACE(row.what);
     harness::WriteFile(kThresholdPath, row.contents);
-    g_log_level_limit = 3;
+    g_log_level_limit = kUsualLimit;
     EXPECT_EQ(INIT_DLOG(), 0);
     EXPECT_EQ(g_log_level_limit, row.limit);
   }
 }
 
-TEST(InitDlog, KeepsTheThresholdWithoutAControlFile) {
-  g_log_level_limit = 3;
+TEST_F(InitDlog, KeepsTheThresholdWithoutAControlFile) {
   EXPECT_EQ(INIT_DLOG(), 0);
   EXPECT_EQ(g_log_level_limit, 3);
 }

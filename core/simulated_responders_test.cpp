@@ -18,7 +18,6 @@
 #include "core/dlog.h"
 #include "harness/files.h"
 #include "harness/messages.h"
-#include "harness/private_world.h"
 #include "harness/system_log.h"
 
 namespace {
@@ -55,13 +54,13 @@ constexpr char kWholeStatus[] =
     "ViewRemotePage=8\n"
     "SettingPage=9\n";
 
+constexpr std::int32_t kUsualLimit = 3;
+
 /// Traces of level 4 are on, and what they say is kept.
 class SimulatedResponders : public testing::Test {
  protected:
-  SimulatedResponders() {
-    harness::ResetPrivateWorld();
-    g_log_level_limit = 4;
-  }
+  SimulatedResponders() { g_log_level_limit = 4; }
+  ~SimulatedResponders() override { g_log_level_limit = kUsualLimit; }
 
   harness::SystemLog log_;
 };

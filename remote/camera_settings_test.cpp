@@ -4,22 +4,16 @@
 #include <sys/stat.h>
 
 #include "harness/files.h"
-#include "harness/private_world.h"
 
 namespace {
 
-class CameraSettings : public testing::Test {
- protected:
-  CameraSettings() { harness::ResetPrivateWorld(); }
-};
-
-TEST_F(CameraSettings, PathsAreTheOnesThatTheCameraReads) {
+TEST(CameraSettings, PathsAreTheOnesThatTheCameraReads) {
   EXPECT_STREQ(PRESET_ZOOM_PATH, "/var/tmp/lighttpd/web_zoom_preset");
   EXPECT_STREQ(NTP_SETTING_PATH, "/var/tmp/lighttpd/ntp");
   EXPECT_STREQ(IFB_SETTING_PATH, "/var/tmp/lighttpd/ifb");
 }
 
-TEST_F(CameraSettings, WithoutAFileEverySettingHasItsDefault) {
+TEST(CameraSettings, WithoutAFileEverySettingHasItsDefault) {
   _PRESET_ZOOM_POS zoom;
   EXPECT_EQ(ReadPresetZoom(&zoom), 0);
   EXPECT_STREQ(zoom.preset_a, "65535");
@@ -45,14 +39,14 @@ TEST_F(CameraSettings, WithoutAFileEverySettingHasItsDefault) {
   EXPECT_STREQ(ifb.ifb_password, "");
 }
 
-TEST_F(CameraSettings, AFolderInAFilesPlaceCountsAsMissing) {
+TEST(CameraSettings, AFolderInAFilesPlaceCountsAsMissing) {
   ASSERT_EQ(mkdir(NTP_SETTING_PATH, 0755), 0);
   _NTP_SETTING ntp;
   EXPECT_EQ(ReadNTPSetting(&ntp), 0);
   EXPECT_STREQ(ntp.tc_sync, "1");
 }
 
-TEST_F(CameraSettings, KeysOfOtherFilesAreIgnored) {
+TEST(CameraSettings, KeysOfOtherFilesAreIgnored) {
   harness::WriteFile(IFB_SETTING_PATH,
                      "address\t1\nifb_portal\nifb_channel 2\nifb_type\t\t3 4\nifb\t5\n");
   _IFB_SETTING ifb;

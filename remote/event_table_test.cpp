@@ -56,8 +56,9 @@ TEST(EventTable, RowsAre62BytesWithNulPaddedNames) {
   EXPECT_EQ(offsetof(RemoteEvent, kind_code), 30U);
   EXPECT_EQ(offsetof(RemoteEvent, key), 31U);
   EXPECT_EQ(offsetof(RemoteEvent, key_code), 61U);
+  using Name = char[30];
   for (const RemoteEvent& event : eventTable) {
-    for (const char(*name)[30] : {&event.kind, &event.key}) {
+    for (const Name* name : {&event.kind, &event.key}) {
       const std::string bytes(*name, sizeof *name);
       const std::string text(*name);
       EXPECT_EQ(bytes, text + std::string(sizeof *name - text.size(), '\0'));

@@ -123,23 +123,23 @@ std::array<std::uint8_t, 20> Upload::ServerKey() const {
 }
 
 std::string Upload::Summary() const {
-  const std::string server = " FTP" + std::to_string(server_ + 1);
+  const std::string ftp = " FTP" + std::to_string(server_ + 1);
   switch (phase_) {
     case Phase::kOff:
       return "off";
     case Phase::kTrust:
-      return "asks whether to trust" + server;
+      return "asks whether to trust" + ftp;
     case Phase::kPutFile:
       return "of file " + std::to_string(CurrentFile()) + "/" + std::to_string(TotalFiles()) +
-             " to" + server;
+             " to" + ftp;
     case Phase::kStart:
     case Phase::kOccupySlot:
     case Phase::kMount:
     case Phase::kParse:
-      return "to" + server + " begins";
+      return "to" + ftp + " begins";
     case Phase::kUnmount:
     case Phase::kReleaseSlot:
-      return "to" + server + " ends";
+      return "to" + ftp + " ends";
   }
   return "";
 }

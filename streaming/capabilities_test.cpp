@@ -5,7 +5,6 @@
 #include <string>
 
 #include "harness/files.h"
-#include "harness/private_world.h"
 #include "harness/status_block.h"
 #include "harness/system_log.h"
 
@@ -20,8 +19,6 @@ constexpr int kModel = 516;
 
 class CapabilitiesTest : public testing::Test {
  protected:
-  CapabilitiesTest() { harness::ResetPrivateWorld(); }
-
   static void StoreRecordingFormat(const std::string& format) {
     harness::WriteFile("/var/tmp/lighttpd/streaming", "rfresolution\t" + format + "\n");
   }

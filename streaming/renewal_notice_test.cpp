@@ -7,7 +7,6 @@
 
 #include "harness/fake_daemon.h"
 #include "harness/messages.h"
-#include "harness/private_world.h"
 #include "harness/system_log.h"
 
 namespace {
@@ -18,7 +17,6 @@ using harness::Logged;
 using testing::ElementsAre;
 
 TEST(RenewSetting, SendsThirteenBytesAndOnlyOneMeansReconnect) {
-  harness::ResetPrivateWorld();
   harness::SystemLog log;
   harness::FakeDaemon daemon;
   for (const int renew_reconnect : {1, 0, 2, -1}) {

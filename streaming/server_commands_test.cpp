@@ -9,7 +9,6 @@
 #include "harness/fake_daemon.h"
 #include "harness/files.h"
 #include "harness/messages.h"
-#include "harness/private_world.h"
 #include "harness/system_log.h"
 #include "streaming/streaming_settings.h"
 
@@ -22,8 +21,6 @@ using testing::ElementsAre;
 
 class ServerCommandsTest : public testing::Test {
  protected:
-  ServerCommandsTest() { harness::ResetPrivateWorld(); }
-
   harness::SystemLog log_;
 };
 

@@ -10,7 +10,6 @@
 #include "harness/fake_daemon.h"
 #include "harness/files.h"
 #include "harness/messages.h"
-#include "harness/private_world.h"
 
 namespace {
 
@@ -35,8 +34,6 @@ constexpr SettingsFile<TestRecord> kTestFile(kFields);
 
 class SettingsFileTest : public testing::Test {
  protected:
-  SettingsFileTest() { harness::ResetPrivateWorld(); }
-
   static TestRecord Read() {
     TestRecord record;
     std::memset(&record, 'x', sizeof record);

@@ -7,7 +7,6 @@
 
 #include "core/text.h"
 #include "harness/files.h"
-#include "harness/private_world.h"
 
 namespace {
 
@@ -68,7 +67,6 @@ constexpr FieldCase<_STREAMING_SERVER_SETTING> kServerCases[] = {
 template <typename Record, std::size_t Count>
 void CheckFile(const SettingsFile<Record>& file, const FieldCase<Record> (&cases)[Count]) {
   constexpr char kPath[] = "/var/tmp/lighttpd/settings_under_test";
-  harness::ResetPrivateWorld();
   Record record;
   file.Read(kPath, record);
   std::string expected;
@@ -105,7 +103,6 @@ TEST(StreamingServerSettingFile, HasTheseKeysCapacitiesAndDefaults) {
 }
 
 TEST(StreamingSettingFile, IsReadFromItsPath) {
-  harness::ResetPrivateWorld();
   harness::WriteFile("/var/tmp/lighttpd/streaming", "server\t2\nserverurl\thost\n");
   _STREAMING_SETTING setting;
   EXPECT_EQ(ReadStreamingSetting(&setting), 0);
@@ -115,7 +112,6 @@ TEST(StreamingSettingFile, IsReadFromItsPath) {
 }
 
 TEST(StreamingServerSettingFile, IsReadAndWrittenByItsPath) {
-  harness::ResetPrivateWorld();
   const StreamingServerPath path(12);
   _STREAMING_SERVER_SETTING setting;
   EXPECT_EQ(ReadStreamingServerSetting(path.Text(), &setting), 0);

@@ -163,10 +163,7 @@ TEST_F(LogTest, PercentSignsAreCutBeforeTheyAreDoubled) {
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, '%'))));
 }
 
-class SilentLogTest : public testing::Test {};
-
-TEST_F(SilentLogTest, RequestsWorkWithoutASystemLog) {
-  ResetPrivateWorld();
+TEST(SilentLogTest, RequestsWorkWithoutASystemLog) {
   WriteSession(kSession);
   EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1"))),
               Replied("{\"Response\":{\"Requested\":\"SessionRenewal\",\"Result\":\"Success\"}}"));

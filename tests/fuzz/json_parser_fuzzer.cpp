@@ -27,11 +27,12 @@ Extraction Model(const std::string& text, const std::string& key) {
   return {true, text.substr(start, end - start), end};
 }
 
-/// What the first line of this kind holds, as a C string; `otherwise` when there is none.
+/// What the first line of this kind holds, up to a NUL; `otherwise` when there is none.
 std::string First(const std::vector<scenario::Line>& lines, scenario::Kind kind,
                   const std::string& otherwise) {
   const std::vector<std::string> values = fuzz::Values(lines, kind);
-  return (values.empty() ? otherwise : values.front()).c_str();
+  const std::string& first = values.empty() ? otherwise : values.front();
+  return first.substr(0, first.find('\0'));
 }
 
 }  // namespace

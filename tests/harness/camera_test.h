@@ -19,10 +19,7 @@ namespace harness {
 /// with the session id `kSession`. Daemons are added by the tests.
 class CameraTest : public testing::Test {
  protected:
-  CameraTest() {
-    ResetPrivateWorld();
-    WriteSession(kSession);
-  }
+  CameraTest() { WriteSession(kSession); }
 
   /// A POST with this body from the web server.
   static Outcome Post(const std::string& body) { return RunHandler(Request(body)); }

@@ -63,13 +63,13 @@ void Conversation::Pause(milliseconds duration) {
 
 void Conversation::Send(const std::string& bytes) {
   sent_ += bytes;
-  std::size_t sent = 0;
-  while (sent < bytes.size()) {
-    const ssize_t length = send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t length = send(socket_, bytes.data() + done, bytes.size() - done, MSG_NOSIGNAL);
     if (length < 0) {
       return;
     }
-    sent += static_cast<std::size_t>(length);
+    done += static_cast<std::size_t>(length);
   }
 }
 

@@ -8,8 +8,8 @@ namespace harness {
 /// start of main; throws std::system_error when the system refuses.
 void EnterPrivateWorld();
 
-/// Empties the private world, so that each test of a program starts with a fresh one. Throws
-/// std::logic_error outside a private world: it deletes files.
+/// Empties the private world; done before each test. Throws std::logic_error outside a private
+/// world: it deletes files.
 void ResetPrivateWorld();
 
 }  // namespace harness

@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 #include "harness/files.h"
@@ -94,9 +95,11 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
-void Limit(int resource, std::size_t bytes) {
-  const rlimit limit = {bytes, bytes};
-  setrlimit(static_cast<__rlimit_resource_t>(resource), &limit);
+void Limit(__rlimit_resource_t resource, std::size_t bytes) {
+  rlimit limit = {};
+  getrlimit(resource, &limit);
+  limit.rlim_cur = bytes;
+  setrlimit(resource, &limit);
 }
 
 }  // namespace
@@ -295,7 +298,7 @@ void Process::AwaitEnd() {
     if (IsLate()) {
       KillLate();
     }
-    usleep(1000);
+    std::this_thread::sleep_for(milliseconds(1));
   }
   outcome_.max_rss_kib = usage.ru_maxrss;
   if (WIFSIGNALED(status)) {
