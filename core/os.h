@@ -126,7 +126,8 @@ void PrepareDescriptors();
 
 /// Hands one message to the system log, exactly as it stands, whatever its length. The C library
 /// could do it, too, but its way there reads the time zone and leads through most of its text and
-/// number scanning. Without a log daemon the message is lost. It is stamped in UTC.
+/// number scanning. Without a log daemon the message is lost; one that has stopped reading holds a
+/// process up for one second in all, for the camera goes on without it. It is stamped in UTC.
 /// @param priority  3 error, 6 informational, 7 debug (the facility is the log's default)
 void SystemLog(int priority, const char* text);
 
