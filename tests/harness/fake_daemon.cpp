@@ -195,7 +195,7 @@ BusyDaemon::BusyDaemon(const std::string& path) : sockets_{BoundSocket(path, SOC
     throw std::system_error(errno, std::generic_category(), "listen on " + path);
   }
   for (int client = 0; client >= 0;) {
-    client = ConnectWithoutWaiting(path);
+    client = ConnectWithoutWaiting(path, SOCK_STREAM);
     sockets_.push_back(client);
   }
   sockets_.pop_back();

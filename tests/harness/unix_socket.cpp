@@ -48,9 +48,9 @@ int BoundSocket(const std::string& path, int type) {
   return descriptor;
 }
 
-int ConnectWithoutWaiting(const std::string& path) {
+int ConnectWithoutWaiting(const std::string& path, int type) {
   const sockaddr_un address = Address(path);
-  const int descriptor = NewSocket(SOCK_STREAM | SOCK_NONBLOCK);
+  const int descriptor = NewSocket(type | SOCK_NONBLOCK);
   if (connect(descriptor, Generic(address), sizeof address) != 0) {
     const int error = errno;
     close(descriptor);
