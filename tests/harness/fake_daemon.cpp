@@ -107,6 +107,11 @@ Script& Script::Close() {
   return *this;
 }
 
+Script& Script::Then(const Script& script) {
+  steps_.insert(steps_.end(), script.steps_.begin(), script.steps_.end());
+  return *this;
+}
+
 void Script::Play(Conversation& conversation) const {
   for (const auto& step : steps_) {
     step(conversation);

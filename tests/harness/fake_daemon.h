@@ -52,6 +52,8 @@ class Script {
   Script& SendInPieces(std::string bytes, std::size_t size, std::chrono::milliseconds delay);
   Script& Pause(std::chrono::milliseconds duration);
   Script& Close();
+  /// The steps of another script.
+  Script& Then(const Script& script);
 
   void Play(Conversation& conversation) const;
 
