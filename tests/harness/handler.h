@@ -14,10 +14,11 @@ namespace harness {
 
 /// How the started handler's standard input behaves.
 enum class Input {
-  kWhole,     // the body, then the end
-  kHeldOpen,  // the body, and no end
-  kEndless,   // the body, then more without end
-  kClosed,    // no descriptor at all
+  kWhole,          // the body, then the end
+  kHeldOpen,       // the body, and no end
+  kEndless,        // the body, then more of it without end
+  kEndlessBlanks,  // the body, then white space without end
+  kClosed,         // no descriptor at all
 };
 
 /// Where the started handler's standard output leads to.

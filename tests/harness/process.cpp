@@ -254,7 +254,7 @@ int Process::PollTimeout() const {
 }
 
 void Process::Feed() {
-  const std::string filler(kBytesAtOnce, 'x');
+  const std::string filler(kBytesAtOnce, request_.input_ == Input::kEndlessBlanks ? ' ' : 'x');
   const bool has_fed_all = fed_ == request_.body_.size();
   if (has_fed_all && request_.input_ == Input::kWhole) {
     input_.Close(1);
