@@ -141,7 +141,14 @@ bool WriteFile(const char* path, std::string_view contents) {
   const Descriptor file(Uninterrupted([&] {
     return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
   }));
-  return file.IsOpen() && WriteAll(file.Number(), contents.data(), contents.size());
+  if (!file.IsOpen()) {
+    return false;
+  }
+  const bool is_whole = WriteAll(file.Number(), contents.data(), contents.size());
+  if (!is_whole) {
+    unlink(path);
+  }
+  return is_whole;
 }
 
 bool Rewrite(const Descriptor& file, std::string_view contents) {

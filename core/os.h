@@ -49,7 +49,8 @@ Descriptor OpenForUpdate(const char* path);
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
-/// permissions).
+/// permissions). A file that there is no room for is removed: its readers know what a missing file
+/// means, and would take a piece of one at its word.
 /// @return false when the file could not be opened or not be written completely
 bool WriteFile(const char* path, std::string_view contents);
 
