@@ -49,6 +49,8 @@ class Request {
   Request& LimitMemory(std::size_t bytes);
   /// Longest file that the handler may write; writing beyond fails.
   Request& LimitFileSize(std::size_t bytes);
+  /// Permissions of files hold for the handler although root starts it.
+  Request& WithoutPrivileges();
   /// After so long the handler is killed and the test fails; emulation gets three times as much.
   Request& Deadline(std::chrono::seconds deadline);
 
@@ -65,6 +67,7 @@ class Request {
   std::size_t memory_limit_ = 0;
   std::size_t file_size_limit_ = 0;
   bool has_file_size_limit_ = false;
+  bool has_privileges_ = true;
   std::chrono::seconds deadline_{15};
 };
 

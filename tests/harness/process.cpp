@@ -1,6 +1,8 @@
 #include <elf.h>
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -219,6 +221,10 @@ void Process::SetLimits() const {
   if (request_.has_file_size_limit_) {
     std::signal(SIGXFSZ, SIG_IGN);
     Limit(RLIMIT_FSIZE, request_.file_size_limit_);
+  }
+  if (!request_.has_privileges_) {
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
   }
 }
 
