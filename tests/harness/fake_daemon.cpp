@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -71,6 +72,12 @@ void Conversation::Send(const std::string& bytes) {
   }
 }
 
+void Conversation::Lock() {
+  if (flock(socket_, LOCK_EX | LOCK_NB) != 0) {
+    throw std::system_error(errno, std::generic_category(), "lock on a connection");
+  }
+}
+
 void Conversation::Close() {
   if (socket_ >= 0) {
     close(socket_);
@@ -99,6 +106,11 @@ Script& Script::SendInPieces(std::string bytes, std::size_t size, milliseconds d
 
 Script& Script::Pause(milliseconds duration) {
   steps_.emplace_back([duration](Conversation& conversation) { conversation.Pause(duration); });
+  return *this;
+}
+
+Script& Script::Lock() {
+  steps_.emplace_back([](Conversation& conversation) { conversation.Lock(); });
   return *this;
 }
 

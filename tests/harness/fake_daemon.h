@@ -29,6 +29,8 @@ class Conversation {
   void Pause(std::chrono::milliseconds duration);
   /// Sends all of it, as far as the other side is there to take it.
   void Send(const std::string& bytes);
+  /// Takes the exclusive advisory lock on this end, and keeps it.
+  void Lock();
   void Close();
 
   const std::string& received() const { return received_; }
@@ -51,6 +53,7 @@ class Script {
   Script& Send(std::string bytes);
   Script& SendInPieces(std::string bytes, std::size_t size, std::chrono::milliseconds delay);
   Script& Pause(std::chrono::milliseconds duration);
+  Script& Lock();
   Script& Close();
   /// The steps of another script.
   Script& Then(const Script& script);
