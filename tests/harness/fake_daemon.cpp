@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <system_error>
 #include <utility>
 
@@ -205,6 +206,51 @@ void FakeDaemon::ServeOne() {
   received_.push_back(conversation.received());
   busy_ = false;
   changed_.notify_all();
+}
+
+PopularDaemon::PopularDaemon(const std::string& path, std::string reply)
+    : path_(path), reply_(std::move(reply)), socket_(BoundSocket(path, SOCK_STREAM)) {
+  if (listen(socket_, SOMAXCONN) != 0 || pipe2(stop_pipe_, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "listen on " + path);
+  }
+  server_ = std::thread(&PopularDaemon::Serve, this);
+}
+
+PopularDaemon::~PopularDaemon() {
+  close(stop_pipe_[1]);
+  server_.join();
+  close(stop_pipe_[0]);
+  close(socket_);
+  unlink(path_.c_str());
+}
+
+void PopularDaemon::Serve() {
+  std::vector<pollfd> events = {{stop_pipe_[0], POLLIN, 0}, {socket_, POLLIN, 0}};
+  const std::size_t first_client = events.size();
+  while (poll(events.data(), events.size(), kForEver) >= 0 && events[0].revents == 0) {
+    for (std::size_t i = events.size(); i-- > first_client;) {
+      if (events[i].revents != 0 && !ServeClient(events[i].fd)) {
+        close(events[i].fd);
+        events.erase(events.begin() + static_cast<std::ptrdiff_t>(i));
+      }
+    }
+    if (events[1].revents != 0) {
+      events.push_back({accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
+    }
+  }
+  for (std::size_t i = first_client; i < events.size(); ++i) {
+    close(events[i].fd);
+  }
+}
+
+bool PopularDaemon::ServeClient(int client) {
+  char message[65536];
+  if (recv(client, message, sizeof message, MSG_DONTWAIT) <= 0) {
+    return false;
+  }
+  ++received_;
+  send(client, reply_.data(), reply_.size(), MSG_NOSIGNAL);
+  return true;
 }
 
 BusyDaemon::BusyDaemon(const std::string& path) : sockets_{BoundSocket(path, SOCK_STREAM)} {

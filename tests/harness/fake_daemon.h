@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -104,6 +105,30 @@ class FakeDaemon {
   std::deque<Script> scripts_;
   Script by_default_;
   std::vector<std::string> received_;
+  std::thread server_;
+};
+
+/// A daemon that answers any number of clients at once, all of them with the same reply.
+class PopularDaemon {
+ public:
+  PopularDaemon(const std::string& path, std::string reply);
+  ~PopularDaemon();
+  PopularDaemon(const PopularDaemon&) = delete;
+  PopularDaemon& operator=(const PopularDaemon&) = delete;
+
+  /// How many messages have come so far.
+  std::size_t Received() const { return received_; }
+
+ private:
+  void Serve();
+  /// Answers what has come. Returns false when the client has closed.
+  bool ServeClient(int client);
+
+  std::string path_;
+  std::string reply_;
+  int socket_;
+  int stop_pipe_[2];
+  std::atomic<std::size_t> received_{0};
   std::thread server_;
 };
 

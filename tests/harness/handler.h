@@ -86,10 +86,13 @@ struct Outcome {
 
 std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
 
-/// Starts the handler and waits for its end. The handler is the one that was built with the tests,
-/// or the one that the environment variable CAMERA_BINARY names; a program for another processor
-/// is run by CAMERA_EMULATOR ("qemu-arm-static" by default). A sanitizer's report fails the test.
+/// Starts the handler and waits for its end. A sanitizer's report fails the test.
 Outcome RunHandler(const Request& request);
+
+/// What the handler is started with. The handler is the one that was built with the tests, or the
+/// one that the environment variable CAMERA_BINARY names; in front of a program for another
+/// processor stands CAMERA_EMULATOR ("qemu-arm-static" by default).
+std::vector<std::string> HandlerCommand();
 
 /// Whether the handler runs in an emulator, and times and sizes are those of the emulator.
 bool IsEmulated();

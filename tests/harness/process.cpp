@@ -148,15 +148,7 @@ Outcome Process::Run() {
 }
 
 void Process::PrepareCommand() {
-  if (access(Binary().c_str(), X_OK) != 0) {
-    throw std::runtime_error(Binary() +
-                             " cannot be started; in the tests' private world there is "
-                             "nothing of the machine's /run, /var/tmp and /srv");
-  }
-  if (IsEmulated()) {
-    command_.push_back(FromEnvironment("CAMERA_EMULATOR", "qemu-arm-static"));
-  }
-  command_.push_back(Binary());
+  command_ = HandlerCommand();
   command_.insert(command_.end(), request_.arguments_.begin(), request_.arguments_.end());
   for (const auto& [name, value] : request_.environment_) {
     environment_.push_back(name + "=" + value);
@@ -323,6 +315,18 @@ Outcome RunHandler(const Request& request) {
     ADD_FAILURE() << outcome.errors;
   }
   return outcome;
+}
+
+std::vector<std::string> HandlerCommand() {
+  if (access(Binary().c_str(), X_OK) != 0) {
+    throw std::runtime_error(Binary() +
+                             " cannot be started; in the tests' private world there is "
+                             "nothing of the machine's /run, /var/tmp and /srv");
+  }
+  if (IsEmulated()) {
+    return {FromEnvironment("CAMERA_EMULATOR", "qemu-arm-static"), Binary()};
+  }
+  return {Binary()};
 }
 
 bool IsEmulated() { return Machine(Binary()) != Machine("/proc/self/exe"); }

@@ -60,4 +60,15 @@ int ConnectWithoutWaiting(const std::string& path, int type) {
   return descriptor;
 }
 
+int ConnectedSocket(const std::string& path) {
+  const sockaddr_un address = Address(path);
+  const int descriptor = NewSocket(SOCK_STREAM);
+  if (connect(descriptor, Generic(address), sizeof address) != 0) {
+    const int error = errno;
+    close(descriptor);
+    throw std::system_error(error, std::generic_category(), "connect " + path);
+  }
+  return descriptor;
+}
+
 }  // namespace harness
