@@ -50,6 +50,8 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
 }
 
 int log_socket = -1;
+/// How long this process will still wait for a log daemon that does not keep up.
+std::int64_t log_patience_ms = 1000;
 
 /// A log daemon that was started anew has a new socket, so this is done again when sending fails.
 void ConnectToLog() {
@@ -67,9 +69,34 @@ void ConnectToLog() {
   }
 }
 
+/// @return whether another attempt is worth it, the log daemon's queue having been full
+bool AwaitLog() {
+  if (log_patience_ms <= 0) {
+    return false;
+  }
+  const std::int64_t start = MonotonicMilliseconds();
+  pollfd log = {log_socket, POLLOUT, 0};
+  const int result = poll(&log, 1, static_cast<int>(log_patience_ms));
+  log_patience_ms -= MonotonicMilliseconds() - start;
+  return result != 0;
+}
+
+/// @return false when there is no log daemon at the other end; a message that the daemon does not
+///         take in time is lost, which is no reason to look for another daemon
 bool SendToLog(const msghdr& message) {
-  return log_socket >= 0 &&
-         Uninterrupted([&] { return sendmsg(log_socket, &message, MSG_NOSIGNAL); }) >= 0;
+  while (log_socket >= 0) {
+    if (sendmsg(log_socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) >= 0) {
+      return true;
+    }
+    if (errno == EAGAIN) {
+      if (!AwaitLog()) {
+        return true;
+      }
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return false;
 }
 
 iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
@@ -114,7 +141,14 @@ bool WriteFile(const char* path, std::string_view contents) {
   const Descriptor file(Uninterrupted([&] {
     return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
   }));
-  return file.IsOpen() && WriteAll(file.Number(), contents.data(), contents.size());
+  if (!file.IsOpen()) {
+    return false;
+  }
+  const bool is_whole = WriteAll(file.Number(), contents.data(), contents.size());
+  if (!is_whole) {
+    unlink(path);
+  }
+  return is_whole;
 }
 
 bool Rewrite(const Descriptor& file, std::string_view contents) {

@@ -49,7 +49,8 @@ Descriptor OpenForUpdate(const char* path);
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
-/// permissions).
+/// permissions). A file that there is no room for is removed: its readers know what a missing file
+/// means, and would take a piece of one at its word.
 /// @return false when the file could not be opened or not be written completely
 bool WriteFile(const char* path, std::string_view contents);
 
@@ -126,7 +127,8 @@ void PrepareDescriptors();
 
 /// Hands one message to the system log, exactly as it stands, whatever its length. The C library
 /// could do it, too, but its way there reads the time zone and leads through most of its text and
-/// number scanning. Without a log daemon the message is lost. It is stamped in UTC.
+/// number scanning. Without a log daemon the message is lost; one that has stopped reading holds a
+/// process up for one second in all, for the camera goes on without it. It is stamped in UTC.
 /// @param priority  3 error, 6 informational, 7 debug (the facility is the log's default)
 void SystemLog(int priority, const char* text);
 

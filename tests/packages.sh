@@ -17,4 +17,8 @@ require_packages() {
   "${as_root[@]}" apt-get update --quiet=2
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
     apt-get install --quiet=2 --yes --no-install-recommends "${missing[@]}"
+  # Debian's package also starts a server for the whole machine, which nobody asked for.
+  if [[ " ${missing[*]} " == *" lighttpd "* && -d /run/systemd/system ]]; then
+    "${as_root[@]}" systemctl disable --quiet --now lighttpd
+  fi
 }

@@ -156,12 +156,75 @@ TEST_F(BodyTest, ReadsNoFurtherThanTheLengthOfAnEndlessInput) {
   EXPECT_LT(outcome.elapsed.count(), 3);
 }
 
-TEST_F(BodyTest, ThatIsShorterThanAnnouncedIsNotAwaitedForEver) {
+TEST_F(BodyTest, WithoutEndIsCut) {
   const Outcome outcome = RunHandler(Request(Body("GetSystemInfo"))
-                                         .Set("CONTENT_LENGTH", "1000")
-                                         .StandardInput(Input::kHeldOpen)
-                                         .Deadline(std::chrono::seconds(20)));
+                                         .Set("CONTENT_LENGTH", "2147483647")
+                                         .StandardInput(Input::kEndless));
   EXPECT_THAT(outcome, Replied(SystemInfoJson()));
+  EXPECT_LT(outcome.elapsed.count(), 8);
+}
+
+TEST_F(BodyTest, OfWhiteSpaceWithoutEndIsEmpty) {
+  const Outcome outcome =
+      RunHandler(Request("").Set("CONTENT_LENGTH", "100").StandardInput(Input::kEndlessBlanks));
+  EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
+                                   Error("format error post data: json member num:0")));
+  EXPECT_LT(outcome.elapsed.count(), 8);
+}
+
+/// A client that stops sending, and keeps the connection.
+struct StalledInput {
+  const char* name;
+  std::string sent;
+  std::chrono::milliseconds pause;  // before each byte; 0: all at once
+  std::string reply;
+  LogLines lines;
+};
+
+const std::vector<StalledInput>& StalledInputs() {
+  const std::string body = Body("GetSystemInfo");
+  const std::string format_error = "{\"Response\":{\"Result\":\"FormatError\"}}";
+  static const std::vector<StalledInput> inputs = {
+      {"Nothing",
+       "",
+       0ms,
+       format_error,
+       {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("", 0))}},
+      {"HalfARequest",
+       body.substr(0, 38),
+       0ms,
+       format_error,
+       {Error(kNoSessionLine),
+        Error(FormatErrorLine("{\"Request\":{\"Command\":\"GetSystemInfo\",", 1))}},
+      {"AWholeRequest", body, 0ms, SystemInfoJson(), {}},
+      // The fourth byte comes with the twelfth second.
+      {"AByteNowAndThen",
+       body,
+       3000ms,
+       format_error,
+       {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("{\"R", 0))}},
+  };
+  return inputs;
+}
+
+class StalledInputTest : public CameraTest, public testing::WithParamInterface<StalledInput> {};
+
+INSTANTIATE_TEST_SUITE_P(Of, StalledInputTest, testing::ValuesIn(StalledInputs()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(StalledInputTest, IsAwaitedFor10SecondsInAll) {
+  const StalledInput& input = GetParam();
+  Request request(input.sent);
+  request.Set("CONTENT_LENGTH", "1000").StandardInput(Input::kHeldOpen).Deadline(20s);
+  if (input.pause > 0ms) {
+    request.InPieces(1, input.pause);
+  }
+  const Outcome outcome = RunHandler(request);
+  EXPECT_THAT(outcome, Replied(input.reply));
+  EXPECT_EQ(log_.Lines(), input.lines);
+  EXPECT_GE(outcome.elapsed.count(), 10 - 0.1);
+  EXPECT_LT(outcome.elapsed.count(), 10 + 4);
 }
 
 TEST_F(BodyTest, ArrivesInPieces) {
@@ -287,12 +350,61 @@ TEST_F(OutputTest, WithoutADescriptorNothingElseReceivesTheReply) {
                                    Error("send res_str = " + ResultJson("MonitorStart"))));
 }
 
-TEST_F(OutputTest, WithoutRoomOrReaderTheCommandIsStillCarriedOut) {
-  for (const Output output : {Output::kFull, Output::kNoReader}) {
-    const Outcome outcome = RunHandler(Request(Body("MonitorStart")).StandardOutput(output));
-    EXPECT_EQ(outcome.signal, 0);
-    EXPECT_EQ(daemon_.Received().back(), Message(5, 0, 5, outcome.pid));
+// A reply that cannot be written changes neither what is done nor the exit status.
+TEST_F(OutputTest, WithoutRoomOrReaderOnlyTheReplyIsLost) {
+  const std::string start = Body("MonitorStart");
+  const std::string renewal = Body("SessionRenewal", "\"Refresh\":1");
+  const std::string canned = BodyWithoutSession("MonitorStart");
+  const LogLine sent = Error("send res_str = " + ResultJson("MonitorStart"));
+  const struct {
+    const char* description;
+    Request request;
+    int exit_status;
+    LogLines before;
+    LogLines after;
+  } rows[] = {
+      {"a result", Request(start), 0, {Error("rcv post_data = " + start)}, {sent}},
+      {"data", Request(Body("GetSystemInfo")), 0, {}, {}},
+      {"an unknown command", Request(Body("X")), 1, {Error("command error = X")}, {}},
+      {"a refusal",
+       Request(renewal),
+       0,
+       {Error("rcv post_data = " + renewal),
+        Info("##### SessionRenewal Parse() params={\"Refresh\":1}}}"),
+        Error("error: json_parser() key [Update] does not appear\n"),
+        Error("requested error ret=-1, params=\"Params\":{\"Refresh\":1}}}")},
+       {}},
+      {"no session",
+       Request(BodyWithSession("MonitorStart", "x")),
+       0,
+       {Error(std::string("session error web:[x] server:[") + kSession + "]")},
+       {}},
+      {"no request",
+       Request(""),
+       0,
+       {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("", 0))},
+       {}},
+      {"the command line",
+       Request::CommandLine({"5"}),
+       0,
+       {Info("INPUT_COMMAND(5):" + canned), Error("CMD post_data = " + canned),
+        Error("rcv post_data = " + canned)},
+       {sent}},
+  };
+  for (const Output output : {Output::kClosed, Output::kFull, Output::kNoReader}) {
+    for (const auto& row : rows) {
+      SCOPED_TRACE(row.description);
+      Request request = row.request;
+      EXPECT_THAT(RunHandler(request.StandardOutput(output)), EndedSilently(row.exit_status));
+      LogLines lines = row.before;
+      if (output != Output::kClosed) {
+        lines.push_back(Error("cannot write the reply"));
+      }
+      lines.insert(lines.end(), row.after.begin(), row.after.end());
+      EXPECT_EQ(log_.TakeLines(), lines);
+    }
   }
+  EXPECT_EQ(daemon_.Received().size(), 6U);  // twice for each kind of output
 }
 
 TEST_F(OutputTest, RequestsAtTheSameTimeDoNotDisturbEachOther) {

@@ -1,5 +1,10 @@
+#include <chrono>
 #include <filesystem>
+#include <functional>
+#include <future>
+#include <memory>
 #include <string>
+#include <thread>
 
 #include "harness/camera_test.h"
 
@@ -163,10 +168,92 @@ TEST_F(LogTest, PercentSignsAreCutBeforeTheyAreDoubled) {
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, '%'))));
 }
 
-TEST(SilentLogTest, RequestsWorkWithoutASystemLog) {
-  WriteSession(kSession);
-  EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1"))),
-              Replied("{\"Response\":{\"Requested\":\"SessionRenewal\",\"Result\":\"Success\"}}"));
+/// What the system log does not do for a request.
+class LogFaultTest : public testing::Test {
+ protected:
+  LogFaultTest() { WriteSession(kSession); }
+  ~LogFaultTest() override { std::filesystem::remove_all(kLog); }
+
+  Outcome Renew() const { return RunHandler(Request(renewal_)); }
+
+  static constexpr char kLog[] = "/dev/log";
+  const std::string renewal_ = Body("SessionRenewal", "\"Update\":1");
+  const std::string renewed_ = ResultJson("SessionRenewal");
+};
+
+TEST_F(LogFaultTest, RequestsWorkWithoutASystemLog) {
+  const struct {
+    const char* description;
+    std::function<void()> put;
+  } rows[] = {
+      {"nothing", [] {}},
+      {"a file", [] { WriteFile(kLog, ""); }},
+      {"a folder", [] { std::filesystem::create_directory(kLog); }},
+      {"the socket of a daemon that has died", [] { LeaveDeadSocket(kLog); }},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.description);
+    std::filesystem::remove_all(kLog);
+    row.put();
+    EXPECT_THAT(Renew(), Replied(renewed_));
+    EXPECT_THAT(RunHandler(Request(Body("MonitorStart"))), EndedSilently(1));
+  }
+}
+
+TEST_F(LogFaultTest, ALogOfAnotherSocketTypeCountsAsNone) {
+  FakeDaemon stream(kLog);
+  EXPECT_THAT(Renew(), Replied(renewed_));
+  EXPECT_THAT(stream.Received(), testing::IsEmpty());
+}
+
+constexpr double kPatience = 1;        // seconds
+constexpr double kPatienceMargin = 2;  // starting, ending, a busy machine
+
+// However much is logged: the camera goes on without its log.
+TEST_F(LogFaultTest, AStalledLogHoldsARequestUpOnlyOnce) {
+  StalledLog log;
+  WriteFile(kLogLevelFile, "cmd=7\n");
+  const Outcome renewal = Renew();
+  EXPECT_THAT(renewal, Replied(renewed_));
+  EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
+  EXPECT_LT(renewal.elapsed.count(), kPatience + kPatienceMargin);
+  EXPECT_THAT(log.Read(0), Logged());
+}
+
+TEST_F(LogFaultTest, AStalledLogDoesNotHinderAFatalEnd) {
+  const StalledLog log;
+  const Outcome outcome = RunHandler(Request(Body("MonitorStart")));
+  EXPECT_THAT(outcome, EndedSilently(1));
+  EXPECT_LT(outcome.elapsed.count(), kPatience + kPatienceMargin);
+}
+
+TEST_F(LogFaultTest, ALogThatReadsAgainInTimeGetsEveryLine) {
+  StalledLog log;
+  auto lines = std::async(std::launch::async, [&log] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    return log.Read(3);
+  });
+  EXPECT_THAT(Renew(), Replied(renewed_));
+  EXPECT_THAT(lines.get(), Logged(Error("rcv post_data = " + renewal_),
+                                  Info("##### SessionRenewal Parse() params={\"Update\":1}}}"),
+                                  Error("send res_str = " + renewed_)));
+}
+
+TEST_F(LogFaultTest, ALogThatIsStartedAnewGetsTheRest) {
+  const FakeDaemon daemon(Script()
+                              .AwaitMessage()
+                              .Pause(std::chrono::milliseconds(1500))
+                              .Send(ReplyMessage(Bytes({0}))));
+  auto log = std::make_unique<SystemLog>();
+  auto outcome =
+      std::async(std::launch::async, [] { return RunHandler(Request(Body("MonitorStart"))); });
+  while (log->Lines().empty()) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  log.reset();
+  log = std::make_unique<SystemLog>();
+  EXPECT_THAT(outcome.get(), Replied(ResultJson("MonitorStart")));
+  EXPECT_THAT(log->Lines(), Logged(Error("send res_str = " + ResultJson("MonitorStart"))));
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <system_error>
 #include <utility>
 
@@ -73,6 +75,12 @@ void Conversation::Send(const std::string& bytes) {
   }
 }
 
+void Conversation::Lock() {
+  if (flock(socket_, LOCK_EX | LOCK_NB) != 0) {
+    throw std::system_error(errno, std::generic_category(), "lock on a connection");
+  }
+}
+
 void Conversation::Close() {
   if (socket_ >= 0) {
     close(socket_);
@@ -104,8 +112,18 @@ Script& Script::Pause(milliseconds duration) {
   return *this;
 }
 
+Script& Script::Lock() {
+  steps_.emplace_back([](Conversation& conversation) { conversation.Lock(); });
+  return *this;
+}
+
 Script& Script::Close() {
   steps_.emplace_back([](Conversation& conversation) { conversation.Close(); });
+  return *this;
+}
+
+Script& Script::Then(const Script& script) {
+  steps_.insert(steps_.end(), script.steps_.begin(), script.steps_.end());
   return *this;
 }
 
@@ -193,12 +211,57 @@ void FakeDaemon::ServeOne() {
   changed_.notify_all();
 }
 
+PopularDaemon::PopularDaemon(const std::string& path, std::string reply)
+    : path_(path), reply_(std::move(reply)), socket_(BoundSocket(path, SOCK_STREAM)) {
+  if (listen(socket_, SOMAXCONN) != 0 || pipe2(stop_pipe_, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "listen on " + path);
+  }
+  server_ = std::thread(&PopularDaemon::Serve, this);
+}
+
+PopularDaemon::~PopularDaemon() {
+  close(stop_pipe_[1]);
+  server_.join();
+  close(stop_pipe_[0]);
+  close(socket_);
+  unlink(path_.c_str());
+}
+
+void PopularDaemon::Serve() {
+  std::vector<pollfd> events = {{stop_pipe_[0], POLLIN, 0}, {socket_, POLLIN, 0}};
+  const std::size_t first_client = events.size();
+  while (poll(events.data(), events.size(), kForEver) >= 0 && events[0].revents == 0) {
+    for (std::size_t i = events.size(); i-- > first_client;) {
+      if (events[i].revents != 0 && !ServeClient(events[i].fd)) {
+        close(events[i].fd);
+        events.erase(events.begin() + static_cast<std::ptrdiff_t>(i));
+      }
+    }
+    if (events[1].revents != 0) {
+      events.push_back({accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
+    }
+  }
+  for (std::size_t i = first_client; i < events.size(); ++i) {
+    close(events[i].fd);
+  }
+}
+
+bool PopularDaemon::ServeClient(int client) {
+  char message[65536];
+  if (recv(client, message, sizeof message, MSG_DONTWAIT) <= 0) {
+    return false;
+  }
+  ++received_;
+  send(client, reply_.data(), reply_.size(), MSG_NOSIGNAL);
+  return true;
+}
+
 BusyDaemon::BusyDaemon(const std::string& path) : sockets_{BoundSocket(path, SOCK_STREAM)} {
   if (listen(sockets_.front(), 0) != 0) {
     throw std::system_error(errno, std::generic_category(), "listen on " + path);
   }
   for (int client = 0; client >= 0;) {
-    client = ConnectWithoutWaiting(path);
+    client = ConnectWithoutWaiting(path, SOCK_STREAM);
     sockets_.push_back(client);
   }
   sockets_.pop_back();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -29,6 +30,8 @@ class Conversation {
   void Pause(std::chrono::milliseconds duration);
   /// Sends all of it, as far as the other side is there to take it.
   void Send(const std::string& bytes);
+  /// Takes the exclusive advisory lock on this end, and keeps it.
+  void Lock();
   void Close();
 
   const std::string& received() const { return received_; }
@@ -53,7 +56,10 @@ class Script {
   Script& Send(std::string bytes);
   Script& SendInPieces(std::string bytes, std::size_t size, std::chrono::milliseconds delay);
   Script& Pause(std::chrono::milliseconds duration);
+  Script& Lock();
   Script& Close();
+  /// The steps of another script.
+  Script& Then(const Script& script);
 
   void Play(Conversation& conversation) const;
 
@@ -101,6 +107,30 @@ class FakeDaemon {
   std::deque<Script> scripts_;
   Script by_default_;
   std::vector<std::string> received_;
+  std::thread server_;
+};
+
+/// A daemon that answers any number of clients at once, all of them with the same reply.
+class PopularDaemon {
+ public:
+  PopularDaemon(const std::string& path, std::string reply);
+  ~PopularDaemon();
+  PopularDaemon(const PopularDaemon&) = delete;
+  PopularDaemon& operator=(const PopularDaemon&) = delete;
+
+  /// How many messages have come so far.
+  std::size_t Received() const { return received_; }
+
+ private:
+  void Serve();
+  /// Answers what has come. Returns false when the client has closed.
+  bool ServeClient(int client);
+
+  std::string path_;
+  std::string reply_;
+  int socket_;
+  int stop_pipe_[2];
+  std::atomic<std::size_t> received_{0};
   std::thread server_;
 };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -41,6 +42,25 @@ ReadOnly::ReadOnly(std::string path) : path_(std::move(path)) {
     throw std::system_error(errno, std::generic_category(), "mount " + path_);
   }
 }
+
+FullDisk::FullDisk(std::string folder) : folder_(std::move(folder)) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+    files[entry.path()] = ReadFile(entry.path());
+  }
+  if (mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=64k") != 0) {
+    throw std::system_error(errno, std::generic_category(), "mount " + folder_);
+  }
+  for (const auto& [path, content] : files) {
+    WriteFile(path, content);
+  }
+  std::ofstream ballast(folder_ + "/.ballast", std::ios::binary);
+  const std::string block(4096, 'x');
+  while (ballast.write(block.data(), static_cast<std::streamsize>(block.size())).flush()) {
+  }
+}
+
+FullDisk::~FullDisk() { umount2(folder_.c_str(), MNT_DETACH); }
 
 ReadOnly::~ReadOnly() { umount2(path_.c_str(), MNT_DETACH); }
 

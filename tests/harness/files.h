@@ -33,4 +33,17 @@ class ReadOnly {
   std::string path_;
 };
 
+/// Puts a disk without room in place of a folder, for this object's lifetime. The files that the
+/// folder holds are on it.
+class FullDisk {
+ public:
+  explicit FullDisk(std::string folder);
+  ~FullDisk();
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  std::string folder_;
+};
+
 }  // namespace harness

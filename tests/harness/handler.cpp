@@ -86,6 +86,11 @@ Request& Request::LimitFileSize(std::size_t bytes) {
   return *this;
 }
 
+Request& Request::WithoutPrivileges() {
+  has_privileges_ = false;
+  return *this;
+}
+
 Request& Request::Deadline(std::chrono::seconds deadline) {
   deadline_ = deadline;
   return *this;

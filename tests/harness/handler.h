@@ -14,10 +14,11 @@ namespace harness {
 
 /// How the started handler's standard input behaves.
 enum class Input {
-  kWhole,     // the body, then the end
-  kHeldOpen,  // the body, and no end
-  kEndless,   // the body, then more without end
-  kClosed,    // no descriptor at all
+  kWhole,          // the body, then the end
+  kHeldOpen,       // the body, and no end
+  kEndless,        // the body, then more of it without end
+  kEndlessBlanks,  // the body, then white space without end
+  kClosed,         // no descriptor at all
 };
 
 /// Where the started handler's standard output leads to.
@@ -48,6 +49,8 @@ class Request {
   Request& LimitMemory(std::size_t bytes);
   /// Longest file that the handler may write; writing beyond fails.
   Request& LimitFileSize(std::size_t bytes);
+  /// Permissions of files hold for the handler although root starts it.
+  Request& WithoutPrivileges();
   /// After so long the handler is killed and the test fails; emulation gets three times as much.
   Request& Deadline(std::chrono::seconds deadline);
 
@@ -64,6 +67,7 @@ class Request {
   std::size_t memory_limit_ = 0;
   std::size_t file_size_limit_ = 0;
   bool has_file_size_limit_ = false;
+  bool has_privileges_ = true;
   std::chrono::seconds deadline_{15};
 };
 
@@ -82,10 +86,13 @@ struct Outcome {
 
 std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
 
-/// Starts the handler and waits for its end. The handler is the one that was built with the tests,
-/// or the one that the environment variable CAMERA_BINARY names; a program for another processor
-/// is run by CAMERA_EMULATOR ("qemu-arm-static" by default). A sanitizer's report fails the test.
+/// Starts the handler and waits for its end. A sanitizer's report fails the test.
 Outcome RunHandler(const Request& request);
+
+/// What the handler is started with. The handler is the one that was built with the tests, or the
+/// one that the environment variable CAMERA_BINARY names; in front of a program for another
+/// processor stands CAMERA_EMULATOR ("qemu-arm-static" by default).
+std::vector<std::string> HandlerCommand();
 
 /// Whether the handler runs in an emulator, and times and sizes are those of the emulator.
 bool IsEmulated();

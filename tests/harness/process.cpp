@@ -1,6 +1,8 @@
 #include <elf.h>
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -151,15 +153,7 @@ Outcome Process::Run() {
 }
 
 void Process::PrepareCommand() {
-  if (access(Binary().c_str(), X_OK) != 0) {
-    throw std::runtime_error(Binary() +
-                             " cannot be started; in the tests' private world there is "
-                             "nothing of the machine's /run, /var/tmp and /srv");
-  }
-  if (IsEmulated()) {
-    command_.push_back(FromEnvironment("CAMERA_EMULATOR", "qemu-arm-static"));
-  }
-  command_.push_back(Binary());
+  command_ = HandlerCommand();
   command_.insert(command_.end(), request_.arguments_.begin(), request_.arguments_.end());
   for (const auto& [name, value] : request_.environment_) {
     environment_.push_back(name + "=" + value);
@@ -225,6 +219,10 @@ void Process::SetLimits() const {
     std::signal(SIGXFSZ, SIG_IGN);
     Limit(RLIMIT_FSIZE, request_.file_size_limit_);
   }
+  if (!request_.has_privileges_) {
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+  }
 }
 
 void Process::Serve() {
@@ -259,7 +257,7 @@ int Process::PollTimeout() const {
 }
 
 void Process::Feed() {
-  const std::string filler(kBytesAtOnce, 'x');
+  const std::string filler(kBytesAtOnce, request_.input_ == Input::kEndlessBlanks ? ' ' : 'x');
   const bool has_fed_all = fed_ == request_.body_.size();
   if (has_fed_all && request_.input_ == Input::kWhole) {
     input_.Close(1);
@@ -322,6 +320,18 @@ Outcome RunHandler(const Request& request) {
     ADD_FAILURE() << outcome.errors;
   }
   return outcome;
+}
+
+std::vector<std::string> HandlerCommand() {
+  if (access(Binary().c_str(), X_OK) != 0) {
+    throw std::runtime_error(Binary() +
+                             " cannot be started; in the tests' private world there is "
+                             "nothing of the machine's /run, /var/tmp and /srv");
+  }
+  if (IsEmulated()) {
+    return {FromEnvironment("CAMERA_EMULATOR", "qemu-arm-static"), Binary()};
+  }
+  return {Binary()};
 }
 
 bool IsEmulated() { return Machine(Binary()) != Machine("/proc/self/exe"); }

@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 #include <ostream>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -19,6 +21,17 @@ namespace {
 constexpr char kLogSocket[] = "/dev/log";
 constexpr int kPriorityMask = 7;  // the rest of the number is the facility
 constexpr std::size_t kLongestDatagram = 1 << 18;
+
+/// The next datagram; nothing when none is there.
+std::optional<std::string> Receive(int socket) {
+  std::string datagram(kLongestDatagram, '\0');
+  const ssize_t length = recv(socket, datagram.data(), datagram.size(), MSG_DONTWAIT);
+  if (length < 0) {
+    return std::nullopt;
+  }
+  datagram.resize(static_cast<std::size_t>(length));
+  return datagram;
+}
 
 }  // namespace
 
@@ -80,11 +93,39 @@ void SystemLog::Collect() {
 }
 
 void SystemLog::ReceiveAll() {
-  std::string datagram(kLongestDatagram, '\0');
-  ssize_t length = 0;
-  while ((length = recv(socket_, datagram.data(), datagram.size(), MSG_DONTWAIT)) >= 0) {
-    lines_.push_back(ParseLogLine(datagram.substr(0, static_cast<std::size_t>(length))));
+  while (const std::optional<std::string> datagram = Receive(socket_)) {
+    lines_.push_back(ParseLogLine(*datagram));
   }
+}
+
+StalledLog::StalledLog() : socket_(BoundSocket(kLogSocket, SOCK_DGRAM)) {
+  const int sender = ConnectWithoutWaiting(kLogSocket, SOCK_DGRAM);
+  while (send(sender, "stale", 5, MSG_DONTWAIT) >= 0) {
+    ++stale_;
+  }
+  close(sender);
+}
+
+StalledLog::~StalledLog() {
+  close(socket_);
+  unlink(kLogSocket);
+}
+
+LogLines StalledLog::Read(std::size_t count) {
+  constexpr int kPatienceMs = 10000;
+  LogLines lines;
+  for (std::size_t received = 0; received < stale_ + count; ++received) {
+    pollfd event = {socket_, POLLIN, 0};
+    poll(&event, 1, kPatienceMs);
+    const std::optional<std::string> datagram = Receive(socket_);
+    if (!datagram) {
+      throw std::runtime_error("nothing more is logged");
+    }
+    if (received >= stale_) {
+      lines.push_back(ParseLogLine(*datagram));
+    }
+  }
+  return lines;
 }
 
 }  // namespace harness

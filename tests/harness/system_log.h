@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <iosfwd>
 #include <mutex>
 #include <string>
@@ -54,6 +55,23 @@ class SystemLog {
   std::mutex mutex_;
   LogLines lines_;
   std::thread collector_;
+};
+
+/// A system log daemon that has stopped reading: its queue is full.
+class StalledLog {
+ public:
+  StalledLog();
+  ~StalledLog();
+  StalledLog(const StalledLog&) = delete;
+  StalledLog& operator=(const StalledLog&) = delete;
+
+  /// Reads again, until `count` lines have come that were not in the queue at first. Throws
+  /// std::runtime_error when they do not come.
+  LogLines Read(std::size_t count);
+
+ private:
+  int socket_;
+  std::size_t stale_ = 0;  // messages that filled the queue
 };
 
 /// Exactly these lines, in this order:

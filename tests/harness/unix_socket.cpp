@@ -48,14 +48,25 @@ int BoundSocket(const std::string& path, int type) {
   return descriptor;
 }
 
-int ConnectWithoutWaiting(const std::string& path) {
+int ConnectWithoutWaiting(const std::string& path, int type) {
   const sockaddr_un address = Address(path);
-  const int descriptor = NewSocket(SOCK_STREAM | SOCK_NONBLOCK);
+  const int descriptor = NewSocket(type | SOCK_NONBLOCK);
   if (connect(descriptor, Generic(address), sizeof address) != 0) {
     const int error = errno;
     close(descriptor);
     errno = error;
     return -1;
+  }
+  return descriptor;
+}
+
+int ConnectedSocket(const std::string& path) {
+  const sockaddr_un address = Address(path);
+  const int descriptor = NewSocket(SOCK_STREAM);
+  if (connect(descriptor, Generic(address), sizeof address) != 0) {
+    const int error = errno;
+    close(descriptor);
+    throw std::system_error(error, std::generic_category(), "connect " + path);
   }
   return descriptor;
 }

@@ -8,7 +8,10 @@ namespace harness {
 /// there before is removed. Closed in processes started later. Throws std::system_error.
 int BoundSocket(const std::string& path, int type);
 
-/// Connects a new stream socket without waiting. Returns it, or -1 with errno set.
-int ConnectWithoutWaiting(const std::string& path);
+/// Connects a new socket without waiting. Returns it, or -1 with errno set.
+int ConnectWithoutWaiting(const std::string& path, int type);
+
+/// Connects a new stream socket, waiting for as long as it takes. Throws std::system_error.
+int ConnectedSocket(const std::string& path);
 
 }  // namespace harness

@@ -1,0 +1,131 @@
+// The handler behind a real web server, and many clients at once.
+#include "harness/web_server.h"
+
+#include <future>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "harness/camera_test.h"
+
+namespace {
+
+using namespace harness;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Exchange {
+  std::string body;
+  std::string requested;  // empty: the reply of a request that reaches no command
+  std::string result;
+  bool reaches_control_daemon;
+};
+
+// The daemons here refuse everything, so a result tells where it comes from.
+
+Exchange Operation(const std::string& command, const std::string& params) {
+  return {Body(command, params), command, "DisableError", true};
+}
+
+Exchange Question(const std::string& command) { return {Body(command), command, "Success", false}; }
+
+Exchange Setting(const std::string& command, const std::string& params) {
+  return {Body(command, params), command, "Success", true};
+}
+
+Exchange Mistake(const std::string& body, const std::string& result) {
+  return {body, "", result, false};
+}
+
+/// Commands of the camera, readers and writers of the same settings, and mistakes.
+/// A reader may meet a file that a writer has just emptied. The replies of the readers here are
+/// whole then, too; those that would lack a number are not asked for while their file changes.
+std::vector<Exchange> Mixture(const std::string& number) {
+  return {
+      Operation("MonitorStart", ""),
+      Operation("SetZoomCtrl", "\"Position\":" + number),
+      Operation("SetWebKeyEvent", R"("Kind":"Iris","Key":"Auto")"),
+      Operation("GetCamStatus", ""),
+      Operation("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":1)"),
+      {Body("SetCldstrmLogout"), "SetCldstrmLogout", "DisableError", false},
+      Question("GetSystemInfo"),
+      Question("HeartbeatConfirmation"),
+      Question("GetIFBSettings"),
+      Question("GetNTPStatus"),
+      Setting("SetNTPServer", "\"Address\":\"host" + number + '"'),
+      Setting("SetNTPSettings", R"("TcSync":"Off")"),
+      Question("GetStreamingSettings"),
+      Setting("SetStreamingBitrate", R"("Bitrate":"12M")"),
+      Setting("SetStreamingResolution", R"("Resolution":"640x360")"),
+      Question("GetPresetZoomPosition"),
+      Setting("SetPresetZoomPosition", "\"ID\":\"A\",\"Position\":" + number),
+      Setting("SetStreamingServerSettingsRTSP",
+              "\"ID\":1,\"Alias\":\"a\",\"Password\":\"" + number + '"'),
+      Mistake(Body("NoSuchCommand"), "CommandError"),
+      Mistake(BodyWithSession("MonitorStart", "wrong"), "SessionError"),
+  };
+}
+
+void ExpectReply(const HttpReply& reply, const Exchange& exchange) {
+  SCOPED_TRACE(exchange.body + "\n" + reply.head + reply.body);
+  EXPECT_THAT(reply.head, StartsWith("HTTP/1.0 200 OK\r\n"));
+  EXPECT_THAT(reply.head, HasSubstr("\r\nContent-type: application/json\r\n"));
+  EXPECT_THAT(reply.head,
+              HasSubstr("\r\nContent-Length: " + std::to_string(reply.body.size()) + "\r\n"));
+  const nlohmann::json json = nlohmann::json::parse(reply.body, nullptr, false);
+  ASSERT_FALSE(json.is_discarded());
+  const nlohmann::json response = json.value("Response", nlohmann::json::object());
+  EXPECT_EQ(response.value("Requested", ""), exchange.requested);
+  EXPECT_EQ(response.value("Result", ""), exchange.result);
+}
+
+/// Posts all requests at the same moment.
+std::vector<HttpReply> PostAtOnce(const std::vector<Exchange>& exchanges) {
+  std::promise<void> start;
+  const std::shared_future<void> started = start.get_future().share();
+  std::vector<std::future<HttpReply>> clients;
+  for (const Exchange& exchange : exchanges) {
+    clients.push_back(std::async(std::launch::async, [&exchange, started] {
+      started.wait();
+      return WebServer::Post(exchange.body);
+    }));
+  }
+  start.set_value();
+  std::vector<HttpReply> replies;
+  for (std::future<HttpReply>& client : clients) {
+    replies.push_back(client.get());
+  }
+  return replies;
+}
+
+class WebServerTest : public CameraTest {};
+
+TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
+  const std::string refusal = ReplyMessage(Bytes({2}) + std::string(63, '\0'));
+  const PopularDaemon control(kControlSocket, refusal);
+  const PopularDaemon streaming(kStreamingSocket, refusal);
+  WebServer server;
+  std::vector<Exchange> exchanges;
+  std::size_t messages = 0;
+  for (int round = 0; round < 10; ++round) {
+    for (const Exchange& exchange : Mixture(std::to_string(100 + round))) {
+      exchanges.push_back(exchange);
+      messages += exchange.reaches_control_daemon ? 1 : 0;
+    }
+  }
+  ASSERT_EQ(exchanges.size(), 200U);
+
+  const std::vector<HttpReply> replies = PostAtOnce(exchanges);
+  for (std::size_t i = 0; i < exchanges.size(); ++i) {
+    ExpectReply(replies[i], exchanges[i]);
+  }
+  EXPECT_EQ(control.Received(), messages);
+  EXPECT_EQ(streaming.Received(), 10U);
+  EXPECT_EQ(WebServer::HandlerErrors(), "");
+
+  EXPECT_TRUE(server.AwaitChildren()) << "processes or zombies are left behind";
+  EXPECT_EQ(server.Stop(), 0);
+  EXPECT_TRUE(WebServer::AwaitOrphans()) << "processes are left behind";
+}
+
+}  // namespace
