@@ -43,6 +43,16 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   return true;
 }
 
+/// Written over first and cut to its new length then, a file is never empty for those who read it
+/// at that moment, and keeps what it holds when there is no room.
+bool WriteOver(int file, std::string_view contents) {
+  if (!WriteAll(file, contents.data(), contents.size())) {
+    return false;
+  }
+  Uninterrupted([&] { return ftruncate(file, static_cast<off_t>(contents.size())); });
+  return true;
+}
+
 bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& count) {
   const ssize_t result = Uninterrupted([&] { return read(descriptor, buffer, capacity); });
   count = result > 0 ? static_cast<std::size_t>(result) : 0;
@@ -138,23 +148,23 @@ bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_
 
 bool WriteFile(const char* path, std::string_view contents) {
   constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
-  const Descriptor file(Uninterrupted([&] {
-    return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
-  }));
+  const Descriptor file(Uninterrupted(
+      [&] { return open(path, O_WRONLY | O_CREAT | O_CLOEXEC, kReadWriteForAllTheUmaskAllows); }));
   if (!file.IsOpen()) {
     return false;
   }
-  const bool is_whole = WriteAll(file.Number(), contents.data(), contents.size());
-  if (!is_whole) {
+  if (WriteOver(file.Number(), contents)) {
+    return true;
+  }
+  const off_t written = lseek(file.Number(), 0, SEEK_CUR);
+  if (written == lseek(file.Number(), 0, SEEK_END)) {
     unlink(path);
   }
-  return is_whole;
+  return false;
 }
 
 bool Rewrite(const Descriptor& file, std::string_view contents) {
-  return Uninterrupted([&] { return ftruncate(file.Number(), 0); }) == 0 &&
-         lseek(file.Number(), 0, SEEK_SET) == 0 &&
-         WriteAll(file.Number(), contents.data(), contents.size());
+  return lseek(file.Number(), 0, SEEK_SET) == 0 && WriteOver(file.Number(), contents);
 }
 
 bool Lock(const Descriptor& descriptor) {

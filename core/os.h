@@ -49,14 +49,12 @@ Descriptor OpenForUpdate(const char* path);
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
-/// permissions). A file that there is no room for is removed: its readers know what a missing file
-/// means, and would take a piece of one at its word.
+/// permissions). It stays the same file. When there is no room, a new file is not left behind
+/// empty: its readers know what a missing file means, and would take an empty one at its word.
 /// @return false when the file could not be opened or not be written completely
 bool WriteFile(const char* path, std::string_view contents);
 
-/// Replaces the whole contents of a file that is open for update; it stays the same file, so a lock
-/// on it still holds.
-/// @return false when that failed; what the file then holds is undefined
+/// The same for a file that is open for update, so that a lock on it still holds.
 bool Rewrite(const Descriptor& file, std::string_view contents);
 
 /// Takes, and gives back, the exclusive advisory lock on an open file or socket. Taking it waits

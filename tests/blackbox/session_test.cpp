@@ -268,9 +268,11 @@ TEST_F(SessionRenewalTest, AFileThatCannotBeOpenedIsReported) {
   EXPECT_EQ(ReadFile(kSessionFile), before);
 }
 
-TEST_F(SessionRenewalTest, AFileThatCannotBeWrittenIsReported) {
+TEST_F(SessionRenewalTest, AFileThatCannotBeWrittenIsReportedAndKept) {
+  const std::string before = ReadFile(kSessionFile);
   EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1")).LimitFileSize(0)),
               Replied(kNotRenewed));
+  EXPECT_EQ(ReadFile(kSessionFile), before);
 }
 
 TEST_F(SessionRenewalTest, AFileThatIsWrittenOnlyInPartIsReported) {

@@ -366,7 +366,17 @@ TEST_F(StreamingSettingsTest, ADiskWithoutRoomChangesNothingInTheReply) {
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(16)),
               Replied(ResultJson("SetStreamingBitrate")));
+  EXPECT_FALSE(Exists(kFile));  // a piece of it would be worse than none
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
+}
+
+TEST_F(StreamingSettingsTest, WithoutAnyRoomAFileStaysAsItIs) {
+  const FakeDaemon daemon;
+  WriteFile(kFile, File("0", "42", "1"));
+  const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
+  EXPECT_THAT(RunHandler(Request(body).LimitFileSize(0)),
+              Replied(ResultJson("SetStreamingBitrate")));
+  EXPECT_EQ(ReadFile(kFile), File("0", "42", "1"));
 }
 
 TEST_F(StreamingSettingsTest, AFolderInPlaceOfTheFileCountsAsMissing) {
