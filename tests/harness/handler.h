@@ -97,6 +97,9 @@ std::vector<std::string> HandlerCommand();
 /// Whether the handler runs in an emulator, and times and sizes are those of the emulator.
 bool IsEmulated();
 
+/// The seconds that starting and ending the handler may take on a busy machine.
+double TimeMargin();
+
 /// The compact request text: {"Request":{"Command":"..","SessionID":"..","Params":{..}}}. Without
 /// `params` there is no "Params" member; the session id is that of `CameraTest`.
 std::string Body(const std::string& command);

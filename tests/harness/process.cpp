@@ -334,6 +334,8 @@ std::vector<std::string> HandlerCommand() {
   return {Binary()};
 }
 
+double TimeMargin() { return IsEmulated() ? 8 : 3; }
+
 bool IsEmulated() { return Machine(Binary()) != Machine("/proc/self/exe"); }
 
 }  // namespace harness
