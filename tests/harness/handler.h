@@ -48,6 +48,11 @@ class Request {
   Request& LimitMemory(std::size_t bytes);
   /// Longest file that the handler may write; writing beyond fails.
   Request& LimitFileSize(std::size_t bytes);
+  /// Descriptors that the handler may have, the standard streams included (not enforced for an
+  /// emulator).
+  Request& LimitDescriptors(std::size_t count);
+  /// The system refuses this system call (SYS_flock and so on) with this error.
+  Request& Refuse(long system_call, int error);
   /// After so long the handler is killed and the test fails; emulation gets three times as much.
   Request& Deadline(std::chrono::seconds deadline);
 
@@ -64,6 +69,9 @@ class Request {
   std::size_t memory_limit_ = 0;
   std::size_t file_size_limit_ = 0;
   bool has_file_size_limit_ = false;
+  std::size_t descriptor_limit_ = 0;
+  long refused_call_ = -1;
+  int refusal_ = 0;
   std::chrono::seconds deadline_{15};
 };
 
