@@ -96,9 +96,4 @@ void Command::Succeed() {
   result_ = 0;
 }
 
-JsonWriter& Command::Data() {
-  if (!data_) {
-    data_.emplace();
-  }
-  return *data_;
-}
+JsonWriter& Command::AddData() { return data_.emplace(); }

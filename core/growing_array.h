@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <type_traits>
 
-#include "core/fatal.h"
+#include "core/memory.h"
 
 /// Keeps plain elements on the heap, in the order in which they were added. Memory grows with
-/// their number; when there is none left the request ends (see `Fatal`).
+/// their number (see `Reallocate`).
 template <typename Element>
 class GrowingArray {
   static_assert(std::is_trivially_copyable_v<Element> && std::is_trivially_destructible_v<Element>);
@@ -34,11 +34,7 @@ class GrowingArray {
   void Grow() {
     constexpr std::size_t kFirstCapacity = 16;
     const std::size_t capacity = capacity_ > 0 ? capacity_ * 2 : kFirstCapacity;
-    auto* const grown = static_cast<Element*>(std::realloc(elements_, capacity * sizeof(Element)));
-    if (grown == nullptr) {
-      Fatal("out of memory");
-    }
-    elements_ = grown;
+    elements_ = static_cast<Element*>(Reallocate(elements_, capacity * sizeof(Element)));
     capacity_ = capacity;
   }
 

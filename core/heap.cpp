@@ -3,19 +3,12 @@
 #include <cstdlib>
 #include <new>
 
-#include "core/fatal.h"
+#include "core/memory.h"
 
-void* operator new(std::size_t size) {
-  void* const memory = std::malloc(size);
-  if (memory == nullptr) {
-    Fatal("out of memory");
-  }
-  return memory;
-}
-
+void* operator new(std::size_t size) { return Reallocate(nullptr, size); }
 void* operator new[](std::size_t size) { return operator new(size); }
 
 void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { operator delete(memory); }
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { operator delete(memory); }

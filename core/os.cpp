@@ -113,25 +113,11 @@ iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), tex
 
 }  // namespace
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    Close();
-    number_ = other.Release();
-  }
-  return *this;
-}
-
 void Descriptor::Close() {
   if (number_ >= 0) {
     close(number_);
     number_ = -1;
   }
-}
-
-int Descriptor::Release() {
-  const int number = number_;
-  number_ = -1;
-  return number;
 }
 
 Descriptor OpenForReading(const char* path) {
@@ -164,7 +150,8 @@ bool WriteFile(const char* path, std::string_view contents) {
 }
 
 bool Rewrite(const Descriptor& file, std::string_view contents) {
-  return lseek(file.Number(), 0, SEEK_SET) == 0 && WriteOver(file.Number(), contents);
+  lseek(file.Number(), 0, SEEK_SET);
+  return WriteOver(file.Number(), contents);
 }
 
 bool Lock(const Descriptor& descriptor) {
@@ -192,13 +179,13 @@ bool WriteErrors(std::string_view bytes) {
 }
 
 Descriptor CreateStreamSocket(Timeout timeout) {
-  Descriptor descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  if (descriptor.IsOpen()) {
+  const int number = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (number >= 0) {
     const timeval value = {timeout.seconds, timeout.microseconds};
-    setsockopt(descriptor.Number(), SOL_SOCKET, SO_SNDTIMEO, &value, sizeof value);
-    setsockopt(descriptor.Number(), SOL_SOCKET, SO_RCVTIMEO, &value, sizeof value);
+    setsockopt(number, SOL_SOCKET, SO_SNDTIMEO, &value, sizeof value);
+    setsockopt(number, SOL_SOCKET, SO_RCVTIMEO, &value, sizeof value);
   }
-  return descriptor;
+  return Descriptor(number);
 }
 
 bool Connect(const Descriptor& socket, const sockaddr_un& address) {

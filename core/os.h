@@ -12,13 +12,11 @@
 
 namespace os {
 
-/// An open file or socket; closes itself. Moves, never copies.
+/// An open file or socket; closes itself.
 class Descriptor {
  public:
   Descriptor() = default;
   explicit Descriptor(int number) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(other.Release()) {}
-  Descriptor& operator=(Descriptor&& other) noexcept;
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() { Close(); }
@@ -30,8 +28,6 @@ class Descriptor {
   void Close();
 
  private:
-  int Release();
-
   int number_ = -1;
 };
 

@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -18,6 +20,7 @@
 #include "core/dlog.h"
 #include "harness/files.h"
 #include "harness/messages.h"
+#include "harness/refusal.h"
 #include "harness/system_log.h"
 
 namespace {
@@ -174,6 +177,32 @@ TEST_F(SimulatedResponders, MissingFilesReadAsZeros) {
   EXPECT_EQ(AsText(page), std::string(5, '\0'));
   Dummy_SetZoomCtrl(5);
   EXPECT_FALSE(harness::Exists(kCamStatus));
+}
+
+TEST_F(SimulatedResponders, WhatCannotBeReadReadsAsZerosAndIsNotRewritten) {
+  mkdir(kCamStatus, 0755);
+  EXPECT_EQ(StatusReply(), std::string(38, '\0'));
+  rmdir(kCamStatus);
+  // Can be opened for update, but has nothing at its beginning.
+  ASSERT_EQ(symlink("/proc/self/mem", kCamStatus), 0);
+  Dummy_SetZoomCtrl(5);
+  EXPECT_EQ(StatusReply(), std::string(38, '\0'));
+}
+
+TEST_F(SimulatedResponders, WithoutTheLockNothingIsReadOrWritten) {
+  WriteFile(kCamStatus, "Status=3\nZoom=1\n");
+  constexpr int kSkipped = 2;
+  EXPECT_EXIT(
+      {
+        if (!harness::RefuseSystemCall(SYS_flock, ENOLCK)) {
+          _exit(kSkipped);
+        }
+        const bool read = StatusReply() != std::string(38, '\0');
+        Dummy_SetZoomCtrl(7);
+        _exit(read ? 1 : 0);
+      },
+      [](int status) { return WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == kSkipped; }, "");
+  EXPECT_EQ(harness::ReadFile(kCamStatus), "Status=3\nZoom=1\n");
 }
 
 TEST_F(SimulatedResponders, HostileStatusFilesAreHarmless) {

@@ -44,7 +44,7 @@ void GetSystemInfo::Transmit() { Succeed(); }
 void GetSystemInfo::Output() {
   using namespace camera_status;
   const CameraStatusBlock block;
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Model", kModelNames[block[kModel]]);
   data.Text("Destination", kDestinations[block[kDestination]]);
   data.Text("ApiVersion", api_version);
@@ -56,7 +56,7 @@ void HeartbeatConfirmation::Transmit() { Succeed(); }
 
 void HeartbeatConfirmation::Output() {
   const camera_status::CameraStatusBlock block;
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   // The camera has no way to switch its video output off.
   data.Text("VideoOutput", "On");
   data.Text("StudioTally", GetStrStudioTally(block[camera_status::kStudioTally]));
@@ -74,7 +74,7 @@ int PageChange::Parse(const char* params) {
 
 void PageChange::Output() {
   const camera_status::CameraStatusBlock block;
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.BeginObject("AllowedPage");
   data.Number("PlanningMetadata", Reply().S8(1));
   data.Number("EditMetadata", Reply().S8(2));

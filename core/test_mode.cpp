@@ -61,7 +61,7 @@ constexpr std::size_t kLongestRequest = 4999;
 class Arguments {
  public:
   Arguments(int argc, const char* const* argv)
-      : count_(argc > 1 ? static_cast<std::size_t>(argc) - 1 : 0), texts_(argv + 1) {}
+      : count_(static_cast<std::size_t>(argc) - 1), texts_(argv + 1) {}
 
   [[nodiscard]] std::size_t Count() const { return count_; }
   /// Null when there is no such argument; the number of the canned request is argument 0.

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "core/fatal.h"
+#include "core/memory.h"
 #include "core/text.h"
 
 TextBuilder::~TextBuilder() { std::free(text_); }
@@ -14,11 +14,7 @@ void TextBuilder::Grow(std::size_t length) {
   if (capacity < needed) {
     capacity = needed;
   }
-  char* const grown = static_cast<char*>(std::realloc(text_, capacity));
-  if (grown == nullptr) {
-    Fatal("out of memory");
-  }
-  text_ = grown;
+  text_ = static_cast<char*>(Reallocate(text_, capacity));
   capacity_ = capacity;
 }
 

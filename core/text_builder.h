@@ -6,8 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-/// Builds a text of any length on the heap. Memory grows with the text; when there is none left
-/// the request ends (see `Fatal`).
+/// Builds a text of any length on the heap. Memory grows with the text (see `Reallocate`).
 class TextBuilder {
  public:
   TextBuilder() = default;

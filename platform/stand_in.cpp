@@ -3,8 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
-
 #include "platform/read_data.h"
 
 namespace {
@@ -26,9 +24,6 @@ int read_data(std::uint32_t base, std::uint32_t address, std::uint32_t length, v
   while (copied < length) {
     const ssize_t count =
         pread(file, static_cast<char*>(buffer) + copied, length - copied, start + copied);
-    if (count < 0 && errno == EINTR) {
-      continue;
-    }
     if (count <= 0) {
       break;
     }

@@ -48,7 +48,7 @@ void GetGpsInfo::Output() {
   constexpr TextField kAntennaLevel{4, 20};
   constexpr std::size_t kLocation = 24;  // up to the end of the reply
   const ByteView reply = Reply();
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("AntennaLevel", reply[kAntennaLevel]);
   data.Text("Location", reply.Text(kLocation, reply.Size()));
   Command::Output();

@@ -49,7 +49,7 @@ void GetPresetZoomPosition::Transmit() { Succeed(); }
 void GetPresetZoomPosition::Output() {
   _PRESET_ZOOM_POS setting;
   ReadPresetZoom(&setting);
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   for (const ZoomButton& button : kZoomButtons) {
     data.Bare(button.id, PositionForClients(setting.*button.position));
   }
@@ -80,7 +80,7 @@ void GetNTPStatus::Output() {
   const camera_status::CameraStatusBlock block;
   const std::int32_t tc_sync = DecimalValue(setting.tc_sync);
   DLOG(2, "##### GetNTPStatus ntp tc_sync %d %s", tc_sync, setting.tc_sync);
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Address", setting.address);
   data.Text("TcSync", tc_sync != 0 ? "On" : "Off");
   data.Text("Status", kNtpStates[block[camera_status::kNtpState]]);
@@ -122,7 +122,7 @@ void GetIFBSettings::Output() {
   DLOG(2, "##### GetIFBSettings %s", "Output()");
   _IFB_SETTING setting;
   ReadIFBSetting(&setting);
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Function", LowByte(DecimalValue(setting.ifb_function)) != 0 ? "Enable" : "Disable");
   data.Text("Address", setting.ifb_address);
   data.Bare("Port", setting.ifb_port);

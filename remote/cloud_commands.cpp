@@ -129,7 +129,7 @@ void GetCldstrmEventList::ReceiveEvent(std::int32_t index) {
 }
 
 void GetCldstrmEventList::Output() {
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Number("EventNum", event_num_);
   if (event_num_ > 0) {
     data.BeginArray("EventInfo");

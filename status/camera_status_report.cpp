@@ -229,7 +229,7 @@ void WriteCloudStreaming(JsonWriter& data, const CameraStatusBlock& block) {
 void GetCamStatus::Output() {
   const CameraStatusBlock block;
   const ByteView reply = Reply();
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Reserve(kLongestReport);
   WriteOperation(data, reply);
   WriteSlot(data, "SlotA", status_reply::kSlotA, reply);

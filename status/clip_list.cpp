@@ -84,7 +84,7 @@ void GetClipInfo::KeepClips() {
 }
 
 void GetClipInfo::Output() {
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Number("ClipNum", static_cast<std::int64_t>(clips_.Count()));
   data.BeginArray("ClipInfo");
   for (const ClipRecord& clip : clips_) {

@@ -195,7 +195,7 @@ void GetStreamingServerSettings::Output() {
   _STREAMING_SERVER_SETTING server;
   ReadStreamingServerSetting(path.Text(), &server);
   const std::int32_t type = DecimalValue(server.type);
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   if (type >= 0 && static_cast<std::size_t>(type) < std::size(kReports)) {
     data.Text("Alias", server.str_alias);
     data.Text("Type", NameAt(streaming_type_table, type));

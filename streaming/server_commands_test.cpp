@@ -67,6 +67,22 @@ TEST_F(ServerCommandsTest, TcpNeedsAllItsParameters) {
   }
 }
 
+TEST_F(ServerCommandsTest, ATransportWithoutSettingsStoresAliasAndTypeAlone) {
+  class Bare : public SetStreamingServerSettings {
+   public:
+    Bare() : SetStreamingServerSettings("RTSP") {}
+  };
+  harness::FakeDaemon daemon;
+  harness::WriteFile("/var/tmp/lighttpd/streaming_server3",
+                     "str_alias\tOld\ntype\t0\nudp_dst_address\t10.0.0.1\n");
+  Bare command;
+  ASSERT_EQ(command.Parse(R"({"ID":3,"Alias":"Van"})"), 0);
+  command.Transmit();
+  EXPECT_THAT(harness::ReadFile("/var/tmp/lighttpd/streaming_server3"),
+              testing::StartsWith("str_alias\tVan\ntype\t2\nudp_dst_address\t10.0.0.1\n"
+                                  "udp_dst_port\t\n"));
+}
+
 TEST_F(ServerCommandsTest, AnAliasWithABlankIsStoredWholeAndReadUpToTheBlank) {
   harness::FakeDaemon daemon;
   SetStreamingServerSettingsRTSP command;

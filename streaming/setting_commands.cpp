@@ -70,7 +70,7 @@ void GetStreamingSettings::Output() {
   _STREAMING_SETTING setting;
   ReadStreamingSetting(&setting);
   const StreamingQuality quality(DecimalValue(setting.quality));
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Resolution", NameAt(resolution_table, DecimalValue(setting.resolution)));
   data.Text("Framerate", NameAt(framerate_table, quality.framerate));
   data.Text("Bitrate", NameAt(bitrate_table, IndexOfBitrateCode(quality.bitrate_code)));
@@ -159,7 +159,7 @@ void AvailableStreamingResolutionSettings::Transmit() { Succeed(); }
 void AvailableStreamingResolutionSettings::Output() {
   static constexpr const char* kColumns[kResolutionRows] = {
       "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "640x360", "480x270"};
-  AppendFlags(Data(), "AvailableResolution", kColumns, SelectableResolutions());
+  AppendFlags(AddData(), "AvailableResolution", kColumns, SelectableResolutions());
   Command::Output();
 }
 
@@ -181,7 +181,7 @@ void AvailableStreamingFramerateSettings::Output() {
                                                            "50p", "50i", "25p"};
   const FramerateFlags& flags =
       FlagsOrZeros(GetSelectableFramerateTable(resolution_), "GetSelectableFramerateTable");
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Resolution", NameAt(resolution_table, resolution_));
   AppendFlags(data, "AvailableFramerate", kColumns, flags);
   Command::Output();
@@ -214,7 +214,7 @@ void AvailableStreamingBitrateSettings::Transmit() { Succeed(); }
 void AvailableStreamingBitrateSettings::Output() {
   const BitrateFlags& flags = FlagsOrZeros(
       GetSelectableBitrateTable(type_, resolution_, framerate_), "GetSelectableBitrateTable");
-  JsonWriter& data = Data();
+  JsonWriter& data = AddData();
   data.Text("Type", NameAt(streaming_type_zixi_separate_table, type_));
   data.Text("Resolution", NameAt(resolution_table, resolution_));
   AppendFlags(data, "AvailableBitrate", bitrate_table, flags);
@@ -226,7 +226,7 @@ void GetCurrentStreamingServerID::Transmit() { Succeed(); }
 void GetCurrentStreamingServerID::Output() {
   _STREAMING_SETTING setting;
   ReadStreamingSetting(&setting);
-  Data().Bare("ID", setting.server);
+  AddData().Bare("ID", setting.server);
   Command::Output();
 }
 

@@ -112,6 +112,17 @@ TEST_F(SettingsFileTest, AKeyThatBeginsWithAnotherKeyIsToldApart) {
   EXPECT_THAT(Read("server_ur\tx\n"), Holds("", "_ur", "", ""));
 }
 
+TEST_F(SettingsFileTest, TheLongerOfTwoKeysCountsInWhicheverOrderTheyStand) {
+  static constexpr SettingField kLongerKeyFirst[] = {
+      SETTING_FIELD(TestRecord, server_url, ""),
+      SETTING_FIELD(TestRecord, server, ""),
+  };
+  harness::WriteFile(kPath, "server_url\thost\nserver\t2\n");
+  TestRecord record = {};
+  SettingsFile<TestRecord>(kLongerKeyFirst).Read(kPath, record);
+  EXPECT_THAT(record, Holds("", "2", "host", ""));
+}
+
 TEST_F(SettingsFileTest, LinesAreReadInPiecesOf255Characters) {
   // 255 characters with the key and its tab: the next piece is a line of its own.
   const std::string longest(244, 'u');

@@ -74,8 +74,8 @@ class Command {
   /// Sends no message: the action has succeeded, or consists of what `Output` reads.
   void Succeed();
 
-  /// The data object of the reply; the first call adds it.
-  JsonWriter& Data();
+  /// Adds an empty data object to the reply.
+  JsonWriter& AddData();
 
   /// The last reply's payload, as far as it arrived; what did not arrive reads as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }

@@ -11,7 +11,7 @@ void __gcov_dump();
 
 /// A test's limits are the handler's, not those of the counters.
 [[gnu::destructor]] static void LiftLimits() {
-  for (const auto resource : {RLIMIT_AS, RLIMIT_FSIZE}) {
+  for (const auto resource : {RLIMIT_AS, RLIMIT_FSIZE, RLIMIT_NOFILE}) {
     rlimit limit = {};
     getrlimit(resource, &limit);
     limit.rlim_cur = limit.rlim_max;

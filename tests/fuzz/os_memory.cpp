@@ -58,20 +58,9 @@ int read_data(std::uint32_t /*base*/, std::uint32_t /*address*/, std::uint32_t l
 
 namespace os {
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  std::swap(number_, other.number_);
-  return *this;
-}
-
 void Descriptor::Close() {
   Descriptors().erase(number_);
   number_ = -1;
-}
-
-int Descriptor::Release() {
-  const int number = number_;
-  number_ = -1;
-  return number;
 }
 
 Descriptor OpenForReading(const char* path) {
@@ -80,11 +69,13 @@ Descriptor OpenForReading(const char* path) {
 }
 
 Descriptor OpenForUpdate(const char* path) {
-  Descriptor file = TheWorld().files_are_writable ? OpenForReading(path) : Descriptor();
-  if (file.IsOpen()) {
-    Descriptors().at(file.Number()).path = path;
+  const auto file = TheWorld().files.find(path);
+  if (!TheWorld().files_are_writable || file == TheWorld().files.end()) {
+    return Descriptor();
   }
-  return file;
+  fuzz::Open open = {file->second};
+  open.path = path;
+  return Descriptor(fuzz::Add(std::move(open)));
 }
 
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {

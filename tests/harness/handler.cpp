@@ -91,6 +91,17 @@ Request& Request::WithoutPrivileges() {
   return *this;
 }
 
+Request& Request::LimitDescriptors(std::size_t count) {
+  descriptor_limit_ = count;
+  return *this;
+}
+
+Request& Request::Refuse(long system_call, int error) {
+  refused_call_ = system_call;
+  refusal_ = error;
+  return *this;
+}
+
 Request& Request::Deadline(std::chrono::seconds deadline) {
   deadline_ = deadline;
   return *this;

@@ -51,6 +51,11 @@ class Request {
   Request& LimitFileSize(std::size_t bytes);
   /// Permissions of files hold for the handler although root starts it.
   Request& WithoutPrivileges();
+  /// Descriptors that the handler may have, the standard streams included (not enforced for an
+  /// emulator).
+  Request& LimitDescriptors(std::size_t count);
+  /// The system refuses this system call (SYS_flock and so on) with this error.
+  Request& Refuse(long system_call, int error);
   /// After so long the handler is killed and the test fails; emulation gets three times as much.
   Request& Deadline(std::chrono::seconds deadline);
 
@@ -68,6 +73,9 @@ class Request {
   std::size_t file_size_limit_ = 0;
   bool has_file_size_limit_ = false;
   bool has_privileges_ = true;
+  std::size_t descriptor_limit_ = 0;
+  long refused_call_ = -1;
+  int refusal_ = 0;
   std::chrono::seconds deadline_{15};
 };
 

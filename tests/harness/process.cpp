@@ -21,6 +21,7 @@
 #include "harness/files.h"
 #include "harness/handler.h"
 #include "harness/recording.h"
+#include "harness/refusal.h"
 
 namespace harness {
 namespace {
@@ -182,6 +183,8 @@ void Process::BecomeHandler() {
   std::vector<char*> environment = Pointers(environment_);
   std::signal(SIGPIPE, SIG_DFL);
   ConnectStandardStreams();
+  // Whatever started the tests may have left descriptors of its own.
+  close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
   SetLimits();
   execvpe(command.front(), command.data(), environment.data());
   _exit(kExecFailed);
@@ -222,6 +225,12 @@ void Process::SetLimits() const {
   if (!request_.has_privileges_) {
     prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
     prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+  }
+  if (request_.descriptor_limit_ != 0 && !IsEmulated()) {
+    Limit(RLIMIT_NOFILE, request_.descriptor_limit_);
+  }
+  if (request_.refused_call_ >= 0 && !RefuseSystemCall(request_.refused_call_, request_.refusal_)) {
+    _exit(kExecFailed);
   }
 }
 
