@@ -21,6 +21,6 @@ hold() {
 
 hold HeartbeatConfirmation 18200 24
 hold GetCamStatus 61400 38
-hold SetStreamingBitrate 25100 42
+hold SetStreamingBitrate 25100 43
 
 exit $((failures > 0))
