@@ -48,8 +48,8 @@ class Request {
   Request& LimitMemory(std::size_t bytes);
   /// Longest file that the handler may write; writing beyond fails.
   Request& LimitFileSize(std::size_t bytes);
-  /// Descriptors that the handler may have, the standard streams included (not enforced for an
-  /// emulator).
+  /// Descriptors that the handler may have, the standard streams included (not enforced where an
+  /// emulator needs its own).
   Request& LimitDescriptors(std::size_t count);
   /// The system refuses this system call (SYS_flock and so on) with this error.
   Request& Refuse(long system_call, int error);
