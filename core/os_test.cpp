@@ -16,6 +16,7 @@
 #include <thread>
 
 #include "harness/files.h"
+#include "harness/system_log.h"
 
 namespace {
 
@@ -52,6 +53,21 @@ struct SocketPair {
   void Send(const std::string& bytes) const { send(ends[1], bytes.data(), bytes.size(), 0); }
 
   int ends[2] = {-1, -1};
+};
+
+class NoFreeDescriptor {
+ public:
+  NoFreeDescriptor() {
+    getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit none = {0, before_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoFreeDescriptor() { setrlimit(RLIMIT_NOFILE, &before_); }
+  NoFreeDescriptor(const NoFreeDescriptor&) = delete;
+  NoFreeDescriptor& operator=(const NoFreeDescriptor&) = delete;
+
+ private:
+  rlimit before_ = {};
 };
 
 TEST(Lock, IsStillAwaitedAfterASignal) {
@@ -91,13 +107,26 @@ TEST(Rewrite, FailsForAFileThatIsOpenForReadingAlone) {
 }
 
 TEST(CreateStreamSocket, FailsWithoutAFreeDescriptor) {
-  rlimit before = {};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const rlimit none = {0, before.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &none);
-  EXPECT_FALSE(os::CreateStreamSocket(kLong).IsOpen());
-  setrlimit(RLIMIT_NOFILE, &before);
+  {
+    const NoFreeDescriptor none;
+    EXPECT_FALSE(os::CreateStreamSocket(kLong).IsOpen());
+  }
   EXPECT_TRUE(os::CreateStreamSocket(kLong).IsOpen());
+}
+
+TEST(PrepareDescriptors, DoesWithoutAFreeDescriptor) {
+  const NoFreeDescriptor none;
+  os::PrepareDescriptors();
+}
+
+TEST(SystemLog, LosesAMessageWithoutAFreeDescriptorAndNotTheNextOne) {
+  {
+    const NoFreeDescriptor none;
+    os::SystemLog(3, "lost");
+  }
+  harness::SystemLog log;
+  os::SystemLog(3, "kept");
+  EXPECT_THAT(log.Lines(), harness::Logged(harness::Error("kept")));
 }
 
 }  // namespace

@@ -38,16 +38,6 @@ TEST_F(DescriptorTest, WithoutOneForTheRenewalNoticeTheRequestEnds) {
   EXPECT_EQ(lines.back(), Error("cmd:6363: Can't create a socket"));
 }
 
-TEST_F(DescriptorTest, WithoutAnyARequestThatNeedsNoneIsAnswered) {
-  StatusBlock().SetByte(53, 1).Store();
-  EXPECT_THAT(
-      RunHandler(Request(BodyWithoutSession("HeartbeatConfirmation")).LimitDescriptors(3)),
-      Replied(DataJson("HeartbeatConfirmation", R"("VideoOutput":"On","StudioTally":"Off")")));
-  EXPECT_THAT(RunHandler(Request(Body("GetSystemInfo")).LimitDescriptors(3)),
-              Replied(ErrorJson("SessionError")));
-  EXPECT_THAT(log_.Lines(), Logged());
-}
-
 TEST_F(RefusalTest, WithoutTheLockNoMessageIsSentAndTheReplyIsStillRead) {
   FakeDaemon daemon(Script().Send(ReplyMessage(Bytes({1}))));
   const std::string body = Body("MonitorStart");

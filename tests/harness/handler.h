@@ -51,8 +51,8 @@ class Request {
   Request& LimitFileSize(std::size_t bytes);
   /// Permissions of files hold for the handler although root starts it.
   Request& WithoutPrivileges();
-  /// Descriptors that the handler may have, the standard streams included (not enforced for an
-  /// emulator).
+  /// Descriptors that the handler may have, the standard streams included (not enforced where an
+  /// emulator needs its own).
   Request& LimitDescriptors(std::size_t count);
   /// The system refuses this system call (SYS_flock and so on) with this error.
   Request& Refuse(long system_call, int error);
