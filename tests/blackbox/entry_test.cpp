@@ -188,20 +188,20 @@ const std::vector<StalledInput>& StalledInputs() {
   static const std::vector<StalledInput> inputs = {
       {"Nothing",
        "",
-       0ms,
+       0s,
        format_error,
        {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("", 0))}},
       {"HalfARequest",
        body.substr(0, 38),
-       0ms,
+       0s,
        format_error,
        {Error(kNoSessionLine),
         Error(FormatErrorLine("{\"Request\":{\"Command\":\"GetSystemInfo\",", 1))}},
-      {"AWholeRequest", body, 0ms, SystemInfoJson(), {}},
+      {"AWholeRequest", body, 0s, SystemInfoJson(), {}},
       // The fourth byte comes with the twelfth second.
       {"AByteNowAndThen",
        body,
-       3000ms,
+       3s,
        format_error,
        {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("{\"R", 0))}},
   };
@@ -217,7 +217,7 @@ TEST_P(StalledInputTest, IsAwaitedFor10SecondsInAll) {
   const StalledInput& input = GetParam();
   Request request(input.sent);
   request.Set("CONTENT_LENGTH", "1000").StandardInput(Input::kHeldOpen).Deadline(20s);
-  if (input.pause > 0ms) {
+  if (input.pause > 0s) {
     request.InPieces(1, input.pause);
   }
   const Outcome outcome = RunHandler(request);

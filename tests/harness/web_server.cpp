@@ -6,10 +6,12 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <thread>
 
 #include "harness/files.h"
 #include "harness/handler.h"
@@ -34,7 +36,7 @@ bool Await(Condition condition) {
     if (condition()) {
       return true;
     }
-    usleep(10000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return false;
 }
