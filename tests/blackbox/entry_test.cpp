@@ -173,11 +173,13 @@ TEST_F(BodyTest, OfWhiteSpaceWithoutEndIsEmpty) {
   EXPECT_LT(outcome.elapsed.count(), 8);
 }
 
+constexpr auto kAtOnce = std::chrono::milliseconds::zero();
+
 /// A client that stops sending, and keeps the connection.
 struct StalledInput {
   const char* name;
   std::string sent;
-  std::chrono::milliseconds pause;  // before each byte; 0: all at once
+  std::chrono::milliseconds pause;  // before each byte
   std::string reply;
   LogLines lines;
 };
@@ -188,16 +190,16 @@ const std::vector<StalledInput>& StalledInputs() {
   static const std::vector<StalledInput> inputs = {
       {"Nothing",
        "",
-       0s,
+       kAtOnce,
        format_error,
        {Error(kNoCommandLine), Error(kNoSessionLine), Error(FormatErrorLine("", 0))}},
       {"HalfARequest",
        body.substr(0, 38),
-       0s,
+       kAtOnce,
        format_error,
        {Error(kNoSessionLine),
         Error(FormatErrorLine("{\"Request\":{\"Command\":\"GetSystemInfo\",", 1))}},
-      {"AWholeRequest", body, 0s, SystemInfoJson(), {}},
+      {"AWholeRequest", body, kAtOnce, SystemInfoJson(), {}},
       // The fourth byte comes with the twelfth second.
       {"AByteNowAndThen",
        body,
@@ -217,7 +219,7 @@ TEST_P(StalledInputTest, IsAwaitedFor10SecondsInAll) {
   const StalledInput& input = GetParam();
   Request request(input.sent);
   request.Set("CONTENT_LENGTH", "1000").StandardInput(Input::kHeldOpen).Deadline(20s);
-  if (input.pause > 0s) {
+  if (input.pause > kAtOnce) {
     request.InPieces(1, input.pause);
   }
   const Outcome outcome = RunHandler(request);
