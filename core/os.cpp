@@ -98,12 +98,11 @@ bool SendToLog(const msghdr& message) {
     if (sendmsg(log_socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) >= 0) {
       return true;
     }
-    if (errno == EAGAIN) {
-      if (!AwaitLog()) {
-        return true;
-      }
-    } else if (errno != EINTR) {
+    if (errno != EAGAIN) {
       return false;
+    }
+    if (!AwaitLog()) {
+      return true;
     }
   }
   return false;
