@@ -87,7 +87,8 @@ bool AwaitLog() {
   const std::int64_t start = MonotonicMilliseconds();
   pollfd log = {log_socket, POLLOUT, 0};
   const int result = poll(&log, 1, static_cast<int>(log_patience_ms));
-  log_patience_ms -= MonotonicMilliseconds() - start;
+  // Every wait counts: there may be room each time, and others that take it.
+  log_patience_ms -= MonotonicMilliseconds() - start + 1;
   return result != 0;
 }
 
