@@ -59,6 +59,9 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
   return result >= 0;
 }
 
+/// A named pipe in place of a file keeps nobody waiting for its other end.
+constexpr int kWithoutWaiting = O_NONBLOCK | O_CLOEXEC;
+
 int log_socket = -1;
 /// How long this process will still wait for a log daemon that does not keep up.
 std::int64_t log_patience_ms = 1000;
@@ -121,11 +124,11 @@ void Descriptor::Close() {
 }
 
 Descriptor OpenForReading(const char* path) {
-  return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | O_CLOEXEC); }));
+  return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | kWithoutWaiting); }));
 }
 
 Descriptor OpenForUpdate(const char* path) {
-  return Descriptor(Uninterrupted([&] { return open(path, O_RDWR | O_CLOEXEC); }));
+  return Descriptor(Uninterrupted([&] { return open(path, O_RDWR | kWithoutWaiting); }));
 }
 
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
@@ -134,8 +137,9 @@ bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_
 
 bool WriteFile(const char* path, std::string_view contents) {
   constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
-  const Descriptor file(Uninterrupted(
-      [&] { return open(path, O_WRONLY | O_CREAT | O_CLOEXEC, kReadWriteForAllTheUmaskAllows); }));
+  const Descriptor file(Uninterrupted([&] {
+    return open(path, O_WRONLY | O_CREAT | kWithoutWaiting, kReadWriteForAllTheUmaskAllows);
+  }));
   if (!file.IsOpen()) {
     return false;
   }

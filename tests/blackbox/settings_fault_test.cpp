@@ -1,5 +1,7 @@
 // The settings folder when it is missing, out of reach, write-protected or on a full disk: every
 // command that reads or writes a file in it.
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -261,6 +263,27 @@ TEST_P(UnwritableFolderTest, StoresNothing) {
 }
 
 class SettingsFolderTest : public CameraTest {};
+
+// A pipe that nobody writes into holds nothing, and one that nobody reads takes nothing.
+TEST_F(SettingsFolderTest, PipesInPlaceOfFilesAreNotWaitedFor) {
+  const FakeDaemon control;
+  for (const char* const name : {"cgilog", "ntp"}) {
+    ASSERT_EQ(mkfifo((std::string(kFolder) + "/" + name).c_str(), 0600), 0);
+  }
+  EXPECT_THAT(
+      Post(Body("GetNTPStatus")),
+      Replied(DataJson("GetNTPStatus", R"("Address":"","TcSync":"Off","Status":"Master")")));
+  EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"ntp")")),
+              Replied(ResultJson("SetNTPServer")));
+  EXPECT_TRUE(fs::is_fifo(std::string(kFolder) + "/ntp"));
+}
+
+TEST_F(SettingsFolderTest, APipeInPlaceOfTheSessionHoldsNoSession) {
+  fs::remove(kSessionFile);
+  ASSERT_EQ(mkfifo(kSessionFile, 0600), 0);
+  EXPECT_THAT(Post(Body("GetNTPStatus")), Replied("{\"Response\":{\"Result\":\"SessionError\"}}"));
+  EXPECT_THAT(log_.Lines(), Logged(Error("session error no file [/var/tmp/lighttpd/.session]")));
+}
 
 TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
   const std::string before = ReadFile(kSessionFile);
