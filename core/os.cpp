@@ -43,8 +43,8 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   return true;
 }
 
-/// Written over first and cut to its new length then, a file is never empty for those who read it
-/// at that moment, and keeps what it holds when there is no room.
+/// Written over first and cut to its new length then, a file that is there is never empty for those
+/// who read it at that moment, and keeps what it holds when there is no room.
 bool WriteOver(int file, std::string_view contents) {
   if (!WriteAll(file, contents.data(), contents.size())) {
     return false;

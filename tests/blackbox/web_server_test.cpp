@@ -27,7 +27,9 @@ Exchange Operation(const std::string& command, const std::string& params) {
   return {Body(command, params), command, "DisableError", true};
 }
 
-Exchange Question(const std::string& command) { return {Body(command), command, "Success", false}; }
+Exchange Question(const std::string& command, const std::string& params = "") {
+  return {Body(command, params), command, "Success", false};
+}
 
 Exchange Setting(const std::string& command, const std::string& params) {
   return {Body(command, params), command, "Success", true};
@@ -38,29 +40,27 @@ Exchange Mistake(const std::string& body, const std::string& result) {
 }
 
 /// Commands of the camera, readers and writers of the same settings, and mistakes.
-/// A reader may meet a file that a writer has just emptied. The replies of the readers here are
-/// whole then, too; those that would lack a number are not asked for while their file changes.
 std::vector<Exchange> Mixture(const std::string& number) {
   return {
-      Operation("MonitorStart", ""),
       Operation("SetZoomCtrl", "\"Position\":" + number),
       Operation("SetWebKeyEvent", R"("Kind":"Iris","Key":"Auto")"),
       Operation("GetCamStatus", ""),
       Operation("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":1)"),
       {Body("SetCldstrmLogout"), "SetCldstrmLogout", "DisableError", false},
-      Question("GetSystemInfo"),
       Question("HeartbeatConfirmation"),
       Question("GetIFBSettings"),
       Question("GetNTPStatus"),
       Setting("SetNTPServer", "\"Address\":\"host" + number + '"'),
       Setting("SetNTPSettings", R"("TcSync":"Off")"),
       Question("GetStreamingSettings"),
+      Question("GetCurrentStreamingServerID"),
       Setting("SetStreamingBitrate", R"("Bitrate":"12M")"),
       Setting("SetStreamingResolution", R"("Resolution":"640x360")"),
       Question("GetPresetZoomPosition"),
       Setting("SetPresetZoomPosition", "\"ID\":\"A\",\"Position\":" + number),
       Setting("SetStreamingServerSettingsRTSP",
               "\"ID\":1,\"Alias\":\"a\",\"Password\":\"" + number + '"'),
+      Question("GetStreamingServerSettings", R"("ID":1)"),
       Mistake(Body("NoSuchCommand"), "CommandError"),
       Mistake(BodyWithSession("MonitorStart", "wrong"), "SessionError"),
   };
@@ -105,6 +105,12 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   const PopularDaemon control(kControlSocket, refusal);
   const PopularDaemon streaming(kStreamingSocket, refusal);
   WebServer server;
+  // A file that is being made is empty for a moment, and what reads it then lacks its numbers.
+  for (const Exchange& exchange : Mixture("99")) {
+    ExpectReply(WebServer::Post(exchange.body), exchange);
+  }
+  const std::size_t messages_before = control.Received();
+
   std::vector<Exchange> exchanges;
   std::size_t messages = 0;
   for (int round = 0; round < 10; ++round) {
@@ -119,12 +125,12 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   for (std::size_t i = 0; i < exchanges.size(); ++i) {
     ExpectReply(replies[i], exchanges[i]);
   }
-  EXPECT_EQ(control.Received(), messages);
-  EXPECT_EQ(streaming.Received(), 10U);
+  EXPECT_EQ(control.Received(), messages_before + messages);
+  EXPECT_EQ(streaming.Received(), 1U + 10U);
   EXPECT_EQ(WebServer::HandlerErrors(), "");
 
   EXPECT_TRUE(server.AwaitChildren()) << "processes or zombies are left behind";
-  EXPECT_EQ(server.Stop(), 0);
+  EXPECT_TRUE(server.Stop()) << "the web server hangs";
   EXPECT_TRUE(WebServer::AwaitOrphans()) << "processes are left behind";
 }
 

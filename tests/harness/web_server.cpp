@@ -136,19 +136,18 @@ bool WebServer::AwaitChildren() const {
   return Await([this] { return !HasChildren(pid_); });
 }
 
-int WebServer::Stop() {
+bool WebServer::Stop() {
   if (pid_ == 0) {
-    return 0;
+    return true;
   }
-  int status = 0;
   kill(pid_, SIGTERM);
-  const bool has_ended = Await([&] { return waitpid(pid_, &status, WNOHANG) == pid_; });
+  const bool has_ended = Await([this] { return waitpid(pid_, nullptr, WNOHANG) == pid_; });
   if (!has_ended) {
     kill(pid_, SIGKILL);
-    waitpid(pid_, &status, 0);
+    waitpid(pid_, nullptr, 0);
   }
   pid_ = 0;
-  return has_ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return has_ended;
 }
 
 bool WebServer::AwaitOrphans() {

@@ -28,8 +28,9 @@ class WebServer {
   /// when that takes too long.
   bool AwaitChildren() const;
 
-  /// Ends the web server. Returns its exit status, and -1 when it did not end by itself.
-  int Stop();
+  /// Ends the web server. Returns false when it had to be killed. Its exit status tells only
+  /// whether it was still closing connections.
+  bool Stop();
 
   /// Waits for the end of whatever the web server has left behind, which became children of this
   /// process. Returns false when that takes too long.
