@@ -1,7 +1,7 @@
 // Two commands that store settings in the same file at the same moment, and one that reads it.
 // Files are rewritten in place and without a lock, as the camera's other programs do it, so an
 // update can get lost and a file can be met, or left, in pieces. Here stands what holds all the
-// same; how often the rest happens is counted: tests/race.sh shows the figures of many rounds.
+// same; how often the rest happens is counted: tests/race/run shows the figures of many rounds.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
