@@ -45,8 +45,9 @@ Descriptor OpenForUpdate(const char* path);
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
-/// permissions). It stays the same file. When there is no room, a new file is not left behind
-/// empty: its readers know what a missing file means, and would take an empty one at its word.
+/// permissions). It stays the same file. When there is no room it keeps what it holds; but a file
+/// that holds only a piece of the new contents is removed: its readers know what a missing file
+/// means, and would take the piece at its word.
 /// @return false when the file could not be opened or not be written completely
 bool WriteFile(const char* path, std::string_view contents);
 
