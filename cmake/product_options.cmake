@@ -18,8 +18,10 @@ target_compile_features(camera_language INTERFACE cxx_std_17)
 target_compile_options(camera_language INTERFACE -fno-rtti -fno-threadsafe-statics)
 if(CAMERA_BUILD_FUZZERS)
   # A request that ends its process unwinds back into the fuzzer. libFuzzer needs to see the
-  # branches of the product's code. Characters are unsigned, as they are on the camera.
-  target_compile_options(camera_language INTERFACE -fsanitize=fuzzer-no-link -funsigned-char)
+  # branches of the product's code.
+  target_compile_options(camera_language INTERFACE -fsanitize=fuzzer-no-link)
+  # As they are on the camera, in everything that shares the product's headers.
+  add_compile_options(-funsigned-char)
 else()
   target_compile_options(camera_language INTERFACE
     -fno-exceptions -fno-asynchronous-unwind-tables)
