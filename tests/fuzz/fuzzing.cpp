@@ -45,6 +45,7 @@ void AddLine(const scenario::Line& line, World& world) {
       world.conversations.push_back({true, false, {}});
       break;
     case scenario::kClock:
+      // Leaves room for the lifetime of a session.
       world.now = std::strtoll(line.value.c_str(), nullptr, 10) / 4;
       break;
     case scenario::kReadOnly:
