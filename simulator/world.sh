@@ -4,7 +4,8 @@
 # the simulated camera and a web server, and ends when its standard input does. Everything in the
 # namespaces ends with it, and what it mounted is gone.
 #
-#   world.sh serve PORT SESSION [OPTION...]    serves until the standard input ends
+#   world.sh serve PORT SESSION [OPTION...]    serves until the standard input ends; port 0 is a
+#                                              free one
 #   world.sh smoke SESSION [OPTION...]         posts a handful of requests on a free port
 #
 # The options are those of the simulated camera.
@@ -63,7 +64,11 @@ serve() {
   local port=$1 session=$2
   shift 2
   start_camera "$session" "$@"
-  start_web_server "$port" || fail "the web server cannot use port $port"
+  if ((port == 0)); then
+    start_web_server_on_a_free_port
+  else
+    start_web_server "$port" || fail "the web server cannot use port $port"
+  fi
   local url="http://127.0.0.1:$port/cgi-bin/camera_remote.cgi"
   cat <<END
 The simulated camera answers at  $url
@@ -78,15 +83,22 @@ END
 }
 
 run_smoke() {
-  local attempt port session=$1
+  local port session=$1
   shift
   start_camera "$session" "$@"
+  start_web_server_on_a_free_port
+  smoke "$port" "$session" &
+  watch_over "$camera" "$web_server" "$caller" $!
+}
+
+# Sets `port`.
+start_web_server_on_a_free_port() {
+  local attempt
   for attempt in {1..20}; do
     # Below the ports that the kernel hands out to clients.
     port=$((20000 + RANDOM % 12000))
     if start_web_server "$port" 2>/dev/null; then
-      smoke "$port" "$session" &
-      watch_over "$camera" "$web_server" "$caller" $!
+      return 0
     fi
   done
   fail "no free port for the web server after $attempt attempts"
