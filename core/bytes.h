@@ -34,7 +34,7 @@ class LittleEndian32 {
 };
 
 /// A number as a word of memory that holds its bytes the most significant first.
-inline std::uint32_t BigEndianWord(std::uint32_t number) {
+inline std::uint32_t ToBigEndian32(std::uint32_t number) {
   const std::uint8_t bytes[] = {LowByte(number >> 24), LowByte(number >> 16), LowByte(number >> 8),
                                 LowByte(number)};
   std::uint32_t word = 0;
@@ -47,23 +47,23 @@ inline std::uint32_t BigEndianWord(std::uint32_t number) {
 // the camera's own layouts have them.
 
 /// One unsigned byte.
-struct ByteField {
+struct U8Field {
   std::uint16_t offset;
 };
 /// One signed byte.
-struct SignedByteField {
+struct S8Field {
   std::uint16_t offset;
 };
 /// An unsigned 16-bit number.
-struct WordField {
+struct U16Field {
   std::uint16_t offset;
 };
 /// A signed 16-bit number.
-struct SignedWordField {
+struct S16Field {
   std::uint16_t offset;
 };
 /// An unsigned 32-bit number.
-struct LongField {
+struct U32Field {
   std::uint16_t offset;
 };
 /// A text of at most `width` bytes, not necessarily terminated.
@@ -114,13 +114,11 @@ class ByteView {
     return {text, strnlen(text, available)};
   }
 
-  constexpr std::uint8_t operator[](ByteField field) const { return U8(field.offset); }
-  constexpr std::int8_t operator[](SignedByteField field) const { return S8(field.offset); }
-  constexpr std::uint16_t operator[](WordField field) const { return U16BigEndian(field.offset); }
-  constexpr std::int16_t operator[](SignedWordField field) const {
-    return S16BigEndian(field.offset);
-  }
-  constexpr std::uint32_t operator[](LongField field) const { return U32BigEndian(field.offset); }
+  constexpr std::uint8_t operator[](U8Field field) const { return U8(field.offset); }
+  constexpr std::int8_t operator[](S8Field field) const { return S8(field.offset); }
+  constexpr std::uint16_t operator[](U16Field field) const { return U16BigEndian(field.offset); }
+  constexpr std::int16_t operator[](S16Field field) const { return S16BigEndian(field.offset); }
+  constexpr std::uint32_t operator[](U32Field field) const { return U32BigEndian(field.offset); }
   std::string_view operator[](TextField field) const { return Text(field.offset, field.width); }
   constexpr ByteView operator[](BytesField field) const {
     const std::size_t start = field.offset < size_ ? field.offset : size_;
@@ -146,10 +144,10 @@ class ByteWriter {
     }
   }
 
-  void Put(ByteField field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
-  void Put(SignedByteField field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
-  void Put(WordField field, std::uint32_t number) { PutNumber(field.offset, 2, number); }
-  void Put(LongField field, std::uint32_t number) { PutNumber(field.offset, 4, number); }
+  void Put(U8Field field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
+  void Put(S8Field field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
+  void Put(U16Field field, std::uint32_t number) { PutNumber(field.offset, 2, number); }
+  void Put(U32Field field, std::uint32_t number) { PutNumber(field.offset, 4, number); }
 
   /// A text, cut so that a NUL ends it within its field.
   void Put(TextField field, std::string_view text) {

@@ -40,10 +40,10 @@ TEST(ByteView, EndsATextAtItsNulItsWidthOrTheLastByte) {
 TEST(ByteWriter, PutsNumbersInBigEndianAndCutsThem) {
   std::uint8_t bytes[10] = {};
   ByteWriter writer(bytes, sizeof bytes);
-  writer.Put(ByteField{0}, 0x1FE);
-  writer.Put(SignedByteField{1}, static_cast<std::uint32_t>(-2));
-  writer.Put(WordField{2}, 0x31234);
-  writer.Put(LongField{4}, 0x89ABCDEF);
+  writer.Put(U8Field{0}, 0x1FE);
+  writer.Put(S8Field{1}, static_cast<std::uint32_t>(-2));
+  writer.Put(U16Field{2}, 0x31234);
+  writer.Put(U32Field{4}, 0x89ABCDEF);
   EXPECT_EQ(std::memcmp(bytes, "\xFE\xFE\x12\x34\x89\xAB\xCD\xEF\0\0", 10), 0);
 }
 
@@ -59,7 +59,7 @@ TEST(ByteWriter, EndsATextWithinItsField) {
 TEST(ByteWriter, LeavesOutWhatLiesOutsideOfTheBytes) {
   std::uint8_t bytes[] = {1, 2, 3, 4};
   ByteWriter writer(bytes, 2);
-  writer.Put(LongField{1}, 0xA0B0C0D0);
+  writer.Put(U32Field{1}, 0xA0B0C0D0);
   writer.Put(TextField{2, 8}, "abcdefg");
   EXPECT_EQ(std::memcmp(bytes, "\x01\xA0\x03\x04", 4), 0);
 }
@@ -73,22 +73,22 @@ TEST(LittleEndian, StoresTheLowByteFirst) {
 }
 
 TEST(ByteView, ReadsEachKindOfField) {
-  EXPECT_EQ(kView[ByteField{0}], 0x81);
-  EXPECT_EQ(kView[SignedByteField{0}], -127);
-  EXPECT_EQ(kView[WordField{0}], 0x8102);
-  EXPECT_EQ(kView[SignedWordField{0}], -32510);
-  EXPECT_EQ(kView[LongField{0}], 0x81020384U);
+  EXPECT_EQ(kView[U8Field{0}], 0x81);
+  EXPECT_EQ(kView[S8Field{0}], -127);
+  EXPECT_EQ(kView[U16Field{0}], 0x8102);
+  EXPECT_EQ(kView[S16Field{0}], -32510);
+  EXPECT_EQ(kView[U32Field{0}], 0x81020384U);
   EXPECT_EQ((kView[TextField{4, 4}]), "ab");
   EXPECT_EQ((kView[BytesField{2, 3}].Size()), 3U);
   EXPECT_EQ((kView[BytesField{2, 3}].U8(2)), 'a');
 }
 
 TEST(ByteView, ReadsFieldsOutsideOfTheBytesAsZero) {
-  EXPECT_EQ(kView[ByteField{8}], 0);
-  EXPECT_EQ(kView[SignedByteField{9}], 0);
-  EXPECT_EQ(kView[WordField{8}], 0);
-  EXPECT_EQ(kView[SignedWordField{7}], 0x6300);
-  EXPECT_EQ(kView[LongField{5}], 0x62006300U);
+  EXPECT_EQ(kView[U8Field{8}], 0);
+  EXPECT_EQ(kView[S8Field{9}], 0);
+  EXPECT_EQ(kView[U16Field{8}], 0);
+  EXPECT_EQ(kView[S16Field{7}], 0x6300);
+  EXPECT_EQ(kView[U32Field{5}], 0x62006300U);
   EXPECT_EQ((kView[TextField{8, 4}]), "");
   EXPECT_EQ((kView[BytesField{6, 20}].Size()), 2U);
   EXPECT_EQ((kView[BytesField{9, 1}].Size()), 0U);
@@ -96,8 +96,8 @@ TEST(ByteView, ReadsFieldsOutsideOfTheBytesAsZero) {
   EXPECT_EQ((ByteView(nullptr, 0)[BytesField{9, 1}].Size()), 0U);
 }
 
-TEST(BigEndianWord, HoldsTheHighestByteFirst) {
-  const std::uint32_t word = BigEndianWord(0x12345678U);
+TEST(ToBigEndian32, HoldsTheHighestByteFirst) {
+  const std::uint32_t word = ToBigEndian32(0x12345678U);
   EXPECT_EQ(std::memcmp(&word, "\x12\x34\x56\x78", 4), 0);
 }
 

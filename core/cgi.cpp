@@ -23,7 +23,7 @@ bool IsPost() {
 
 std::int32_t AnnouncedLength() {
   const char* const length = os::Environment("CONTENT_LENGTH");
-  return length != nullptr ? DecimalValue(length) : 0;
+  return length != nullptr ? ParseInt32(length) : 0;
 }
 
 /// Checks the form and the session of a request that needs one; prints the error reply when they
@@ -31,7 +31,7 @@ std::int32_t AnnouncedLength() {
 bool MayProceed(const char* body, bool has_command) {
   const bool has_session_id = json_parser(body, "SessionID", web_id) != nullptr;
   if (!has_command || !has_session_id) {
-    DLOG(1, "format error post data:%.*s json member num:%d", kLongestLogMessage, body,
+    DLOG(1, "format error post data:%.*s json member num:%d", kMaxLogMessage, body,
          (has_command ? 1 : 0) + (has_session_id ? 1 : 0));
     PrintReply(kFormatErrorReply);
     return false;

@@ -64,7 +64,7 @@ void Command::Output() {
   json.Append("}}");
   PrintReply(json.View());
   if (log_reply_) {
-    DLOG(log_level_, "send res_str = %.*s", kLongestLogMessage, json.Text());
+    DLOG(log_level_, "send res_str = %.*s", kMaxLogMessage, json.Text());
   }
 }
 

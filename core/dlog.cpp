@@ -26,7 +26,7 @@ int PriorityOfLevel(int level) {
 }
 
 [[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
-  char message[kLongestLogMessage + 1];
+  char message[kMaxLogMessage + 1];
   message[0] = '\0';
   // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): both callers have started the list.
   std::vsnprintf(message, sizeof message, fmt, arguments);
@@ -39,7 +39,7 @@ int INIT_DLOG() {
   LineReader<kThresholdLineSize> lines(kThresholdPath);
   while (const char* line = lines.Next()) {
     const char* const value = StartsWith(line, "cmd") ? std::strchr(line, '=') : nullptr;
-    const std::int32_t limit = value != nullptr ? DecimalValue(value + 1) : 0;
+    const std::int32_t limit = value != nullptr ? ParseInt32(value + 1) : 0;
     if (limit > 0) {
       g_log_level_limit = limit;
     }

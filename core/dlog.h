@@ -5,7 +5,7 @@
 
 /// A message is cut at so many bytes. Formats with a text that may be long name it as the text's
 /// precision: what is formatted only to be cut costs the C library most.
-constexpr int kLongestLogMessage = 4999;
+constexpr int kMaxLogMessage = 4999;
 
 /// Messages of a level above this one are not emitted. `INIT_DLOG` may change it.
 extern std::int32_t g_log_level_limit;
@@ -22,7 +22,7 @@ int INIT_DLOG();
 ///               traces of single steps (priority 6); 5 and above: traces of commands that are
 ///               polled many times a second (priority 7)
 /// @param fmt    as for printf; what it formats shows up in the log as it is, cut at
-/// `kLongestLogMessage`
+/// `kMaxLogMessage`
 [[gnu::format(printf, 2, 3)]] void DLOG(int level, const char* fmt, ...);
 
 /// Emits one message to the system log whatever the threshold; formats and cuts as `DLOG` does.

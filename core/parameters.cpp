@@ -8,6 +8,6 @@ bool ReadParameter(const char* params, const char* key, std::int32_t& value) {
   if (!ReadParameter(params, key, text)) {
     return false;
   }
-  value = DecimalValue(text);
+  value = ParseInt32(text);
   return true;
 }

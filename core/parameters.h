@@ -19,6 +19,6 @@ bool ReadParameter(const char* params, const char* key, char (&value)[Size]) {
   return json_parser(params, key, value) != nullptr;
 }
 
-/// Reads a parameter as a decimal number (see `DecimalValue`).
+/// Reads a parameter as a decimal number (see `ParseInt32`).
 /// @return false when the member is missing
 bool ReadParameter(const char* params, const char* key, std::int32_t& value);

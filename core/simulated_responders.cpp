@@ -100,12 +100,12 @@ std::uint32_t PackTimeCode(std::string_view text) {
 
 /// A key of the status file and the field of the status reply that takes its value.
 struct StatusKey {
-  constexpr StatusKey(const char* name, ByteField field) : key(name), offset(field.offset) {}
-  constexpr StatusKey(const char* name, SignedByteField field) : key(name), offset(field.offset) {}
-  constexpr StatusKey(const char* name, WordField field)
+  constexpr StatusKey(const char* name, U8Field field) : key(name), offset(field.offset) {}
+  constexpr StatusKey(const char* name, S8Field field) : key(name), offset(field.offset) {}
+  constexpr StatusKey(const char* name, U16Field field)
       : key(name), offset(field.offset), width(2) {}
   /// Four bytes are a time code.
-  constexpr StatusKey(const char* name, LongField field)
+  constexpr StatusKey(const char* name, U32Field field)
       : key(name), offset(field.offset), width(4) {}
 
   const char* key;
@@ -148,7 +148,7 @@ const StatusKey* FindStatusKey(std::string_view name) {
 std::uint32_t ValueOf(const StatusKey& key, const char* text) {
   constexpr std::size_t kTimeCodeWidth = 4;
   return key.width == kTimeCodeWidth ? PackTimeCode(text)
-                                     : static_cast<std::uint32_t>(DecimalValue(text));
+                                     : static_cast<std::uint32_t>(ParseInt32(text));
 }
 
 /// Puts one line's value into the reply and appends it to `trace`. Lines without one of the keys

@@ -1,23 +1,23 @@
 #include "core/bytes.h"
 #include "core/cmd/system.h"
 #include "core/dlog.h"
+#include "core/name_table.h"
 #include "core/parameters.h"
 #include "core/session.h"
 #include "core/text.h"
-#include "core/word_table.h"
 #include "status/camera_status_block.h"
-#include "status/words.h"
+#include "status/names.h"
 
 namespace {
 
 constexpr char api_version[50] = "1.08.0";
 
-constexpr WordTable<12> kModelNames = {{"RV130/140", "RV110", "RV120", "RV130", "RV140", "RV150",
+constexpr NameTable<12> kModelNames = {{"RV130/140", "RV110", "RV120", "RV130", "RV140", "RV150",
                                         "RV160", "RV170", "RV180", "RV190", "RV210", "RV220"},
                                        "RV130/140"};
 
 // Two region codes share the word "EY".
-constexpr WordTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "AA", "AG", "TW",
+constexpr NameTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "AA", "AG", "TW",
                                           "AS", "UC", "UA", "UB", "EZ", "EY", "EK", "EY", "AH"},
                                          "UN"};
 

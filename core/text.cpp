@@ -21,7 +21,7 @@ DecimalText::DecimalText(std::int64_t number, std::size_t width) {
   }
 }
 
-std::int64_t LongDecimalValue(const char* text) {
+std::int64_t ParseInt64(const char* text) {
   while (IsSpace(*text)) {
     ++text;
   }
@@ -46,8 +46,8 @@ std::int64_t LongDecimalValue(const char* text) {
   return value == INT64_MIN ? INT64_MAX : -value;
 }
 
-std::int32_t DecimalValue(const char* text) {
-  const std::int64_t value = LongDecimalValue(text);
+std::int32_t ParseInt32(const char* text) {
+  const std::int64_t value = ParseInt64(text);
   if (value < INT32_MIN) {
     return INT32_MIN;
   }

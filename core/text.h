@@ -34,10 +34,10 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// The number at the start of `text`: leading white space and one sign are accepted, the first
 /// character that is no digit ends it, no digits at all give 0. Numbers beyond 32 bits saturate,
 /// as they do on the 32-bit board.
-std::int32_t DecimalValue(const char* text);
+std::int32_t ParseInt32(const char* text);
 
-/// As `DecimalValue`, for numbers of up to 64 bits on every build.
-std::int64_t LongDecimalValue(const char* text);
+/// As `ParseInt32`, for numbers of up to 64 bits on every build.
+std::int64_t ParseInt64(const char* text);
 
 /// A number's decimal digits, with the sign of a negative one; filled up with zeros in front to
 /// `width` characters (at most 20), the sign included.
@@ -60,7 +60,7 @@ void CopyNumber(char (&to)[Size], std::int32_t number) {
 }
 
 /// Cuts a number to 16 bits, keeping the sign bit of those (70000 becomes 4464, 40000 -25536).
-constexpr std::int16_t LowWordSigned(std::int32_t number) {
+constexpr std::int16_t TruncateToInt16(std::int32_t number) {
   const auto word = static_cast<std::uint16_t>(number);
   return word < 0x8000 ? static_cast<std::int16_t>(word)
                        : static_cast<std::int16_t>(std::int32_t{word} - 0x10000);

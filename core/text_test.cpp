@@ -33,7 +33,7 @@ TEST(StartsWith, ComparesTheWholePrefix) {
   EXPECT_FALSE(StartsWith("", "server"));
 }
 
-TEST(DecimalValue, ReadsAsTheBoardDoes) {
+TEST(ParseInt32, ReadsAsTheBoardDoes) {
   const struct {
     const char* text;
     std::int32_t value;
@@ -60,22 +60,22 @@ TEST(DecimalValue, ReadsAsTheBoardDoes) {
       {"-99999999999999999999999999", -2147483647 - 1},
   };
   for (const auto& row : cases) {
-    EXPECT_EQ(DecimalValue(row.text), row.value) << "[" << row.text << "]";
+    EXPECT_EQ(ParseInt32(row.text), row.value) << "[" << row.text << "]";
   }
 }
 
-TEST(LowWordSigned, KeepsTheLow16BitsWithTheirSign) {
-  EXPECT_EQ(LowWordSigned(0), 0);
-  EXPECT_EQ(LowWordSigned(32767), 32767);
-  EXPECT_EQ(LowWordSigned(32768), -32768);
-  EXPECT_EQ(LowWordSigned(65535), -1);
-  EXPECT_EQ(LowWordSigned(65536), 0);
-  EXPECT_EQ(LowWordSigned(70000), 4464);
-  EXPECT_EQ(LowWordSigned(-1), -1);
-  EXPECT_EQ(LowWordSigned(-32769), 32767);
+TEST(TruncateToInt16, KeepsTheLow16BitsWithTheirSign) {
+  EXPECT_EQ(TruncateToInt16(0), 0);
+  EXPECT_EQ(TruncateToInt16(32767), 32767);
+  EXPECT_EQ(TruncateToInt16(32768), -32768);
+  EXPECT_EQ(TruncateToInt16(65535), -1);
+  EXPECT_EQ(TruncateToInt16(65536), 0);
+  EXPECT_EQ(TruncateToInt16(70000), 4464);
+  EXPECT_EQ(TruncateToInt16(-1), -1);
+  EXPECT_EQ(TruncateToInt16(-32769), 32767);
 }
 
-TEST(LongDecimalValue, Reads64Bits) {
+TEST(ParseInt64, Reads64Bits) {
   const struct {
     const char* text;
     std::int64_t value;
@@ -91,7 +91,7 @@ TEST(LongDecimalValue, Reads64Bits) {
       {"-9223372036854775809", INT64_MIN},
   };
   for (const auto& row : cases) {
-    EXPECT_EQ(LongDecimalValue(row.text), row.value) << "[" << row.text << "]";
+    EXPECT_EQ(ParseInt64(row.text), row.value) << "[" << row.text << "]";
   }
 }
 

@@ -25,7 +25,7 @@ int SetZoomCtrl::Parse(const char* params) {
   }
   const auto position = static_cast<std::uint16_t>(number);
   SetPayload({HighByte(position), LowByte(position)});
-  DLOG(2, "pos=%d position=%d", LowWordSigned(number), position);
+  DLOG(2, "pos=%d position=%d", TruncateToInt16(number), position);
   return 0;
 }
 

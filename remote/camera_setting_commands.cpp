@@ -3,8 +3,8 @@
 #include "core/bytes.h"
 #include "core/cmd/camera_settings.h"
 #include "core/dlog.h"
+#include "core/name_table.h"
 #include "core/text.h"
-#include "core/word_table.h"
 #include "remote/camera_settings.h"
 #include "status/camera_status_block.h"
 
@@ -30,7 +30,7 @@ const char* PositionForClients(const char* stored) {
 }
 
 // Clients compare these words as they are spelt.
-constexpr WordTable<3> kNtpStates = {{"Master", "Not Syncronized", "Syncronized"}, ""};
+constexpr NameTable<3> kNtpStates = {{"Master", "Not Syncronized", "Syncronized"}, ""};
 
 /// Changes the NTP settings file and traces it before and after.
 template <typename Change>
@@ -78,7 +78,7 @@ void GetNTPStatus::Output() {
   _NTP_SETTING setting;
   ReadNTPSetting(&setting);
   const camera_status::CameraStatusBlock block;
-  const std::int32_t tc_sync = DecimalValue(setting.tc_sync);
+  const std::int32_t tc_sync = ParseInt32(setting.tc_sync);
   DLOG(2, "##### GetNTPStatus ntp tc_sync %d %s", tc_sync, setting.tc_sync);
   JsonWriter& data = AddData();
   data.Text("Address", setting.address);
@@ -123,7 +123,7 @@ void GetIFBSettings::Output() {
   _IFB_SETTING setting;
   ReadIFBSetting(&setting);
   JsonWriter& data = AddData();
-  data.Text("Function", LowByte(DecimalValue(setting.ifb_function)) != 0 ? "Enable" : "Disable");
+  data.Text("Function", LowByte(ParseInt32(setting.ifb_function)) != 0 ? "Enable" : "Disable");
   data.Text("Address", setting.ifb_address);
   data.Bare("Port", setting.ifb_port);
   data.Text("Mountpoint", setting.ifb_mountpoint);

@@ -11,7 +11,7 @@ namespace {
 /// Two position bytes of a payload as the log has always shown them: the second one as the high
 /// byte, although the slider's position is sent the other way round. Service staff read it so.
 std::int16_t LoggedPosition(std::uint8_t first, std::uint8_t second) {
-  return LowWordSigned(second << 8 | first);
+  return TruncateToInt16(second << 8 | first);
 }
 
 std::uint8_t ZoomDirection(const char* word) {
@@ -61,7 +61,7 @@ int SetWebXYFieldEvent::Parse(const char* params) {
     return -1;
   }
   DLOG(2, "send param kind=%s(%d) position=%hd(x=%d,y=%d)", kind, kind_code,
-       LoggedPosition(x_byte, y_byte), LowWordSigned(x), LowWordSigned(y));
+       LoggedPosition(x_byte, y_byte), TruncateToInt16(x), TruncateToInt16(y));
   SetPayload({kind_code, x_byte, y_byte});
   return 0;
 }

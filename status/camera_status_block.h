@@ -12,59 +12,59 @@ constexpr std::size_t kBlockSize = 1024;
 
 // The fields. Only those that the handler reads are named; the firmware owns the layout.
 
-constexpr ByteField kIfbActive{19};    ///< non-zero: return audio is on
-constexpr ByteField kNtpState{46};     ///< 0 master, 1 not synchronised, 2 synchronised
-constexpr ByteField kFocusMode{52};    ///< face AF, AF, one-push MF, MF, face MF
-constexpr ByteField kStudioTally{53};  ///< 1 program, 2 preview, others off
+constexpr U8Field kIfbActive{19};    ///< non-zero: return audio is on
+constexpr U8Field kNtpState{46};     ///< 0 master, 1 not synchronised, 2 synchronised
+constexpr U8Field kFocusMode{52};    ///< face AF, AF, one-push MF, MF, face MF
+constexpr U8Field kStudioTally{53};  ///< 1 program, 2 preview, others off
 constexpr TextField kFocusLetter{54, 8};
-constexpr ByteField kFullauto{62};  ///< 0 off
-constexpr ByteField kIrisMode{63};  ///< manual, auto, auto with AE lock
+constexpr U8Field kFullauto{62};  ///< 0 off
+constexpr U8Field kIrisMode{63};  ///< manual, auto, auto with AE lock
 constexpr TextField kIrisLetter{64, 5};
-constexpr ByteField kGainMode{70};  ///< manual L, M, H, ALC, ALC with AE lock, low light
+constexpr U8Field kGainMode{70};  ///< manual L, M, H, ALC, ALC with AE lock, low light
 constexpr TextField kGainLetter{71, 5};
 constexpr TextField kGainLabelL{76, 4};
 constexpr TextField kGainLabelM{80, 4};
 constexpr TextField kGainLabelH{84, 4};
-constexpr ByteField kShutterMode{88};  ///< off, manual, EEI, EEI with AE lock, step, variable
+constexpr U8Field kShutterMode{88};  ///< off, manual, EEI, EEI with AE lock, step, variable
 constexpr TextField kShutterLetter{90, 8};
-constexpr ByteField kWhiteBalanceMode{98};  ///< preset, A, B, full auto, full auto with AE lock
+constexpr U8Field kWhiteBalanceMode{98};  ///< preset, A, B, full auto, full auto with AE lock
 constexpr TextField kWhiteBalanceLetter{100, 9};
-constexpr ByteField kDisplayHidden{110};         ///< 0: the on-screen display is shown
-constexpr ByteField kCameraControlAllowed{115};  ///< clients may use the camera control page
+constexpr U8Field kDisplayHidden{110};         ///< 0: the on-screen display is shown
+constexpr U8Field kCameraControlAllowed{115};  ///< clients may use the camera control page
 constexpr TextField kSerial{228, kBlockSize - 228};
 constexpr TextField kUserLabels[] = {{238, 20}, {258, 20}, {278, 20}, {298, 20},
                                      {318, 20}, {338, 20}, {358, 20}, {520, 20},
                                      {540, 20}, {560, 20}, {580, 20}};
-constexpr SignedWordField kWhitePaintRedScale{382};
-constexpr SignedWordField kWhitePaintBlueScale{384};
-constexpr SignedWordField kWhitePaintRedPosition{386};
-constexpr SignedWordField kWhitePaintBluePosition{388};
+constexpr S16Field kWhitePaintRedScale{382};
+constexpr S16Field kWhitePaintBlueScale{384};
+constexpr S16Field kWhitePaintRedPosition{386};
+constexpr S16Field kWhitePaintBluePosition{388};
 constexpr TextField kWhitePaintRedLetter{390, 10};
 constexpr TextField kWhitePaintBlueLetter{400, 10};
-constexpr ByteField kAeLevelMode{410};  ///< 1 on, 2 on with face detection, others off
+constexpr U8Field kAeLevelMode{410};  ///< 1 on, 2 on with face detection, others off
 constexpr TextField kAeLevelLetter{412, 4};
-constexpr ByteField kCharacterMixSdi{416};  ///< 0 off
-constexpr ByteField kCharacterMixHdmi{417};
-constexpr ByteField kCharacterMixVideo{418};
-constexpr ByteField kFtpPhase1{420};  ///< phase of the first FTP job
-constexpr ByteField kFtpPhase2{421};
-constexpr ByteField kFtpPercent{422};
-constexpr ByteField kFtpError{423};
-constexpr ByteField kFtpServer{424};         ///< 0 to 3: the first to the fourth server
-constexpr LongField kFtpRemainingTime{444};  ///< in seconds
-constexpr WordField kFtpTotalFiles{448};
-constexpr WordField kFtpCurrentFile{450};
-constexpr ByteField kFtpMessageType{452};  ///< of the key: 1 20 bytes, 2 16 bytes
+constexpr U8Field kCharacterMixSdi{416};  ///< 0 off
+constexpr U8Field kCharacterMixHdmi{417};
+constexpr U8Field kCharacterMixVideo{418};
+constexpr U8Field kFtpPhase1{420};  ///< phase of the first FTP job
+constexpr U8Field kFtpPhase2{421};
+constexpr U8Field kFtpPercent{422};
+constexpr U8Field kFtpError{423};
+constexpr U8Field kFtpServer{424};          ///< 0 to 3: the first to the fourth server
+constexpr U32Field kFtpRemainingTime{444};  ///< in seconds
+constexpr U16Field kFtpTotalFiles{448};
+constexpr U16Field kFtpCurrentFile{450};
+constexpr U8Field kFtpMessageType{452};    ///< of the key: 1 20 bytes, 2 16 bytes
 constexpr TextField kFtpMessage{452, 30};  ///< unless the first job asks for trust in a key
 constexpr BytesField kFtpKey{453, 20};     ///< the key that the first job asks about
 constexpr TextField kMasterBlackLetter{486, 5};
 constexpr TextField kDetailLetter{491, 5};
-constexpr ByteField kCloudLogin{504};  ///< idle, in progress, finished, failed
-constexpr ByteField kCloudEventList{505};
-constexpr ByteField kCloudStreamInfo{506};
-constexpr ByteField kCloudError{507};  ///< none, SSL, time-out, authorisation, server, URL, other
-constexpr ByteField kModel{516};
-constexpr ByteField kDestination{517};
+constexpr U8Field kCloudLogin{504};  ///< idle, in progress, finished, failed
+constexpr U8Field kCloudEventList{505};
+constexpr U8Field kCloudStreamInfo{506};
+constexpr U8Field kCloudError{507};  ///< none, SSL, time-out, authorisation, server, URL, other
+constexpr U8Field kModel{516};
+constexpr U8Field kDestination{517};
 constexpr TextField kLensReturnLabel{600, 20};
 constexpr TextField kWhiteBalanceLabelPreset{620, 10};
 constexpr TextField kWhiteBalanceLabelA{630, 10};

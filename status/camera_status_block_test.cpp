@@ -12,7 +12,7 @@ using namespace camera_status;
 
 TEST(CameraStatusBlock, ReadsEveryByteFieldAtItsOffset) {
   const struct {
-    ByteField field;
+    U8Field field;
     int offset;
   } cases[] = {
       {kIfbActive, 19},

@@ -3,24 +3,24 @@
 #include "core/cmd/status.h"
 #include "status/camera_status_block.h"
 #include "status/enable_table.h"
+#include "status/names.h"
 #include "status/status_reply.h"
-#include "status/words.h"
 
 namespace {
 
 using camera_status::CameraStatusBlock;
 
 /// Length of the longest report: one allocation serves every poll.
-constexpr std::size_t kLongestReport = 3454;
+constexpr std::size_t kMaxReport = 3454;
 
 void WriteOperation(JsonWriter& data, ByteView reply) {
   using namespace status_reply;
   char time_code[Command::kTimeCodeSize];
   Command::MakeTCString(reply[kTimeCode], time_code);
-  data.Text("Status", kRecordingWords[reply[kRecording]]);
-  data.Text("Mode", kCameraModeWords[reply[kCameraMode]]);
-  data.Text("RecMode", kRecordingModeWords[reply[kRecordingMode]]);
-  data.Text("ZoomStatus", kZoomWords[reply[kZooming]]);
+  data.Text("Status", kRecordingNames[reply[kRecording]]);
+  data.Text("Mode", kCameraModeNames[reply[kCameraMode]]);
+  data.Text("RecMode", kRecordingModeNames[reply[kRecordingMode]]);
+  data.Text("ZoomStatus", kZoomNames[reply[kZooming]]);
   data.QuotedNumber("ZoomPosition", reply[kZoomPosition]);
   data.Text("TC", time_code);
 }
@@ -29,8 +29,8 @@ void WriteSlot(JsonWriter& data, const char* key, const status_reply::SlotFields
                ByteView reply) {
   const std::uint16_t remain = reply[slot.remain];
   data.BeginObject(key);
-  data.Text("Status", kSlotWords[reply[slot.status]]);
-  data.Text("Protect", kProtectWords[reply[slot.protect]]);
+  data.Text("Status", kSlotNames[reply[slot.status]]);
+  data.Text("Protect", kProtectNames[reply[slot.protect]]);
   data.QuotedNumber("Remain", remain == status_reply::kRemainUnknown ? -1 : remain);
   data.Number("ClipNum", reply[slot.clip_count]);
   data.Number("RemainWarn", reply[slot.remain_warning]);
@@ -40,7 +40,7 @@ void WriteSlot(JsonWriter& data, const char* key, const status_reply::SlotFields
 void WriteBattery(JsonWriter& data, ByteView reply) {
   using namespace status_reply;
   data.BeginObject("Battery");
-  data.Text("Info", kBatteryWords[reply[kBatteryInfo]]);
+  data.Text("Info", kBatteryNames[reply[kBatteryInfo]]);
   data.QuotedNumber("Level", reply[kBatteryLevel]);
   data.QuotedNumber("Value", reply[kBatteryValue]);
   data.EndObject();
@@ -59,9 +59,9 @@ void WriteAllowedPages(JsonWriter& data, ByteView reply, const CameraStatusBlock
 
 void WriteNetwork(JsonWriter& data, ByteView reply) {
   using namespace status_reply;
-  data.Text("NetAdaptorStatus", kNetAdaptorStatusWords[reply[kNetAdaptor]]);
-  data.Text("NetAdaptorType", kNetAdaptorTypeWords[reply[kNetAdaptor]]);
-  data.Text("WebAccess", kSwitchWords[reply[kWebAccess]]);
+  data.Text("NetAdaptorStatus", kNetAdaptorStatusNames[reply[kNetAdaptor]]);
+  data.Text("NetAdaptorType", kNetAdaptorTypeNames[reply[kNetAdaptor]]);
+  data.Text("WebAccess", kSwitchNames[reply[kWebAccess]]);
 }
 
 /// How the key that an FTP server shows is printed: blanks let the page wrap a long one.
@@ -107,7 +107,7 @@ void WriteFtp(JsonWriter& data, const CameraStatusBlock& block) {
   data.Text("Phase2", GetFtpPhase(block[kFtpPhase2]));
   data.Number("Percent", block[kFtpPercent]);
   data.Number("Err", block[kFtpError]);
-  data.Text("Server", kFtpServerWords[block[kFtpServer]]);
+  data.Text("Server", kFtpServerNames[block[kFtpServer]]);
   // The camera counts files, not bytes.
   data.Number("TotalSize", 0);
   data.Number("NowSize", 0);
@@ -180,7 +180,7 @@ void WriteLetter(JsonWriter& data, const char* key, std::string_view letter) {
 void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
   using namespace camera_status;
   data.BeginObject("Whb");
-  data.Text("Status", kWhiteBalanceWords[block[kWhiteBalanceMode]]);
+  data.Text("Status", kWhiteBalanceNames[block[kWhiteBalanceMode]]);
   data.Text("Letter", block[kWhiteBalanceLetter]);
   data.Number("WhPaintRScale", block[kWhitePaintRedScale]);
   data.Number("WhPaintBScale", block[kWhitePaintBlueScale]);
@@ -193,34 +193,34 @@ void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
 
 void WritePicture(JsonWriter& data, const CameraStatusBlock& block) {
   using namespace camera_status;
-  data.Text("Fullauto", kSwitchWords[block[kFullauto]]);
-  WriteSetting(data, "Iris", kIrisWords[block[kIrisMode]], block[kIrisLetter]);
-  WriteSetting(data, "Gain", kGainWords[block[kGainMode]], block[kGainLetter]);
-  WriteSetting(data, "AeLevel", kAeLevelWords[block[kAeLevelMode]], block[kAeLevelLetter]);
-  WriteSetting(data, "Shutter", kShutterWords[block[kShutterMode]], block[kShutterLetter]);
+  data.Text("Fullauto", kSwitchNames[block[kFullauto]]);
+  WriteSetting(data, "Iris", kIrisNames[block[kIrisMode]], block[kIrisLetter]);
+  WriteSetting(data, "Gain", kGainNames[block[kGainMode]], block[kGainLetter]);
+  WriteSetting(data, "AeLevel", kAeLevelNames[block[kAeLevelMode]], block[kAeLevelLetter]);
+  WriteSetting(data, "Shutter", kShutterNames[block[kShutterMode]], block[kShutterLetter]);
   WriteWhiteBalance(data, block);
-  WriteSetting(data, "Focus", kFocusWords[block[kFocusMode]], block[kFocusLetter]);
+  WriteSetting(data, "Focus", kFocusNames[block[kFocusMode]], block[kFocusLetter]);
   WriteLetter(data, "MasterBlack", block[kMasterBlackLetter]);
   WriteLetter(data, "Detail", block[kDetailLetter]);
 }
 
 void WriteDisplays(JsonWriter& data, const CameraStatusBlock& block) {
   using namespace camera_status;
-  data.Text("Disptv", kDisplayWords[block[kDisplayHidden]]);
+  data.Text("Disptv", kDisplayNames[block[kDisplayHidden]]);
   data.BeginObject("CharMix");
-  data.Text("Sdi", kSwitchWords[block[kCharacterMixSdi]]);
-  data.Text("Hdmi", kSwitchWords[block[kCharacterMixHdmi]]);
-  data.Text("Video", kSwitchWords[block[kCharacterMixVideo]]);
+  data.Text("Sdi", kSwitchNames[block[kCharacterMixSdi]]);
+  data.Text("Hdmi", kSwitchNames[block[kCharacterMixHdmi]]);
+  data.Text("Video", kSwitchNames[block[kCharacterMixVideo]]);
   data.EndObject();
 }
 
 void WriteCloudStreaming(JsonWriter& data, const CameraStatusBlock& block) {
   using namespace camera_status;
   data.BeginObject("CloudStreaming");
-  data.Text("LoginStatus", kCloudStateWords[block[kCloudLogin]]);
-  data.Text("GetEventListStatus", kCloudStateWords[block[kCloudEventList]]);
-  data.Text("GetStreamInfoStatus", kCloudStateWords[block[kCloudStreamInfo]]);
-  data.Text("Error", kCloudErrorWords[block[kCloudError]]);
+  data.Text("LoginStatus", kCloudStateNames[block[kCloudLogin]]);
+  data.Text("GetEventListStatus", kCloudStateNames[block[kCloudEventList]]);
+  data.Text("GetStreamInfoStatus", kCloudStateNames[block[kCloudStreamInfo]]);
+  data.Text("Error", kCloudErrorNames[block[kCloudError]]);
   data.EndObject();
 }
 
@@ -230,12 +230,12 @@ void GetCamStatus::Output() {
   const CameraStatusBlock block;
   const ByteView reply = Reply();
   JsonWriter& data = AddData();
-  data.Reserve(kLongestReport);
+  data.Reserve(kMaxReport);
   WriteOperation(data, reply);
   WriteSlot(data, "SlotA", status_reply::kSlotA, reply);
   WriteSlot(data, "SlotB", status_reply::kSlotB, reply);
   WriteBattery(data, reply);
-  data.Text("AspectRatio", kAspectRatioWords[reply[status_reply::kAspectRatio]]);
+  data.Text("AspectRatio", kAspectRatioNames[reply[status_reply::kAspectRatio]]);
   WriteAllowedPages(data, reply, block);
   WriteNetwork(data, reply);
   data.Number("ZoomDisplayValue", reply[status_reply::kZoomDisplayValue]);

@@ -30,7 +30,7 @@ BlockKey NextKey(const char* text) {
     text += std::strlen(kKeyStart);
     const std::size_t digits = std::strspn(text, "0123456789");
     const bool is_number = digits == 1 || (digits > 1 && text[0] != '0');
-    const std::int64_t block = is_number ? LongDecimalValue(text) : -1;
+    const std::int64_t block = is_number ? ParseInt64(text) : -1;
     text += digits;
     if (block >= 0 && block < std::int64_t{kClipBlockCount} && StartsWith(text, kKeyEnd)) {
       return {static_cast<std::size_t>(block), text + std::strlen(kKeyEnd)};
@@ -106,7 +106,7 @@ int WebFtpOperateResponse::Parse(const char* params) {
   if (!ReadParameter(params, "Response", text)) {
     return -1;
   }
-  const std::int32_t response = DecimalValue(text);
+  const std::int32_t response = ParseInt32(text);
   DLOG(2, "send param response=%s(%d)", text, response);
   SetPayload({LowByte(static_cast<std::uint32_t>(response)), 0});
   return 0;
@@ -140,7 +140,7 @@ void SetClipUploadBitmap(const char* params, std::uint32_t (&out)[kClipBlockCoun
     if (last.HasBlock(block, rest)) {
       rest = ValueOf(block, rest);
       if (last.HasEnd(rest)) {
-        out[block] = BigEndianWord(static_cast<std::uint32_t>(LongDecimalValue(rest)));
+        out[block] = ToBigEndian32(static_cast<std::uint32_t>(ParseInt64(rest)));
       }
     } else {
       out[block] = 0;

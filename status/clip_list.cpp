@@ -5,7 +5,7 @@
 #include "core/parameters.h"
 #include "core/text.h"
 #include "status/clip_record.h"
-#include "status/words.h"
+#include "status/names.h"
 
 namespace {
 
@@ -53,8 +53,8 @@ int GetClipInfo::Parse(const char* params) {
     return -1;
   }
   slot_ = slot[0] == 'A' ? 0 : 1;
-  start_index_ = LowWordSigned(start_index);
-  clip_count_ = LowWordSigned(clip_count);
+  start_index_ = TruncateToInt16(start_index);
+  clip_count_ = TruncateToInt16(clip_count);
   if (start_index_ < 1) {
     return -2;
   }
@@ -101,9 +101,9 @@ void GetClipInfo::WriteClip(JsonWriter& data, const ClipRecord& record) {
   data.Text("Name", clip[kName]);
   WriteTimeCodes(data, clip);
   WriteDateTime(data, clip);
-  data.Text("OKMark", kOkMarkWords[clip[kOkMark]]);
+  data.Text("OKMark", kOkMarkNames[clip[kOkMark]]);
   // Clients know the aspect ratio by this misspelled key.
-  data.Text("AspectRaotp", kClipAspectRatioWords[clip[kAspectRatio]]);
-  data.Text("Edit", kClipEditWords[clip[kEditLock]]);
+  data.Text("AspectRaotp", kClipAspectRatioNames[clip[kAspectRatio]]);
+  data.Text("Edit", kClipEditNames[clip[kEditLock]]);
   data.EndObject();
 }

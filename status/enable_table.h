@@ -9,7 +9,7 @@ namespace camera_status {
 /// One control's flag.
 struct EnableFlag {
   const char* key;  ///< as the status report names the control
-  ByteField flag;
+  U8Field flag;
 };
 
 /// The flags of one group of controls, in the order in which they are reported.

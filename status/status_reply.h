@@ -5,34 +5,34 @@
 
 namespace status_reply {
 
-constexpr ByteField kRecording{2};
-constexpr ByteField kCameraMode{3};
-constexpr ByteField kRecordingMode{4};
-constexpr ByteField kZooming{5};  ///< 0 idle
-constexpr WordField kZoomPosition{6};
-constexpr LongField kTimeCode{8};  ///< packed BCD
-constexpr ByteField kBatteryInfo{24};
-constexpr ByteField kBatteryLevel{25};
-constexpr WordField kBatteryValue{26};
-constexpr ByteField kAspectRatio{28};  ///< 1: 4:3
-constexpr SignedByteField kPlanningMetadataAllowed{29};
-constexpr SignedByteField kEditMetadataAllowed{30};
-constexpr SignedByteField kViewRemoteAllowed{31};
-constexpr SignedByteField kSettingAllowed{32};
-constexpr ByteField kNetAdaptor{33};
-constexpr ByteField kWebAccess{34};  ///< 0 off
-constexpr SignedByteField kZoomDisplayValue{35};
+constexpr U8Field kRecording{2};
+constexpr U8Field kCameraMode{3};
+constexpr U8Field kRecordingMode{4};
+constexpr U8Field kZooming{5};  ///< 0 idle
+constexpr U16Field kZoomPosition{6};
+constexpr U32Field kTimeCode{8};  ///< packed BCD
+constexpr U8Field kBatteryInfo{24};
+constexpr U8Field kBatteryLevel{25};
+constexpr U16Field kBatteryValue{26};
+constexpr U8Field kAspectRatio{28};  ///< 1: 4:3
+constexpr S8Field kPlanningMetadataAllowed{29};
+constexpr S8Field kEditMetadataAllowed{30};
+constexpr S8Field kViewRemoteAllowed{31};
+constexpr S8Field kSettingAllowed{32};
+constexpr U8Field kNetAdaptor{33};
+constexpr U8Field kWebAccess{34};  ///< 0 off
+constexpr S8Field kZoomDisplayValue{35};
 
 /// A reply that has all of them.
 constexpr std::size_t kSize = 38;
 
 /// What the reply tells of one card slot.
 struct SlotFields {
-  ByteField status;
-  ByteField protect;  ///< 0 unlocked
-  WordField remain;   ///< recording time; `kRemainUnknown` when the camera cannot tell
-  WordField clip_count;
-  SignedByteField remain_warning;
+  U8Field status;
+  U8Field protect;  ///< 0 unlocked
+  U16Field remain;  ///< recording time; `kRemainUnknown` when the camera cannot tell
+  U16Field clip_count;
+  S8Field remain_warning;
 };
 
 constexpr SlotFields kSlotA{{12}, {13}, {14}, {16}, {36}};

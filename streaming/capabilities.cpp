@@ -38,7 +38,7 @@ bool ReadRecordingFormat(std::int32_t& format) {
   }
   _STREAMING_SETTING setting;
   ReadStreamingSetting(&setting);
-  format = DecimalValue(setting.rfresolution);
+  format = ParseInt32(setting.rfresolution);
   return IsIndex(format, kRecordingFormats);
 }
 

@@ -194,7 +194,7 @@ void GetStreamingServerSettings::Output() {
   const StreamingServerPath path(server_no_);
   _STREAMING_SERVER_SETTING server;
   ReadStreamingServerSetting(path.Text(), &server);
-  const std::int32_t type = DecimalValue(server.type);
+  const std::int32_t type = ParseInt32(server.type);
   JsonWriter& data = AddData();
   if (type >= 0 && static_cast<std::size_t>(type) < std::size(kReports)) {
     data.Text("Alias", server.str_alias);

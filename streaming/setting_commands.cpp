@@ -26,7 +26,7 @@ std::int32_t WithBitrate(const _STREAMING_SETTING& setting, std::optional<std::i
   if (!code) {
     return 0;
   }
-  const StreamingQuality old(DecimalValue(setting.quality));
+  const StreamingQuality old(ParseInt32(setting.quality));
   return StreamingQuality(*code, old.framerate).Value();
 }
 
@@ -35,7 +35,7 @@ std::int32_t WithFramerate(const _STREAMING_SETTING& setting, std::optional<std:
   if (!index) {
     return 0;
   }
-  const StreamingQuality old(DecimalValue(setting.quality));
+  const StreamingQuality old(ParseInt32(setting.quality));
   return StreamingQuality(old.bitrate_code, *index).Value();
 }
 
@@ -69,9 +69,9 @@ void GetStreamingSettings::Output() {
   DLOG(2, "##### GetStreamingSettings %s", "Output()");
   _STREAMING_SETTING setting;
   ReadStreamingSetting(&setting);
-  const StreamingQuality quality(DecimalValue(setting.quality));
+  const StreamingQuality quality(ParseInt32(setting.quality));
   JsonWriter& data = AddData();
-  data.Text("Resolution", NameAt(resolution_table, DecimalValue(setting.resolution)));
+  data.Text("Resolution", NameAt(resolution_table, ParseInt32(setting.resolution)));
   data.Text("Framerate", NameAt(framerate_table, quality.framerate));
   data.Text("Bitrate", NameAt(bitrate_table, IndexOfBitrateCode(quality.bitrate_code)));
   Command::Output();

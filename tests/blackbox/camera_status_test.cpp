@@ -93,7 +93,7 @@ constexpr char kFullReport[] =
     R"("GetStreamInfoStatus":"Failed","Error":"Authorization"})";
 
 // Every text at its full width and every number and word at its longest.
-constexpr char kLongestReport[] =
+constexpr char kMaxReport[] =
     R"("Status":"RecPause","Mode":"EditMetadata","RecMode":"Interval","ZoomStatus":"Idol",)"
     R"("ZoomPosition":"65535","TC":"3f:7f:7f.7f","SlotA":{"Status":"NoSelectRec",)"
     R"("Protect":"Unlock","Remain":"65534","ClipNum":65535,"RemainWarn":-128},)"
@@ -232,7 +232,7 @@ TEST_F(CameraStatusTest, GoesOutWholeAtItsLongest) {
   const Outcome outcome =
       Poll(Bytes({1, 0, 4, 5, 4, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}) + slot + slot +
            Bytes({1, 255, 0xFF, 0xFF, 0, 0x80, 0x80, 0x80, 0x80, 5, 0, 0x80, 0x80, 0x80}));
-  EXPECT_THAT(outcome, Replied(DataJson("GetCamStatus", kLongestReport, "RequestedError")));
+  EXPECT_THAT(outcome, Replied(DataJson("GetCamStatus", kMaxReport, "RequestedError")));
   EXPECT_THAT(outcome.output, testing::HasSubstr("\nContent-Length:3531\n\n"));
 }
 

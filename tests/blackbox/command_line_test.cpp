@@ -1,4 +1,4 @@
-// The test mode: canned requests from the command line.
+// Canned requests from the command line.
 #include <cstddef>
 #include <string>
 #include <vector>

@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "core/command_line.h"
 #include "core/dlog.h"
-#include "core/test_mode.h"
 #include "fuzz/fuzzing.h"
 
 namespace {
@@ -41,7 +41,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   int status = 0;
   bool ended_early = false;
   try {
-    status = RunTestMode(static_cast<int>(arguments.size() + 1), texts.data());
+    status = RunCommandLine(static_cast<int>(arguments.size() + 1), texts.data());
   } catch (const fuzz::Exited& exited) {
     status = exited.status;
     ended_early = true;

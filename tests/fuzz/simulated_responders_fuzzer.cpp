@@ -18,7 +18,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                          world.input.size());
   const std::vector<std::string> arguments = fuzz::Values(lines, scenario::kArgument);
   const auto position =
-      static_cast<std::int16_t>(arguments.empty() ? 0 : DecimalValue(arguments.front().c_str()));
+      static_cast<std::int16_t>(arguments.empty() ? 0 : ParseInt32(arguments.front().c_str()));
 
   std::uint8_t status[status_reply::kSize];
   Dummy_GetCamStatus(status);

@@ -1,10 +1,10 @@
-#include "status/words.h"
+#include "status/names.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-TEST(GetStrStudioTally, HasAWordForEveryState) {
+TEST(GetStrStudioTally, HasANameForEveryState) {
   EXPECT_STREQ(GetStrStudioTally(0), "Off");
   EXPECT_STREQ(GetStrStudioTally(1), "Program");
   EXPECT_STREQ(GetStrStudioTally(2), "Preview");
@@ -12,7 +12,7 @@ TEST(GetStrStudioTally, HasAWordForEveryState) {
   EXPECT_STREQ(GetStrStudioTally(255), "Off");
 }
 
-TEST(GetFtpPhase, HasAWordForEveryPhase) {
+TEST(GetFtpPhase, HasANameForEveryPhase) {
   const struct {
     int phase;
     const char* word;

@@ -1,19 +1,19 @@
-#include "core/word_table.h"
+#include "core/name_table.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-TEST(WordTable, HasAWordForEveryCode) {
-  constexpr WordTable<2> kTable = {{"zero", "one"}, "other"};
+TEST(NameTable, HasANameForEveryCode) {
+  constexpr NameTable<2> kTable = {{"zero", "one"}, "other"};
   EXPECT_STREQ(kTable[0], "zero");
   EXPECT_STREQ(kTable[1], "one");
   EXPECT_STREQ(kTable[2], "other");
   EXPECT_STREQ(kTable[255], "other");
 }
 
-TEST(WordTable, HasTheOtherWordForCodesThatAreNoByte) {
-  constexpr WordTable<2> kTable = {{"zero", "one"}, "other"};
+TEST(NameTable, HasTheCatchAllNameForCodesBeyondAByte) {
+  constexpr NameTable<2> kTable = {{"zero", "one"}, "other"};
   EXPECT_STREQ(kTable[-1], "other");
   EXPECT_STREQ(kTable[256], "other");
   EXPECT_STREQ(kTable[-2147483647 - 1], "other");

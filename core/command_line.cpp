@@ -1,4 +1,4 @@
-#include "core/test_mode.h"
+#include "core/command_line.h"
 
 #include <cstring>
 #include <initializer_list>
@@ -55,7 +55,7 @@ constexpr int kXYField = 19;
 
 constexpr int kWholeRequest = 100;
 /// A whole request is cut to this length.
-constexpr std::size_t kLongestRequest = 4999;
+constexpr std::size_t kMaxRequest = 4999;
 
 /// What stands behind the program's name on the command line.
 class Arguments {
@@ -70,7 +70,7 @@ class Arguments {
   }
   /// 0 when there is no such argument.
   [[nodiscard]] std::int32_t Number(std::size_t index) const {
-    return index < count_ ? DecimalValue(texts_[index]) : 0;
+    return index < count_ ? ParseInt32(texts_[index]) : 0;
   }
 
  private:
@@ -183,7 +183,7 @@ void BuildClipMark(const Arguments& arguments, TextBuilder& request) {
 
 void BuildWholeRequest(const Arguments& arguments, TextBuilder& request) {
   if (const char* const text = arguments.Text(1)) {
-    request.Append({text, strnlen(text, kLongestRequest)});
+    request.Append({text, strnlen(text, kMaxRequest)});
   }
 }
 
@@ -229,7 +229,7 @@ void ReadCommandName(const char* request, char (&name)[Size]) {
 
 }  // namespace
 
-int RunTestMode(int argc, const char* const* argv) {
+int RunCommandLine(int argc, const char* const* argv) {
   const Arguments arguments(argc, argv);
   const std::int32_t number = arguments.Number(0);
   if (!HasCannedRequest(number) && number != kWholeRequest && !IsReserved(number)) {

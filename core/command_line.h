@@ -20,8 +20,8 @@ extern std::uint8_t g_bCmdLine;
 ///
 /// The first argument, which there has to be, is the number of a canned request, or 100 for a whole
 /// request as the second one; docs/command-line.md lists what the others mean. Numbers are read as
-/// `DecimalValue` reads them. A request that could not be built stays empty and so ends as an
+/// `ParseInt32` reads them. A request that could not be built stays empty and so ends as an
 /// unknown command. A number that means nothing is refused on standard error, and nothing is
 /// logged.
 /// @return the exit status of the program
-int RunTestMode(int argc, const char* const* argv);
+int RunCommandLine(int argc, const char* const* argv);
