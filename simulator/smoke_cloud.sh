@@ -41,8 +41,8 @@ smoke_cloud() {
 
 # expect_cloud_status DESCRIPTION MEMBERS: waits for the step in progress to end.
 expect_cloud_status() {
-  local attempt status
-  for attempt in {1..50}; do
+  local status
+  for _ in {1..50}; do
     status=$(post "$(request GetCamStatus)")
     status=${status##*\"CloudStreaming\":\{}
     status=${status%%\}*}
