@@ -62,7 +62,8 @@ if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel|)$" AND NOT CAMERA_SANITIZE)
   check_cxx_source_compiles("int main() { return 0; }" CAMERA_HAVE_STATIC_PIE)
   if(CAMERA_HAVE_STATIC_PIE)
     # Packed relocations start faster, but older start files do not apply them.
-    set(CMAKE_REQUIRED_LINK_OPTIONS -static-pie -Wl,-z,pack-relative-relocs)
+    set(CMAKE_REQUIRED_LINK_OPTIONS
+        -static-pie -Wl,--fatal-warnings -Wl,-z,pack-relative-relocs)
     check_cxx_source_runs("
       int one = 1;
       int* volatile pointers[] = {&one, &one};

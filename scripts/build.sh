@@ -30,7 +30,8 @@ build_packages() {
   echo cmake make
   case $1 in
     arm) echo g++-arm-linux-gnueabihf qemu-user-static ;;
-    small) echo g++ musl-tools ;;
+    small) echo g++ musl-dev ;;
+    arm-small) echo g++-arm-linux-gnueabihf qemu-user-static ;; # its toolchain file fetches musl
     fuzz) echo clang libclang-rt-dev ;;
     *) echo g++ ;;
   esac

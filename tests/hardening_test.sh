@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
-# Checks how a binary that ships was linked: hardening_test.sh BINARY HAS_STATIC_PIE
+# Checks how a binary that ships was linked:
+#
+#   hardening_test.sh BINARY position-independent|fixed-address
+#
 # It is one static, hardened executable, without anything of the C++ library's compiled part.
 set -euo pipefail
 binary=$1
-has_static_pie=$2
+address=$2
 failures=0
 
 expect() {
   local description=$1
   shift
   if ! "$@"; then
-    echo "not so: $description"
+    echo "$binary: not so: $description"
     failures=$((failures + 1))
   fi
 }
@@ -28,11 +31,13 @@ expect "no shared libraries" lacks 'NEEDED' "$dynamic"
 expect "relocations are made read-only" holds 'GNU_RELRO' "$segments"
 expect "the stack is not executable" holds 'GNU_STACK.* RW +0x' "$segments"
 expect "no segment is writable and executable" lacks ' RWE ' "$segments"
-if [[ $has_static_pie == 1 ]]; then
+expect "no search path for shared libraries" lacks 'RPATH|RUNPATH' "$dynamic"
+expect "no relocations in the code" lacks 'TEXTREL' "$dynamic"
+if [[ $address == position-independent ]]; then
   expect "position independent" holds 'Type: +DYN' "$header"
   expect "everything is bound at the start" holds 'BIND_NOW' "$dynamic"
 else
-  expect "nothing is left to be bound" holds 'no dynamic section' "$dynamic"
+  expect "nothing is bound at run time" holds 'no dynamic section' "$dynamic"
 fi
 expect "the stack is protected" holds ' __stack_chk_fail$' "$symbols"
 

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# fetch_debian.sh ARCHITECTURE FOLDER PACKAGE...: downloads Debian packages of another architecture
+# and unpacks them below FOLDER. Nothing is installed: apt works on a private state folder, so the
+# machine's own architectures and package lists stay as they are. Needs no root.
+set -euo pipefail
+
+if (($# < 3)); then
+  echo "usage: $0 ARCHITECTURE FOLDER PACKAGE..." >&2
+  exit 2
+fi
+architecture=$1
+mkdir -p "$2"
+folder=$(cd "$2" && pwd)
+shift 2
+
+state=$folder/apt
+mkdir -p "$state/lists/partial" "$state/archives/partial"
+: >"$state/status"
+options=(
+  --quiet=2
+  -o "APT::Architecture=$architecture" -o "APT::Architectures::=$architecture"
+  -o "Dir::State=$state" -o "Dir::State::lists=$state/lists" -o "Dir::State::status=$state/status"
+  -o "Dir::Cache=$state" -o "Dir::Cache::archives=$state/archives"
+  -o APT::Sandbox::User= # root's apt would otherwise drop to a user who cannot write here
+)
+# An index that is being renewed at the source does not matter unless a package is missing below.
+apt-get "${options[@]}" update || echo "fetch_debian.sh: some package lists could not be fetched" >&2
+cd "$state/archives"
+apt-get "${options[@]}" download "$@"
+for package in *.deb; do
+  dpkg-deb --extract "$package" "$folder"
+  rm "$package"
+done
