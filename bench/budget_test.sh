@@ -19,8 +19,8 @@ hold() {
   fi
 }
 
-hold HeartbeatConfirmation 18200 24
-hold GetCamStatus 61400 38
-hold SetStreamingBitrate 25100 43
+hold HeartbeatConfirmation 18200 25
+hold GetCamStatus 61400 39
+hold SetStreamingBitrate 26400 45
 
 exit $((failures > 0))

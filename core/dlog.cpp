@@ -36,7 +36,8 @@ int PriorityOfLevel(int level) {
 }  // namespace
 
 int INIT_DLOG() {
-  LineReader<kThresholdLineSize> lines(kThresholdPath);
+  const os::Descriptor file = os::OpenForReading(kThresholdPath);
+  LineReader<kThresholdLineSize> lines(file);
   while (const char* line = lines.Next()) {
     const char* const value = StartsWith(line, "cmd") ? std::strchr(line, '=') : nullptr;
     const std::int32_t limit = value != nullptr ? ParseInt32(value + 1) : 0;

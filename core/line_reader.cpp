@@ -5,8 +5,9 @@
 bool LinePieces::Refill() {
   next_ = 0;
   filled_ = 0;
-  if (!failed_) {
+  if (!failed_ && length_ < os::kLongestFile) {
     failed_ = !os::Read(file_, block_, sizeof block_, filled_);
+    length_ += filled_;
   }
   return filled_ > 0;
 }

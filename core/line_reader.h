@@ -10,10 +10,9 @@
 /// does not depend on the size of the pieces.
 class LinePieces {
  public:
-  explicit LinePieces(const char* path)
-      : file_(os::OpenForReading(path)), failed_(!file_.IsOpen()) {}
+  explicit LinePieces(const os::Descriptor& file) : file_(file), failed_(!file.IsOpen()) {}
 
-  /// Whether the file could not be opened, or not be read to its end.
+  /// Whether the file could not be opened, or not be read.
   [[nodiscard]] bool Failed() const { return failed_; }
 
   /// Fills `piece` with the next line, its line feed included, or with the first `size - 1` bytes
@@ -24,19 +23,21 @@ class LinePieces {
  private:
   bool Refill();
 
-  os::Descriptor file_;
+  const os::Descriptor& file_;
   bool failed_;
+  std::size_t length_ = 0;
   std::size_t next_ = 0;
   std::size_t filled_ = 0;
   char block_[1024];
 };
 
-/// Reads a text file in lines of at most `Size - 1` characters. A file that does not exist, that
-/// may not be read or that is a folder has no lines.
+/// Reads a text file in lines of at most `Size - 1` characters, no more than `os::kLongestFile` of
+/// it. A file that does not exist, that may not be read or that is a folder has no lines.
 template <std::size_t Size>
 class LineReader {
  public:
-  explicit LineReader(const char* path) : pieces_(path) {}
+  /// @param file  has to outlive the reader; not open when there is no such file
+  explicit LineReader(const os::Descriptor& file) : pieces_(file) {}
 
   /// The next line, or null after the last one; valid until the next call.
   const char* Next() { return pieces_.Next(line_, Size) ? line_ : nullptr; }

@@ -14,7 +14,8 @@ constexpr char kPath[] = "/var/tmp/lighttpd/lines";
 template <std::size_t Size>
 std::vector<std::string> Lines(const std::string& contents) {
   harness::WriteFile(kPath, contents);
-  LineReader<Size> reader(kPath);
+  const os::Descriptor file = os::OpenForReading(kPath);
+  LineReader<Size> reader(file);
   std::vector<std::string> lines;
   while (const char* line = reader.Next()) {
     lines.emplace_back(line);
@@ -48,10 +49,12 @@ TEST(LineReader, ReadsFilesOfAnyLength) {
 }
 
 TEST(LineReader, FindsNoLinesWhereThereIsNoReadableFile) {
-  LineReader<256> missing("/var/tmp/lighttpd/missing");
-  EXPECT_EQ(missing.Next(), nullptr);
-  LineReader<256> folder("/var/tmp/lighttpd");
-  EXPECT_EQ(folder.Next(), nullptr);
+  for (const char* const path : {"/var/tmp/lighttpd/missing", "/var/tmp/lighttpd"}) {
+    const os::Descriptor file = os::OpenForReading(path);
+    LineReader<256> reader(file);
+    EXPECT_EQ(reader.Next(), nullptr);
+    EXPECT_TRUE(reader.Failed());
+  }
   EXPECT_EQ(Lines<256>(""), Texts{});
 }
 

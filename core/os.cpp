@@ -4,11 +4,15 @@
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/time.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -43,14 +47,73 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   return true;
 }
 
-/// Written over first and cut to its new length then, a file that is there is never empty for those
-/// who read it at that moment, and keeps what it holds when there is no room.
-bool WriteOver(int file, std::string_view contents) {
-  if (!WriteAll(file, contents.data(), contents.size())) {
-    return false;
+iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
+
+/// Up to 4 KiB of empty lines, which nobody who reads a settings file looks at.
+class EmptyLines {
+ public:
+  explicit EmptyLines(std::size_t length) : length_(std::min(length, sizeof text_)) {
+    std::memset(text_, '\n', length_);
   }
-  Uninterrupted([&] { return ftruncate(file, static_cast<off_t>(contents.size())); });
+
+  [[nodiscard]] std::string_view View() const { return {text_, length_}; }
+
+ private:
+  char text_[4096];
+  std::size_t length_;
+};
+
+void SetLength(int file, std::size_t length) {
+  Uninterrupted([&] { return ftruncate(file, static_cast<off_t>(length)); });
+}
+
+/// Appends empty lines. Without room for all of them the file keeps its length.
+bool Lengthen(int file, std::size_t length, std::size_t new_length) {
+  const EmptyLines empty(new_length - length);
+  for (std::size_t end = length; end < new_length;) {
+    const std::string_view lines = empty.View().substr(0, new_length - end);
+    const ssize_t written = Uninterrupted(
+        [&] { return pwrite(file, lines.data(), lines.size(), static_cast<off_t>(end)); });
+    if (written <= 0) {
+      SetLength(file, length);
+      return false;
+    }
+    end += static_cast<std::size_t>(written);
+  }
   return true;
+}
+
+/// Writes over the beginning of a file, and empty lines over what follows: both in one write unless
+/// the system takes only a part of them.
+bool WriteOver(int file, std::string_view contents, std::size_t rest) {
+  const EmptyLines empty(rest);
+  for (std::size_t done = 0; done < contents.size();) {
+    const iovec pieces[] = {Piece(contents.substr(done)), Piece(empty.View())};
+    const ssize_t written =
+        Uninterrupted([&] { return pwritev(file, pieces, 2, static_cast<off_t>(done)); });
+    if (written <= 0) {
+      return false;
+    }
+    done += static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
+
+/// A new file without a name, on the disk that holds `path`.
+int OpenUnnamed(const char* path) {
+  char folder[256];
+  const std::string_view whole(path);
+  CopyText(folder, whole.substr(0, whole.rfind('/')));
+  return open(folder, O_WRONLY | O_TMPFILE | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
+}
+
+/// @return false when there is something with that name, or the system cannot name an open file
+bool Name(const Descriptor& file, const char* path) {
+  char link[32];
+  std::snprintf(link, sizeof link, "/proc/self/fd/%d", file.Number());
+  return linkat(AT_FDCWD, link, AT_FDCWD, path, AT_SYMLINK_FOLLOW) == 0;
 }
 
 bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& count) {
@@ -61,6 +124,9 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
 
 /// A named pipe in place of a file keeps nobody waiting for its other end.
 constexpr int kWithoutWaiting = O_NONBLOCK | O_CLOEXEC;
+
+/// How long this process will still wait for another one that has the lock.
+std::int64_t lock_patience_ms = 1000;
 
 int log_socket = -1;
 /// How long this process will still wait for a log daemon that does not keep up.
@@ -112,8 +178,6 @@ bool SendToLog(const msghdr& message) {
   return false;
 }
 
-iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
-
 }  // namespace
 
 void Descriptor::Close() {
@@ -128,34 +192,57 @@ Descriptor OpenForReading(const char* path) {
 }
 
 Descriptor OpenForUpdate(const char* path) {
-  return Descriptor(Uninterrupted([&] { return open(path, O_RDWR | kWithoutWaiting); }));
+  const int number = Uninterrupted([&] { return open(path, O_RDWR | kWithoutWaiting); });
+  return number < 0 && errno != ENOENT ? OpenForReading(path) : Descriptor(number);
 }
 
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
   return ReadOnce(file.Number(), buffer, capacity, count);
 }
 
+bool Rewrite(const Descriptor& file, std::string_view contents) {
+  const off_t end = lseek(file.Number(), 0, SEEK_END);
+  if (end < 0) {
+    return false;
+  }
+  const auto length = static_cast<std::size_t>(end);
+  if (length < contents.size() && !Lengthen(file.Number(), length, contents.size())) {
+    return false;
+  }
+  const std::size_t rest = length > contents.size() ? length - contents.size() : 0;
+  if (!WriteOver(file.Number(), contents, rest)) {
+    return false;
+  }
+  if (rest > 0) {
+    SetLength(file.Number(), contents.size());
+  }
+  return true;
+}
+
 bool WriteFile(const char* path, std::string_view contents) {
-  constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
+  const Descriptor unnamed(OpenUnnamed(path));
+  if (unnamed.IsOpen()) {
+    if (!WriteAll(unnamed.Number(), contents.data(), contents.size())) {
+      return false;
+    }
+    if (Name(unnamed, path)) {
+      return true;
+    }
+  }
+  // Not every file system has files without a name, not every process sees /proc, and a symbolic
+  // link may lead to a file that is yet to be created.
   const Descriptor file(Uninterrupted([&] {
     return open(path, O_WRONLY | O_CREAT | kWithoutWaiting, kReadWriteForAllTheUmaskAllows);
   }));
-  if (!file.IsOpen()) {
-    return false;
+  if (!file.IsOpen() || Rewrite(file, contents)) {
+    return file.IsOpen();
   }
-  if (WriteOver(file.Number(), contents)) {
-    return true;
-  }
-  const off_t written = lseek(file.Number(), 0, SEEK_CUR);
-  if (written == lseek(file.Number(), 0, SEEK_END)) {
+  struct stat status = {};
+  fstat(file.Number(), &status);
+  if (S_ISREG(status.st_mode) && status.st_size == 0) {
     unlink(path);
   }
   return false;
-}
-
-bool Rewrite(const Descriptor& file, std::string_view contents) {
-  lseek(file.Number(), 0, SEEK_SET);
-  return WriteOver(file.Number(), contents);
 }
 
 bool Lock(const Descriptor& descriptor) {
@@ -163,6 +250,18 @@ bool Lock(const Descriptor& descriptor) {
 }
 
 void Unlock(const Descriptor& descriptor) { flock(descriptor.Number(), LOCK_UN); }
+
+bool LockInTime(const Descriptor& descriptor) {
+  while (flock(descriptor.Number(), LOCK_EX | LOCK_NB) != 0) {
+    if ((errno != EWOULDBLOCK && errno != EINTR) || lock_patience_ms <= 0) {
+      return false;
+    }
+    const std::int64_t start = MonotonicMilliseconds();
+    poll(nullptr, 0, 1);
+    lock_patience_ms -= MonotonicMilliseconds() - start;
+  }
+  return true;
+}
 
 std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
   pollfd input = {STDIN_FILENO, POLLIN, 0};
@@ -249,6 +348,7 @@ std::int64_t MonotonicMilliseconds() {
 
 void PrepareDescriptors() {
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   int number = 0;
   do {
     number = open("/dev/null", O_RDWR | O_CLOEXEC);

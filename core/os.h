@@ -36,28 +36,37 @@ class Descriptor {
 /// Opens an existing file for reading. A descriptor that is not open tells the failure.
 Descriptor OpenForReading(const char* path);
 
-/// Opens an existing file for reading and rewriting.
+/// Opens an existing file for reading and rewriting, or for reading alone where only that is
+/// allowed; rewriting it then fails.
 Descriptor OpenForUpdate(const char* path);
+
+/// Of no file more is read: a device in place of one has no end.
+constexpr std::size_t kLongestFile = std::size_t{16} << 20;
 
 /// Reads at most `capacity` bytes with one read.
 /// @param count  receives the number of bytes; 0 at the end of the file and on failure
 /// @return false on failure; a folder, for one, can be opened but not be read
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
-/// Replaces a file's whole contents; creates it where it is missing (the umask decides on the
-/// permissions). It stays the same file. When there is no room it keeps what it holds; but a file
-/// that holds only a piece of the new contents is removed: its readers know what a missing file
-/// means, and would take the piece at its word.
-/// @return false when the file could not be opened or not be written completely
-bool WriteFile(const char* path, std::string_view contents);
-
-/// The same for a file that is open for update, so that a lock on it still holds.
+/// Replaces the whole contents of a file that is open for update; it stays the same file. At any
+/// moment, also when the process is killed, it holds the old or the new contents, and behind them
+/// nothing but up to 4 KiB of empty lines. (Of a file that is longer than that by more, old lines
+/// may be left.) When there is no room for the new contents it keeps the old ones.
+/// @return false when the file could not be written completely
 bool Rewrite(const Descriptor& file, std::string_view contents);
+
+/// The same for a file that is missing. The umask decides on its permissions. It gets its name when
+/// it is whole, where the system can do that, and none when there is no room.
+bool WriteFile(const char* path, std::string_view contents);
 
 /// Takes, and gives back, the exclusive advisory lock on an open file or socket. Taking it waits
 /// for as long as another process holds it; closing gives it back, too.
 bool Lock(const Descriptor& descriptor);
 void Unlock(const Descriptor& descriptor);
+
+/// Takes the same lock, but waits for at most one second, all calls of the process together.
+/// @return false without the lock
+bool LockInTime(const Descriptor& descriptor);
 
 /// Reads at most `capacity` bytes of standard input, waiting for at most `timeout_ms`
 /// milliseconds for the first of them.
@@ -115,9 +124,9 @@ TimeOfDay NowWithMicroseconds();
 /// A clock for time-outs, in milliseconds; never goes back.
 std::int64_t MonotonicMilliseconds();
 
-/// To be called before anything is opened. Makes a write to a peer that is gone fail instead of
-/// ending the process, and fills standard streams that the caller left closed, lest a socket or a
-/// file get their numbers and then the reply.
+/// To be called before anything is opened. Makes a write to a peer that is gone, or beyond the
+/// longest file allowed, fail instead of ending the process, and fills standard streams that the
+/// caller left closed, lest a socket or a file get their numbers and then the reply.
 void PrepareDescriptors();
 
 /// Hands one message to the system log, exactly as it stands, whatever its length. The C library

@@ -4,6 +4,7 @@
 
 #include "core/dlog.h"
 #include "core/line_reader.h"
+#include "core/locked_file.h"
 #include "core/os.h"
 #include "core/text.h"
 #include "core/text_builder.h"
@@ -16,9 +17,9 @@ namespace {
 constexpr std::size_t kLineSize = 256;
 constexpr char kIdKey[] = "ID";
 
-void ReadStoredId(char (&stored_id)[kLineSize]) {
+void ReadStoredId(const os::Descriptor& file, char (&stored_id)[kLineSize]) {
   stored_id[0] = '\0';
-  LineReader<kLineSize> lines(SESSION_INFO_PATH);
+  LineReader<kLineSize> lines(file);
   while (const char* line = lines.Next()) {
     if (StartsWith(line, kIdKey)) {
       CopyText(stored_id, ValueAfterKey(line, kIdKey));
@@ -30,8 +31,10 @@ void ReadStoredId(char (&stored_id)[kLineSize]) {
 }  // namespace
 
 bool SessionIsValid() {
+  // Without the lock: a renewal writes the same id over the old one.
+  const os::Descriptor file = os::OpenForReading(SESSION_INFO_PATH);
   char stored_id[kLineSize];
-  ReadStoredId(stored_id);
+  ReadStoredId(file, stored_id);
   if (stored_id[0] == '\0') {
     DLOG(1, "session error no file [%s]", SESSION_INFO_PATH);
     return false;
@@ -44,14 +47,23 @@ bool SessionIsValid() {
 }
 
 bool RenewSession(std::int64_t seconds_left) {
+  const LockedFile file(SESSION_INFO_PATH, os::OpenForUpdate);
+  // The session may have ended since it was checked, and another one begun. The login component
+  // replaces the file, so what is written here cannot get into a session other than the one read.
+  const bool was_checked = web_id[0] != '\0';
+  char stored_id[kLineSize];
+  ReadStoredId(file.File(), stored_id);
+  if (was_checked && std::strcmp(web_id, stored_id) != 0) {
+    return false;
+  }
   const std::int64_t now = os::Now();
-  TextBuilder file;
-  file.Append("ID\t");
-  file.Append(web_id);
-  file.Append("\nlifetime\t");
-  file.AppendNumber(now + seconds_left);
-  file.Append("\nsessiontime\t");
-  file.AppendNumber(now);
-  file.Append('\n');
-  return os::WriteFile(SESSION_INFO_PATH, file.View());
+  TextBuilder text;
+  text.Append("ID\t");
+  text.Append(web_id);
+  text.Append("\nlifetime\t");
+  text.AppendNumber(now + seconds_left);
+  text.Append("\nsessiontime\t");
+  text.AppendNumber(now);
+  text.Append('\n');
+  return file.Write(text.View());
 }

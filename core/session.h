@@ -17,8 +17,10 @@ extern char web_id[kWebIdSize];
 /// stored id: no session file, or no id on its first line that begins with "ID".
 bool SessionIsValid();
 
-/// Rewrites the session file with `web_id` and fresh times.
+/// Rewrites the session file with `web_id` and fresh times. A session that has ended since it was
+/// checked stays so; without a check, on the command line, the file is created when it is missing.
 ///
 /// @param seconds_left  how much longer the session is valid, from now on; 0 ends it now
-/// @return false when the file could not be written
+/// @return false when the session has ended, another one has begun, or the file could not be
+///         written (which alone is logged, at level 1)
 bool RenewSession(std::int64_t seconds_left);

@@ -22,7 +22,7 @@ constexpr int kTraceLevel = 4;
 bool ReadAll(const os::Descriptor& file, TextBuilder& contents) {
   char block[1024];
   std::size_t size = 0;
-  while (os::Read(file, block, sizeof block, size)) {
+  while (contents.Length() < os::kLongestFile && os::Read(file, block, sizeof block, size)) {
     if (size == 0) {
       return true;
     }

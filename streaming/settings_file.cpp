@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "core/line_reader.h"
-#include "core/os.h"
 #include "core/text.h"
 #include "core/text_builder.h"
 
@@ -34,8 +33,8 @@ void Store(char* record, const SettingField& field, std::string_view value) {
 
 }  // namespace
 
-void ReadSettings(const SettingTable& table, const char* path, char* record) {
-  LineReader<kLineSize> lines(path);
+void ReadSettings(const SettingTable& table, const LockedFile& file, char* record) {
+  LineReader<kLineSize> lines(file.File());
   while (const char* line = lines.Next()) {
     const SettingField* const field = FieldOfLine(table, line);
     if (field == nullptr) {
@@ -54,15 +53,15 @@ void ReadSettings(const SettingTable& table, const char* path, char* record) {
   }
 }
 
-void WriteSettings(const SettingTable& table, const char* path, const char* record) {
-  TextBuilder file;
+void WriteSettings(const SettingTable& table, const LockedFile& file, const char* record) {
+  TextBuilder text;
   for (const SettingField& field : table) {
-    file.Append(field.key);
-    file.Append('\t');
-    file.Append(record + field.offset);
-    file.Append('\n');
+    text.Append(field.key);
+    text.Append('\t');
+    text.Append(record + field.offset);
+    text.Append('\n');
   }
   // The command that changes a setting has no word for a full or write-protected disk; the daemon
   // then goes on with the old file.
-  os::WriteFile(path, file.View());
+  file.Write(text.View());
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "core/locked_file.h"
 #include "streaming/renewal_notice.h"
 
 /// One setting of a file: its key, the field of the file's record that holds its value, and the
@@ -49,18 +50,19 @@ class SettingsFile {
   /// field. The file is not created.
   void Read(const char* path, Record& record) const;
 
-  /// Replaces the file with all settings of the record, empty ones included, in one write. That it
-  /// cannot be written is nobody's concern: the command succeeds all the same.
+  /// Replaces the file with all settings of the record, empty ones included. When it cannot be
+  /// written that is logged, and the command succeeds all the same.
   void Write(const char* path, const Record& record) const;
 
   /// Reads the file, lets `change` change the record and rewrites the file. Untouched settings keep
-  /// their values. Requests that change the same file at once race; the last writer wins.
+  /// their values. The file is locked meanwhile, so `change` must not use another settings file.
   template <typename Change>
   void Rewrite(const char* path, Change change) const {
+    const LockedFile file(path, os::OpenForUpdate);
     Record record;
-    Read(path, record);
+    Read(file, record);
     change(record);
-    Write(path, record);
+    Write(file, record);
   }
 
   /// Rewrites the file and tells the control daemon: what every command does that sets something.
@@ -82,20 +84,33 @@ class SettingsFile {
   }
 
  private:
+  void Read(const LockedFile& file, Record& record) const;
+  void Write(const LockedFile& file, const Record& record) const;
+
   SettingTable table_;
 };
 
 /// `SettingsFile` without the record's type: `record` is its first byte.
-void ReadSettings(const SettingTable& table, const char* path, char* record);
-void WriteSettings(const SettingTable& table, const char* path, const char* record);
+void ReadSettings(const SettingTable& table, const LockedFile& file, char* record);
+void WriteSettings(const SettingTable& table, const LockedFile& file, const char* record);
+
+template <typename Record>
+void SettingsFile<Record>::Read(const LockedFile& file, Record& record) const {
+  record = Record();
+  ReadSettings(table_, file, reinterpret_cast<char*>(&record));
+}
+
+template <typename Record>
+void SettingsFile<Record>::Write(const LockedFile& file, const Record& record) const {
+  WriteSettings(table_, file, reinterpret_cast<const char*>(&record));
+}
 
 template <typename Record>
 void SettingsFile<Record>::Read(const char* path, Record& record) const {
-  record = Record();
-  ReadSettings(table_, path, reinterpret_cast<char*>(&record));
+  Read(LockedFile(path, os::OpenForReading), record);
 }
 
 template <typename Record>
 void SettingsFile<Record>::Write(const char* path, const Record& record) const {
-  WriteSettings(table_, path, reinterpret_cast<const char*>(&record));
+  Write(LockedFile(path, os::OpenForUpdate), record);
 }

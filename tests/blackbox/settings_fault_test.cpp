@@ -37,8 +37,12 @@ SettingsCommand Reader(const std::string& name, const std::string& params, bool 
   return {name, params, is_traced, steps, data, false};
 }
 
-/// A writer; `steps` are its lines in front of the notice's.
-SettingsCommand Writer(const std::string& name, const std::string& params, LogLines steps) {
+/// A writer of these files; `steps` are its lines before it finds that it cannot write them.
+SettingsCommand Writer(const std::string& name, const std::string& params,
+                       const std::vector<std::string>& files, LogLines steps) {
+  for (const std::string& file : files) {
+    steps.push_back(Error("cannot write [/var/tmp/lighttpd/" + file + "]"));
+  }
   steps.push_back(kRenewal);
   return {name, params, true, steps, "", true};
 }
@@ -49,7 +53,7 @@ SettingsCommand ServerWriter(const std::string& transport, const std::string& pa
   const std::string name = "SetStreamingServerSettings" + transport;
   LogLines lines = {Info("##### " + name + " Parse() params={" + params + "}}}")};
   lines.insert(lines.end(), steps.begin(), steps.end());
-  return Writer(name, params, lines);
+  return Writer(name, params, {"streaming_server1"}, lines);
 }
 
 std::vector<SettingsCommand> Readers() {
@@ -73,17 +77,17 @@ std::vector<SettingsCommand> Readers() {
 
 std::vector<SettingsCommand> StreamingWriters() {
   return {
-      Writer("SetStreamingSettings", R"("Resolution":"720x480","Bitrate":"1.5M")",
+      Writer("SetStreamingSettings", R"("Resolution":"720x480","Bitrate":"1.5M")", {"streaming"},
              {Info("##### SetStreamingSettings Parse() m_resolution=720x480 m_bitrate=1.5M"),
               Info("##### SetStreamingSettings Transmit() bofore res:0 qua:0 ser:0"),
               Info("##### SetStreamingSettings Transmit() after res:3 qua:64 ser:0")}),
-      Writer("SetStreamingResolution", R"("Resolution":"640x360")", {}),
-      Writer("SetStreamingFramerate", R"("Framerate":"50i")",
+      Writer("SetStreamingResolution", R"("Resolution":"640x360")", {"streaming"}, {}),
+      Writer("SetStreamingFramerate", R"("Framerate":"50i")", {"streaming"},
              {Info("##### SetStreamingFramerate Parse() m_framerate=50i"),
               Info("##### SetStreamingFramerate Transmit() bofore res:0 qua:0 ser:0"),
               Info("##### SetStreamingFramerate Transmit() after res:0 qua:3 ser:0")}),
-      Writer("SetStreamingBitrate", R"("Bitrate":"12M")", {}),
-      Writer("SetCurrentStreamingServerID", R"("ID":3)",
+      Writer("SetStreamingBitrate", R"("Bitrate":"12M")", {"streaming"}, {}),
+      Writer("SetCurrentStreamingServerID", R"("ID":3)", {"streaming"},
              {Info("##### SetCurrentStreamingServerID Parse() m_server=3 OK"),
               Info("##### SetCurrentStreamingServerID Transmit() bofore res:0 qua:0 ser:0"),
               Info("##### SetCurrentStreamingServerID Transmit() after res:0 qua:0 ser:3")}),
@@ -98,26 +102,28 @@ std::vector<SettingsCommand> StreamingWriters() {
       ServerWriter("RTP", R"("ID":1,"Alias":"a","DstAddress":"h","DstPort":1,"Smpte2022Fec":1,)"
                           R"("FecMatrixL":10,"FecMatrixD":5)"),
       Writer("SetCldstrmStreamInfoToStrmsrv", R"("EventID":3,"StrmsrvID":2)",
+             {"streaming", "streaming_server2"},
              {Error("Url: u"), Error("StreamKey: k"), Error("Title: t")}),
   };
 }
 
 std::vector<SettingsCommand> CameraWriters() {
   return {
-      Writer("SetNTPServer", R"("Address":"ntp")",
+      Writer("SetNTPServer", R"("Address":"ntp")", {"ntp"},
              {Info("##### SetNTPServer Parse() addr:ntp"),
               Info("##### SetNTPServer Transmit() bofore addr:192.168.0.100 tc_sync:1"),
               Info("##### SetNTPServer Transmit() after addr:ntp tc_sync:1")}),
-      Writer("SetNTPSettings", R"("TcSync":"Off")",
+      Writer("SetNTPSettings", R"("TcSync":"Off")", {"ntp"},
              {Info("##### SetNTPSettings Parse() tc_sync:Off"),
               Info("##### SetNTPSettings Transmit() bofore addr:192.168.0.100 tc_sync:1"),
               Info("##### SetNTPSettings Transmit() after addr:192.168.0.100 tc_sync:0")}),
       Writer("SetIFBSettings", R"("Function":"Enable","Address":"h","Port":1,"Mountpoint":"m")",
+             {"ifb"},
              {Info("##### SetIFBSettings Parse() func:Enable addr:h port:1 mntp:m"),
               Info("##### SetIFBSettings Transmit() bofore func:0 addr:192.168.0.100 port:5000 "
                    "mntp:DB90TX"),
               Info("##### SetIFBSettings Transmit() after func:1 addr:h port:1 mntp:m")}),
-      Writer("SetPresetZoomPosition", R"("ID":"A","Position":1)", {}),
+      Writer("SetPresetZoomPosition", R"("ID":"A","Position":1)", {"web_zoom_preset"}, {}),
   };
 }
 
@@ -205,7 +211,7 @@ TEST_P(UnreadableFolderTest, HoldsNoSession) {
   const auto fault = GetParam().put();
   FakeDaemon control;
   std::vector<SettingsCommand> commands = AllSettingsCommands();
-  commands.push_back(Writer("SessionRenewal", R"("Update":1)", {}));
+  commands.push_back(Writer("SessionRenewal", R"("Update":1)", {}, {}));
   for (const SettingsCommand& command : commands) {
     SCOPED_TRACE(command.name);
     EXPECT_THAT(Run(Request(Body(command.name, command.params))),
@@ -236,6 +242,7 @@ TEST_P(UnreadableFolderTest, KeepsTheSessionFromBeingRenewed) {
   EXPECT_THAT(log_.Lines(),
               Logged(Error("CMD post_data = " + text), Error("rcv post_data = " + text),
                      Info("##### SessionRenewal Parse() params={\"Update\":1}}}"),
+                     Error("cannot write [/var/tmp/lighttpd/.session]"),
                      Error("send res_str = " + ResultJson("SessionRenewal", "RequestedError"))));
 }
 
@@ -295,6 +302,7 @@ TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
     EXPECT_THAT(log_.TakeLines(),
                 Logged(Error("rcv post_data = " + body),
                        Info("##### SessionRenewal Parse() params={\"Update\":1}}}"),
+                       Error("cannot write [/var/tmp/lighttpd/.session]"),
                        Error("send res_str = " + reply)));
   }
   EXPECT_EQ(ReadFile(kSessionFile), before);

@@ -219,7 +219,7 @@ void Process::SetLimits() const {
     Limit(RLIMIT_AS, request_.memory_limit_);
   }
   if (request_.has_file_size_limit_) {
-    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_DFL);
     Limit(RLIMIT_FSIZE, request_.file_size_limit_);
   }
   if (!request_.has_privileges_) {
