@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr std::size_t kCommandNameSize = 5000;
-
 bool IsPost() {
   const char* const method = os::Environment("REQUEST_METHOD");
   return method != nullptr && std::strcmp(method, "POST") == 0;
@@ -31,7 +29,7 @@ std::int32_t AnnouncedLength() {
 bool MayProceed(const char* body, bool has_command) {
   const bool has_session_id = json_parser(body, "SessionID", web_id) != nullptr;
   if (!has_command || !has_session_id) {
-    DLOG(1, "format error post data:%.*s json member num:%d", kMaxLogMessage, body,
+    DLOG(1, "format error post data:%.*s json member num:%d", kMaxTextLength, body,
          (has_command ? 1 : 0) + (has_session_id ? 1 : 0));
     PrintReply(kFormatErrorReply);
     return false;
@@ -52,7 +50,7 @@ int ServeRequest() {
   TextBuilder body;
   ReadRequestBody(AnnouncedLength(), body);
 
-  char name[kCommandNameSize];
+  char name[kTextSize];
   const bool has_command = json_parser(body.Text(), "Command", name) != nullptr;
   const CommandRow* const row = FindCommand(name);
   const bool needs_session = row == nullptr || !row->Has(kNeedsNoSession);

@@ -64,7 +64,7 @@ void Command::Output() {
   json.Append("}}");
   PrintReply(json.View());
   if (log_reply_) {
-    DLOG(log_level_, "send res_str = %.*s", kMaxLogMessage, json.Text());
+    DLOG(log_level_, "send res_str = %.*s", kMaxTextLength, json.Text());
   }
 }
 
@@ -89,11 +89,6 @@ std::uint8_t* Command::NewPayload(std::uint16_t length) {
   request_header_.payload_length = length;
   message_ = OutgoingMessage(length);
   return message_.Payload();
-}
-
-void Command::Succeed() {
-  reply_.Release();
-  result_ = 0;
 }
 
 JsonWriter& Command::AddData() { return data_.emplace(); }

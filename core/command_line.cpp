@@ -54,8 +54,6 @@ constexpr int kSlider = 18;
 constexpr int kXYField = 19;
 
 constexpr int kWholeRequest = 100;
-/// A whole request is cut to this length.
-constexpr std::size_t kMaxRequest = 4999;
 
 /// What stands behind the program's name on the command line.
 class Arguments {
@@ -183,7 +181,7 @@ void BuildClipMark(const Arguments& arguments, TextBuilder& request) {
 
 void BuildWholeRequest(const Arguments& arguments, TextBuilder& request) {
   if (const char* const text = arguments.Text(1)) {
-    request.Append({text, strnlen(text, kMaxRequest)});
+    request.Append({text, strnlen(text, kMaxTextLength)});
   }
 }
 

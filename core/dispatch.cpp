@@ -5,6 +5,7 @@
 #include "core/command_table.h"
 #include "core/dlog.h"
 #include "core/reply.h"
+#include "core/text.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ int Dispatch(const CommandRow* row, const char* name, const char* body) {
   const std::unique_ptr<Command> command = row->create();
   command->Prepare(row->preset, name, !row->Has(kSilentReply));
   if (!row->Has(kSilentRequest)) {
-    DLOG(command->LogLevel(), "rcv post_data = %.*s", kMaxLogMessage, body);
+    DLOG(command->LogLevel(), "rcv post_data = %.*s", kMaxTextLength, body);
   }
   if (!ParseParameters(*command, body)) {
     PrintReply(kRequestedErrorReply);

@@ -26,7 +26,7 @@ int PriorityOfLevel(int level) {
 }
 
 [[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
-  char message[kMaxLogMessage + 1];
+  char message[kTextSize];
   message[0] = '\0';
   // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): both callers have started the list.
   std::vsnprintf(message, sizeof message, fmt, arguments);

@@ -3,10 +3,6 @@
 
 #include <cstdint>
 
-/// A message is cut at so many bytes. Formats with a text that may be long name it as the text's
-/// precision: what is formatted only to be cut costs the C library most.
-constexpr int kMaxLogMessage = 4999;
-
 /// Messages of a level above this one are not emitted. `INIT_DLOG` may change it.
 extern std::int32_t g_log_level_limit;
 
@@ -21,8 +17,9 @@ int INIT_DLOG();
 /// @param level  1 and below: errors and the request and reply traces (priority 3); 2 to 4:
 ///               traces of single steps (priority 6); 5 and above: traces of commands that are
 ///               polled many times a second (priority 7)
-/// @param fmt    as for printf; what it formats shows up in the log as it is, cut at
-/// `kMaxLogMessage`
+/// @param fmt    as for printf. The log shows the formatted text as it is, truncated to
+///               `kMaxTextLength` bytes. Give that precision to a text that may be longer:
+///               formatting what is then truncated is expensive.
 [[gnu::format(printf, 2, 3)]] void DLOG(int level, const char* fmt, ...);
 
 /// Emits one message to the system log whatever the threshold; formats and cuts as `DLOG` does.

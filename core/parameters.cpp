@@ -3,8 +3,8 @@
 #include "core/text.h"
 
 bool ReadParameter(const char* params, const char* key, std::int32_t& value) {
-  // As long as any text parameter; white space and zeros in front of the digits are legal.
-  char text[kParameterSize];
+  // The digits may follow white space and zeros, so a number needs as much room as a text.
+  char text[kTextSize];
   if (!ReadParameter(params, key, text)) {
     return false;
   }

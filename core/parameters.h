@@ -6,13 +6,10 @@
 
 #include "core/json_parser.h"
 
-/// Room for a parameter of any length that a client has reason to send.
-constexpr std::size_t kParameterSize = 5000;
-
-/// A parameter that is a word or an address: cut to 30 characters.
+/// A parameter that is a name or an address: truncated to 30 characters.
 using ShortText = char[31];
 
-/// Reads a text parameter, cut to what fits into the array.
+/// Reads a text parameter, truncated to the size of the array.
 /// @return false when the member is missing
 template <std::size_t Size>
 bool ReadParameter(const char* params, const char* key, char (&value)[Size]) {

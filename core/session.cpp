@@ -10,7 +10,7 @@
 #include "core/text_builder.h"
 
 const char SESSION_INFO_PATH[] = "/var/tmp/lighttpd/.session";
-char web_id[kWebIdSize];
+char web_id[kTextSize];
 
 namespace {
 

@@ -2,16 +2,16 @@
 // login and stores it in the session file; this program checks it and renews its times.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+
+#include "core/text.h"
 
 /// The session file: lines "ID", "lifetime" and "sessiontime", each key and value separated by a
 /// tab. Written by the login component and by session renewals, read by every request.
 extern const char SESSION_INFO_PATH[];
 
 /// The "SessionID" of the current request.
-constexpr std::size_t kWebIdSize = 5000;
-extern char web_id[kWebIdSize];
+extern char web_id[kTextSize];
 
 /// Whether `web_id` is the stored session id. Logs at level 1 when it is not, or when there is no
 /// stored id: no session file, or no id on its first line that begins with "ID".

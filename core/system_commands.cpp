@@ -24,7 +24,7 @@ constexpr NameTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "A
 }  // namespace
 
 int SessionRenewal::Parse(const char* params) {
-  DLOG(2, "##### SessionRenewal %s params=%s", "Parse()", params);
+  DLOG(2, "##### SessionRenewal Parse() params=%s", params);
   if (!ReadParameter(params, "Update", update_)) {
     return -1;
   }
@@ -33,13 +33,10 @@ int SessionRenewal::Parse(const char* params) {
 
 void SessionRenewal::Transmit() {
   constexpr std::int64_t kLifetimeSeconds = 30;
-  Succeed();
   if (!RenewSession(update_ != 0 ? kLifetimeSeconds : 0)) {
     result_ = 1;
   }
 }
-
-void GetSystemInfo::Transmit() { Succeed(); }
 
 void GetSystemInfo::Output() {
   using namespace camera_status;
@@ -51,8 +48,6 @@ void GetSystemInfo::Output() {
   data.Text("Serial", block[kSerial]);
   Command::Output();
 }
-
-void HeartbeatConfirmation::Transmit() { Succeed(); }
 
 void HeartbeatConfirmation::Output() {
   const camera_status::CameraStatusBlock block;

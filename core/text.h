@@ -6,6 +6,12 @@
 #include <cstring>
 #include <string_view>
 
+/// Size of the buffers for texts of unspecified length: the values of a request, the request of the
+/// command line, log messages. Longer texts are truncated.
+constexpr std::size_t kTextSize = 5000;
+/// The longest text in them; an `int`, so that it can be a precision of printf.
+constexpr int kMaxTextLength = kTextSize - 1;
+
 /// Copies `from` into the array, cut to what fits beside the terminating NUL.
 template <std::size_t Size>
 void CopyText(char (&to)[Size], std::string_view from) {

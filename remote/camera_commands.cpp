@@ -7,7 +7,7 @@
 
 int SetCamCtrl::Parse(const char* params) {
   DLOG(2, "params=%s", params);
-  char word[kParameterSize];
+  char word[kTextSize];
   if (!ReadParameter(params, "CamCtrl", word)) {
     return -1;
   }
@@ -18,7 +18,7 @@ int SetCamCtrl::Parse(const char* params) {
 }
 
 int SetZoomCtrl::Parse(const char* params) {
-  DLOG(2, "##### SetZoomCtrl %s params=%s", "Parse()", params);
+  DLOG(2, "##### SetZoomCtrl Parse() params=%s", params);
   std::int32_t number = 0;
   if (!ReadParameter(params, "Position", number)) {
     return -1;
@@ -31,8 +31,8 @@ int SetZoomCtrl::Parse(const char* params) {
 
 int JpegEncode::Parse(const char* params) {
   constexpr std::uint8_t kStop = 6;
-  DLOG(2, "##### JpegEncode %s params=%s", "Parse()", params);
-  char operate[kParameterSize];
+  DLOG(2, "##### JpegEncode Parse() params=%s", params);
+  char operate[kTextSize];
   if (!ReadParameter(params, "Operate", operate)) {
     return -1;
   }

@@ -37,14 +37,12 @@ template <typename Change>
 void UpdateNtpFile(const char* command, Change change) {
   kNtpFile.UpdateTraced(NTP_SETTING_PATH, change,
                         [command](const char* when, const _NTP_SETTING& setting) {
-                          DLOG(2, "##### %s %s %s addr:%s tc_sync:%s", command, "Transmit()", when,
+                          DLOG(2, "##### %s Transmit() %s addr:%s tc_sync:%s", command, when,
                                setting.address, setting.tc_sync);
                         });
 }
 
 }  // namespace
-
-void GetPresetZoomPosition::Transmit() { Succeed(); }
 
 void GetPresetZoomPosition::Output() {
   _PRESET_ZOOM_POS setting;
@@ -61,7 +59,6 @@ int SetPresetZoomPosition::Parse(const char* params) {
 }
 
 void SetPresetZoomPosition::Transmit() {
-  Succeed();
   kPresetZoomFile.Update(PRESET_ZOOM_PATH, [this](_PRESET_ZOOM_POS& setting) {
     for (const ZoomButton& button : kZoomButtons) {
       if (std::strcmp(id_, button.id) == 0) {
@@ -71,10 +68,8 @@ void SetPresetZoomPosition::Transmit() {
   });
 }
 
-void GetNTPStatus::Transmit() { Succeed(); }
-
 void GetNTPStatus::Output() {
-  DLOG(2, "##### GetNTPStatus %s", "Output()");
+  DLOG(2, "##### GetNTPStatus Output()");
   _NTP_SETTING setting;
   ReadNTPSetting(&setting);
   const camera_status::CameraStatusBlock block;
@@ -91,12 +86,11 @@ int SetNTPServer::Parse(const char* params) {
   if (!ReadParameter(params, "Address", address_)) {
     return -1;
   }
-  DLOG(2, "##### SetNTPServer %s addr:%s", "Parse()", address_);
+  DLOG(2, "##### SetNTPServer Parse() addr:%s", address_);
   return 0;
 }
 
 void SetNTPServer::Transmit() {
-  Succeed();
   UpdateNtpFile("SetNTPServer",
                 [this](_NTP_SETTING& setting) { CopyText(setting.address, address_); });
 }
@@ -105,21 +99,18 @@ int SetNTPSettings::Parse(const char* params) {
   if (!ReadParameter(params, "TcSync", tc_sync_)) {
     return -1;
   }
-  DLOG(2, "##### SetNTPSettings %s tc_sync:%s", "Parse()", tc_sync_);
+  DLOG(2, "##### SetNTPSettings Parse() tc_sync:%s", tc_sync_);
   return 0;
 }
 
 void SetNTPSettings::Transmit() {
-  Succeed();
   UpdateNtpFile("SetNTPSettings", [this](_NTP_SETTING& setting) {
     CopyText(setting.tc_sync, std::strcmp(tc_sync_, "On") == 0 ? "1" : "0");
   });
 }
 
-void GetIFBSettings::Transmit() { Succeed(); }
-
 void GetIFBSettings::Output() {
-  DLOG(2, "##### GetIFBSettings %s", "Output()");
+  DLOG(2, "##### GetIFBSettings Output()");
   _IFB_SETTING setting;
   ReadIFBSetting(&setting);
   JsonWriter& data = AddData();
@@ -136,14 +127,13 @@ int SetIFBSettings::Parse(const char* params) {
       !ReadParameter(params, "Port", port_) || !ReadParameter(params, "Mountpoint", mountpoint_)) {
     return -1;
   }
-  DLOG(2, "##### SetIFBSettings %s func:%s addr:%s port:%d mntp:%s", "Parse()", function, address_,
-       port_, mountpoint_);
+  DLOG(2, "##### SetIFBSettings Parse() func:%s addr:%s port:%d mntp:%s", function, address_, port_,
+       mountpoint_);
   enabled_ = std::strcmp(function, "Enable") == 0 ? 1 : 0;
   return 0;
 }
 
 void SetIFBSettings::Transmit() {
-  Succeed();
   kIfbFile.UpdateTraced(
       IFB_SETTING_PATH,
       [this](_IFB_SETTING& setting) {
@@ -153,7 +143,7 @@ void SetIFBSettings::Transmit() {
         CopyText(setting.ifb_mountpoint, mountpoint_);
       },
       [](const char* when, const _IFB_SETTING& setting) {
-        DLOG(2, "##### SetIFBSettings %s %s func:%s addr:%s port:%s mntp:%s", "Transmit()", when,
+        DLOG(2, "##### SetIFBSettings Transmit() %s func:%s addr:%s port:%s mntp:%s", when,
              setting.ifb_function, setting.ifb_address, setting.ifb_port, setting.ifb_mountpoint);
       });
 }

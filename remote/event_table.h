@@ -15,10 +15,6 @@ static_assert(sizeof(RemoteEvent) == 62);
 
 constexpr std::size_t kRemoteEventCount = 134;
 
-/// Room for a name that a client sends. What is longer is cut to 30 characters, which no name in
-/// the table has.
-constexpr std::size_t kSentNameSize = 30 + 1;
-
 /// All keys of all controls. The log names rows by their index.
 extern const RemoteEvent eventTable[kRemoteEventCount];
 

@@ -35,8 +35,8 @@ int KeyCommand::PressAndLog(const char* kind, const char* key, const char* label
 }
 
 int KeyCommand::PressParameters(const char* params, const char* key_parameter, const char* label) {
-  char kind[kSentNameSize];
-  char key[kSentNameSize];
+  ShortText kind;
+  ShortText key;
   if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, key_parameter, key)) {
     return -1;
   }
@@ -44,18 +44,18 @@ int KeyCommand::PressParameters(const char* params, const char* key_parameter, c
 }
 
 int SetWebKeyEvent::Parse(const char* params) {
-  DLOG(2, "##### SetWebKeyEvent %s params=%s", "Parse()", params);
+  DLOG(2, "##### SetWebKeyEvent Parse() params=%s", params);
   return PressParameters(params, "Key", "key");
 }
 
 int SetWebButtonEvent::Parse(const char* params) {
-  DLOG(2, "##### SetWebButtonEvent %s params=%s", "Parse()", params);
+  DLOG(2, "##### SetWebButtonEvent Parse() params=%s", params);
   return PressParameters(params, "Button", "button");
 }
 
 int SystemRequest::Parse(const char* params) {
-  DLOG(2, "##### SystemRequest %s", "Parse()");
-  char request[kSentNameSize];
+  DLOG(2, "##### SystemRequest Parse()");
+  ShortText request;
   if (!ReadParameter(params, "Request", request)) {
     return -1;
   }
@@ -63,8 +63,8 @@ int SystemRequest::Parse(const char* params) {
 }
 
 int SetIFBCtrl::Parse(const char* params) {
-  DLOG(2, "##### SetIFBCtrl %s params=%s", "Parse()", params);
-  char streaming[kSentNameSize];
+  DLOG(2, "##### SetIFBCtrl Parse() params=%s", params);
+  ShortText streaming;
   if (!ReadParameter(params, "Streaming", streaming)) {
     return -1;
   }
@@ -72,8 +72,8 @@ int SetIFBCtrl::Parse(const char* params) {
 }
 
 int SetStreamingCtrl::Parse(const char* params) {
-  DLOG(2, "##### SetStreamingCtrl %s params=%s", "Parse()", params);
-  char streaming[kSentNameSize];
+  DLOG(2, "##### SetStreamingCtrl Parse() params=%s", params);
+  ShortText streaming;
   if (!ReadParameter(params, "Streaming", streaming)) {
     return -1;
   }
@@ -82,17 +82,17 @@ int SetStreamingCtrl::Parse(const char* params) {
 }
 
 int SetTallyLampPriority::Parse(const char* params) {
-  char priority[kSentNameSize];
+  ShortText priority;
   if (!ReadParameter(params, "Priority", priority)) {
     return -1;
   }
-  DLOG(2, "##### SetTallyLampPriority %s m_priority=%s", "Parse()", priority);
+  DLOG(2, "##### SetTallyLampPriority Parse() m_priority=%s", priority);
   return PressAndLog("Tally", priority);
 }
 
 int SetTallyLampCtrl::Parse(const char* params) {
-  DLOG(2, "##### SetTallyLampCtrl %s params=%s", "Parse()", params);
-  char sw[kSentNameSize];
+  DLOG(2, "##### SetTallyLampCtrl Parse() params=%s", params);
+  ShortText sw;
   if (!ReadParameter(params, "Sw", sw)) {
     return -1;
   }
@@ -100,22 +100,22 @@ int SetTallyLampCtrl::Parse(const char* params) {
 }
 
 int SetTallyControlWithPriority::Parse(const char* params) {
-  DLOG(2, "##### SetTallyControlWithPriority %s params=%s", "Parse()", params);
-  char sw[kSentNameSize];
+  DLOG(2, "##### SetTallyControlWithPriority Parse() params=%s", params);
+  ShortText sw;
   if (!ReadParameter(params, "Sw", sw)) {
     return -1;
   }
   // "On" and "Off" are the lamp's plain keys; the ones that take the control have a suffix.
   constexpr char kSuffix[] = "Web";
-  char key[kSentNameSize + sizeof kSuffix - 1];
+  char key[sizeof(ShortText) + sizeof kSuffix - 1];
   CopyText(key, sw);
   AppendText(key, kSuffix);
   return PressAndLog("Tally", key);
 }
 
 int SetStudioTally::Parse(const char* params) {
-  DLOG(2, "##### SetStudioTally %s params=%s", "Parse()", params);
-  char indication[kSentNameSize];
+  DLOG(2, "##### SetStudioTally Parse() params=%s", params);
+  ShortText indication;
   if (!ReadParameter(params, "Indication", indication)) {
     return -1;
   }

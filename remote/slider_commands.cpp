@@ -25,8 +25,8 @@ std::uint8_t ZoomDirection(const char* word) {
 }  // namespace
 
 int SetWebSliderEvent::Parse(const char* params) {
-  DLOG(2, "##### SetWebSliderEvent %s params=%s", "Parse()", params);
-  char kind[kSentNameSize];
+  DLOG(2, "##### SetWebSliderEvent Parse() params=%s", params);
+  ShortText kind;
   std::int32_t number = 0;
   if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Position", number)) {
     return -1;
@@ -43,8 +43,8 @@ int SetWebSliderEvent::Parse(const char* params) {
 }
 
 int SetWebXYFieldEvent::Parse(const char* params) {
-  DLOG(2, "##### SetWebXYFieldEvent %s params=%s", "Parse()", params);
-  char kind[kSentNameSize];
+  DLOG(2, "##### SetWebXYFieldEvent Parse() params=%s", params);
+  ShortText kind;
   std::int32_t x = 0;
   std::int32_t y = 0;
   if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "XPosition", x) ||
@@ -67,15 +67,14 @@ int SetWebXYFieldEvent::Parse(const char* params) {
 }
 
 int SeesawSwitchOperation::Parse(const char* params) {
-  char kind[kSentNameSize];
-  char direction[kSentNameSize];
+  ShortText kind;
+  ShortText direction;
   std::int32_t speed = 0;
   if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Direction", direction) ||
       !ReadParameter(params, "Speed", speed)) {
     return -1;
   }
-  DLOG(2, "##### SeesawSwitchOperation %s Kind=%s dir=%s Spead=%d", "Parse()", kind, direction,
-       speed);
+  DLOG(2, "##### SeesawSwitchOperation Parse() Kind=%s dir=%s Spead=%d", kind, direction, speed);
   std::uint8_t kind_code = 0;
   std::uint8_t key_code = 0;
   if (getIndexOfKeyEvent(kind, direction, kind_code, key_code) != 0) {
@@ -88,12 +87,12 @@ int SeesawSwitchOperation::Parse(const char* params) {
 }
 
 int ZoomSwitchOperation::Parse(const char* params) {
-  char direction[kSentNameSize];
+  ShortText direction;
   std::int32_t speed = 0;
   if (!ReadParameter(params, "Direction", direction) || !ReadParameter(params, "Speed", speed)) {
     return -1;
   }
-  DLOG(2, "##### ZoomSwitchOperation %s Zoom=%s Spead=%d", "Parse()", direction, speed);
+  DLOG(2, "##### ZoomSwitchOperation Parse() Zoom=%s Spead=%d", direction, speed);
   const std::uint8_t code = ZoomDirection(direction);
   DLOG(2, "send param dir=%s(%d) speed=%d", direction, code, speed);
   SetPayload({code, LowByte(speed)});

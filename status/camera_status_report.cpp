@@ -1,5 +1,8 @@
-// The camera's whole state as one JSON object. Its keys, their order and which of the numbers are
-// quoted never vary: the pages of the web remote, which poll it, depend on the exact shape.
+// The camera's whole state as one JSON object. The keys, their order and which numbers are quoted
+// never vary: the pages of the web remote, which poll it, depend on them.
+#include <iterator>
+#include <string_view>
+
 #include "core/cmd/status.h"
 #include "status/camera_status_block.h"
 #include "status/enable_table.h"
@@ -9,9 +12,6 @@
 namespace {
 
 using camera_status::CameraStatusBlock;
-
-/// Length of the longest report: one allocation serves every poll.
-constexpr std::size_t kMaxReport = 3454;
 
 void WriteOperation(JsonWriter& data, ByteView reply) {
   using namespace status_reply;
@@ -64,7 +64,7 @@ void WriteNetwork(JsonWriter& data, ByteView reply) {
   data.Text("WebAccess", kSwitchNames[reply[kWebAccess]]);
 }
 
-/// How the key that an FTP server shows is printed: blanks let the page wrap a long one.
+/// How an FTP server's key is printed. The spaces let a page wrap it.
 struct KeyFormat {
   std::size_t bytes;
   std::size_t bytes_per_line;
@@ -134,6 +134,9 @@ void WriteEnableFlags(JsonWriter& data, const CameraStatusBlock& block) {
 
 void WriteButtonLetters(JsonWriter& data, const CameraStatusBlock& block) {
   using namespace camera_status;
+  constexpr std::string_view kUserButtons[] = {"Sw1", "Sw2", "Sw3", "Sw4",  "Sw5", "Sw6",
+                                               "Sw7", "Sw8", "Sw9", "Sw10", "Sw11"};
+  static_assert(std::size(kUserButtons) == std::size(kUserLabels));
   data.BeginObject("ButtonLetter");
   data.BeginObject("Gain");
   data.Text("L", block[kGainLabelL]);
@@ -141,17 +144,9 @@ void WriteButtonLetters(JsonWriter& data, const CameraStatusBlock& block) {
   data.Text("H", block[kGainLabelH]);
   data.EndObject();
   data.BeginObject("User");
-  data.Text("Sw1", block[kUserLabels[0]]);
-  data.Text("Sw2", block[kUserLabels[1]]);
-  data.Text("Sw3", block[kUserLabels[2]]);
-  data.Text("Sw4", block[kUserLabels[3]]);
-  data.Text("Sw5", block[kUserLabels[4]]);
-  data.Text("Sw6", block[kUserLabels[5]]);
-  data.Text("Sw7", block[kUserLabels[6]]);
-  data.Text("Sw8", block[kUserLabels[7]]);
-  data.Text("Sw9", block[kUserLabels[8]]);
-  data.Text("Sw10", block[kUserLabels[9]]);
-  data.Text("Sw11", block[kUserLabels[10]]);
+  for (std::size_t i = 0; i < std::size(kUserButtons); ++i) {
+    data.Text(kUserButtons[i], block[kUserLabels[i]]);
+  }
   data.Text("LenzRet", block[kLensReturnLabel]);
   data.EndObject();
   data.BeginObject("Whb");
@@ -162,7 +157,7 @@ void WriteButtonLetters(JsonWriter& data, const CameraStatusBlock& block) {
   data.EndObject();
 }
 
-/// A picture setting: its mode and the value that the camera shows for it.
+/// A picture setting: its mode and the value that the camera displays.
 void WriteSetting(JsonWriter& data, const char* key, const char* status, std::string_view letter) {
   data.BeginObject(key);
   data.Text("Status", status);

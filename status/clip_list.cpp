@@ -29,7 +29,7 @@ void WriteDateTime(JsonWriter& data, ByteView clip) {
   text.AppendNumber(clip[kMonth] + 1, 2);
   text.Append('-');
   text.AppendNumber(clip[kDay], 2);
-  // Clients split the text at this blank.
+  // Clients split the text at this space.
   text.Append(" T");
   text.AppendNumber(clip[kHour], 2);
   text.Append(':');
@@ -37,6 +37,19 @@ void WriteDateTime(JsonWriter& data, ByteView clip) {
   text.Append(':');
   text.AppendNumber(clip[kSecond], 2);
   data.EndText();
+}
+
+void WriteClip(JsonWriter& data, ByteView clip) {
+  data.BeginElement();
+  data.Number("IndexNo", clip[kIndexNo]);
+  data.Text("Name", clip[kName]);
+  WriteTimeCodes(data, clip);
+  WriteDateTime(data, clip);
+  data.Text("OKMark", kOkMarkNames[clip[kOkMark]]);
+  // Misspelled; clients know the aspect ratio by this key.
+  data.Text("AspectRaotp", kClipAspectRatioNames[clip[kAspectRatio]]);
+  data.Text("Edit", kClipEditNames[clip[kEditLock]]);
+  data.EndObject();
 }
 
 }  // namespace
@@ -74,36 +87,23 @@ void GetClipInfo::Transmit() {
 void GetClipInfo::KeepClips() {
   const ByteView reply = Reply();
   const int count = std::min<int>(reply[kReplyClipCount], kClipsPerExchange);
-  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-    ClipRecord clip;
-    for (std::size_t k = 0; k < ClipRecord::kSize; ++k) {
-      clip.bytes[k] = reply.U8(kReplyFirstClip + i * ClipRecord::kSize + k);
+  for (std::size_t clip = 0; clip < static_cast<std::size_t>(count); ++clip) {
+    char* const record = clips_.Extend(kClipRecordSize);
+    for (std::size_t i = 0; i < kClipRecordSize; ++i) {
+      record[i] = static_cast<char>(reply.U8(kReplyFirstClip + clip * kClipRecordSize + i));
     }
-    clips_.Add(clip);
   }
 }
 
 void GetClipInfo::Output() {
+  const auto* const records = reinterpret_cast<const std::uint8_t*>(clips_.Text());
+  const std::size_t count = clips_.Length() / kClipRecordSize;
   JsonWriter& data = AddData();
-  data.Number("ClipNum", static_cast<std::int64_t>(clips_.Count()));
+  data.Number("ClipNum", static_cast<std::int64_t>(count));
   data.BeginArray("ClipInfo");
-  for (const ClipRecord& clip : clips_) {
-    WriteClip(data, clip);
+  for (std::size_t clip = 0; clip < count; ++clip) {
+    WriteClip(data, {records + clip * kClipRecordSize, kClipRecordSize});
   }
   data.EndArray();
   Command::Output();
-}
-
-void GetClipInfo::WriteClip(JsonWriter& data, const ClipRecord& record) {
-  const ByteView clip(record.bytes, sizeof record.bytes);
-  data.BeginElement();
-  data.Number("IndexNo", clip[kIndexNo]);
-  data.Text("Name", clip[kName]);
-  WriteTimeCodes(data, clip);
-  WriteDateTime(data, clip);
-  data.Text("OKMark", kOkMarkNames[clip[kOkMark]]);
-  // Clients know the aspect ratio by this misspelled key.
-  data.Text("AspectRaotp", kClipAspectRatioNames[clip[kAspectRatio]]);
-  data.Text("Edit", kClipEditNames[clip[kEditLock]]);
-  data.EndObject();
 }

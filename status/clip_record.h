@@ -5,7 +5,7 @@
 
 #include "core/bytes.h"
 
-/// One reply holds no more clips than these.
+/// The most clips that one reply holds.
 constexpr int kClipsPerExchange = 15;
 
 constexpr U16Field kReplyClipCount{2};
@@ -13,7 +13,7 @@ constexpr std::size_t kReplyFirstClip = 4;
 constexpr std::size_t kClipRecordSize = 32;
 constexpr std::size_t kClipReplySize = kReplyFirstClip + kClipsPerExchange * kClipRecordSize;
 
-/// What the reply tells of one clip.
+/// Fields of one clip in the reply.
 namespace clip_record {
 
 constexpr U16Field kIndexNo{0};

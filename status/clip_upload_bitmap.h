@@ -6,15 +6,14 @@
 
 constexpr std::size_t kClipBlockCount = 125;
 
-/// Reads the blocks of a clip selection, "block0" to "block124" with 32 clips each.
+/// Reads the blocks of a clip selection, "block0" to "block124", with 32 clips each.
 ///
-/// This is a scan of its own, and clients depend on its ways: a block is searched behind the key
-/// of the block found before it, so blocks out of order are not found; a block's value is a bare
-/// decimal number that ends at the next block's comma or at the braces that end the request. The
-/// first and last few blocks are traced at level 4.
+/// This is a flat scan, and clients depend on how it works: the search for a block starts after the
+/// key of the last block found, so blocks out of order are not found. A value is a bare decimal
+/// number that ends at the comma before the next block or at the "}}" that ends the request. The
+/// first four and the last three blocks are traced at level 4.
 ///
-/// @param params  the request's text behind "Params":
-/// @param out     receives the blocks in the byte order of the message, most significant byte
-///                first. A block that is missing is 0, one whose value has no end keeps the word
-///                that stood there
+/// @param params  the request's text after "Params":
+/// @param out     receives the blocks in the byte order of the message (big-endian). A missing
+///                block becomes 0; a block whose value is not terminated keeps its old content
 void SetClipUploadBitmap(const char* params, std::uint32_t (&out)[kClipBlockCount]);

@@ -26,7 +26,7 @@ int RenewSetting(int renew_reconnect) {
   std::memcpy(notice, &header, sizeof header);
   notice[kMessageHeaderSize] = renew_reconnect == 1 ? 1 : 0;
 
-  DLOG(2, "##### RenewSetting %s renew_reconnect %d", "socket_send_msg()", renew_reconnect);
+  DLOG(2, "##### RenewSetting socket_send_msg() renew_reconnect %d", renew_reconnect);
   socket_send_msg(notice, sizeof notice, kControlDaemonIndex);
   return 0;
 }

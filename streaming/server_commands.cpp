@@ -31,12 +31,11 @@ int SetStreamingServerSettings::Parse(const char* params) {
       !ReadTransport(params)) {
     return -1;
   }
-  DLOG(2, "##### SetStreamingServerSettings%s %s params=%s", transport_, "Parse()", params);
+  DLOG(2, "##### SetStreamingServerSettings%s Parse() params=%s", transport_, params);
   return 0;
 }
 
 void SetStreamingServerSettings::Transmit() {
-  Succeed();
   const StreamingServerPath path(server_no_);
   kStreamingServerFile.Update(path.Text(), [this](_STREAMING_SERVER_SETTING& server) {
     Store(server.str_alias, alias_);
@@ -96,10 +95,10 @@ void SetStreamingServerSettingsZIXI::StoreTransport(_STREAMING_SERVER_SETTING& s
   Store(server.zixi_latency, latency_);
   Store(server.zixi_adaptive_bitrate, adaptive_bitrate_);
   DLOG(2,
-       "##### SetStreamingServerSettingsZIXI %s m_server_no=%d m_alias=%s m_type=%s m_ip=%s "
-       "m_port=%d m_sid=%s m_pas=%s m_lat=%d m_abt=%d",
-       "Transmit()", server_no_, server.str_alias, server.type, dst_address_, dst_port_, stream_id_,
-       password_, latency_, adaptive_bitrate_);
+       "##### SetStreamingServerSettingsZIXI Transmit() m_server_no=%d m_alias=%s m_type=%s "
+       "m_ip=%s m_port=%d m_sid=%s m_pas=%s m_lat=%d m_abt=%d",
+       server_no_, server.str_alias, server.type, dst_address_, dst_port_, stream_id_, password_,
+       latency_, adaptive_bitrate_);
 }
 
 bool SetStreamingServerSettingsRTMP::ReadTransport(const char* params) {
@@ -184,11 +183,9 @@ constexpr void (*kReports[])(JsonWriter& data, const _STREAMING_SERVER_SETTING& 
 
 int GetStreamingServerSettings::Parse(const char* params) {
   // On purpose, this line has the name of the command for the streaming format.
-  DLOG(2, "##### GetStreamingSettings %s params=%s", "Parse()", params);
+  DLOG(2, "##### GetStreamingSettings Parse() params=%s", params);
   return ReadParameter(params, "ID", server_no_) ? 0 : -1;
 }
-
-void GetStreamingServerSettings::Transmit() { Succeed(); }
 
 void GetStreamingServerSettings::Output() {
   const StreamingServerPath path(server_no_);

@@ -14,11 +14,11 @@ namespace {
 /// Changes the streaming settings file and traces it before and after.
 template <typename Change>
 void UpdateStreamingFile(int level, const char* command, Change change) {
-  kStreamingFile.UpdateTraced(
-      STREAMING_SETTING_PATH, change, [&](const char* when, const _STREAMING_SETTING& setting) {
-        DLOG(level, "##### %s %s %s res:%s qua:%s ser:%s", command, "Transmit()", when,
-             setting.resolution, setting.quality, setting.server);
-      });
+  kStreamingFile.UpdateTraced(STREAMING_SETTING_PATH, change,
+                              [&](const char* when, const _STREAMING_SETTING& setting) {
+                                DLOG(level, "##### %s Transmit() %s res:%s qua:%s ser:%s", command,
+                                     when, setting.resolution, setting.quality, setting.server);
+                              });
 }
 
 /// The stored quality with another bit rate; 0 without one.
@@ -63,10 +63,8 @@ const Flags<Columns>& FlagsOrZeros(const Flags<Columns>* flags, const char* sele
 
 }  // namespace
 
-void GetStreamingSettings::Transmit() { Succeed(); }
-
 void GetStreamingSettings::Output() {
-  DLOG(2, "##### GetStreamingSettings %s", "Output()");
+  DLOG(2, "##### GetStreamingSettings Output()");
   _STREAMING_SETTING setting;
   ReadStreamingSetting(&setting);
   const StreamingQuality quality(ParseInt32(setting.quality));
@@ -84,15 +82,13 @@ int SetStreamingSettings::Parse(const char* params) {
       !ReadParameter(params, "Bitrate", bitrate)) {
     return -1;
   }
-  DLOG(2, "##### SetStreamingSettings %s m_resolution=%s m_bitrate=%s", "Parse()", resolution,
-       bitrate);
+  DLOG(2, "##### SetStreamingSettings Parse() m_resolution=%s m_bitrate=%s", resolution, bitrate);
   resolution_ = IndexOfName(resolution_table, resolution);
   bitrate_code_ = BitrateCodeAt(IndexOfName(bitrate_table, bitrate));
   return 0;
 }
 
 void SetStreamingSettings::Transmit() {
-  Succeed();
   UpdateStreamingFile(2, "SetStreamingSettings", [this](_STREAMING_SETTING& setting) {
     CopyNumber(setting.resolution, resolution_);
     CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
@@ -105,14 +101,13 @@ int SetStreamingResolution::Parse(const char* params) {
     return -1;
   }
   // This command and the next two trace their parameter twice.
-  DLOG(4, "##### SetStreamingResolution %s m_resolution=%s", "Parse()", resolution);
+  DLOG(4, "##### SetStreamingResolution Parse() m_resolution=%s", resolution);
   resolution_ = IndexOfName(resolution_table, resolution);
-  DLOG(4, "##### SetStreamingResolution %s m_resolution=%s", "Parse()", resolution);
+  DLOG(4, "##### SetStreamingResolution Parse() m_resolution=%s", resolution);
   return 0;
 }
 
 void SetStreamingResolution::Transmit() {
-  Succeed();
   UpdateStreamingFile(4, "SetStreamingResolution", [this](_STREAMING_SETTING& setting) {
     CopyNumber(setting.resolution, resolution_);
   });
@@ -123,14 +118,13 @@ int SetStreamingFramerate::Parse(const char* params) {
   if (!ReadParameter(params, "Framerate", framerate)) {
     return -1;
   }
-  DLOG(4, "##### SetStreamingFramerate %s m_framerate=%s", "Parse()", framerate);
+  DLOG(4, "##### SetStreamingFramerate Parse() m_framerate=%s", framerate);
   framerate_ = IndexOfName(framerate_table, framerate);
-  DLOG(2, "##### SetStreamingFramerate %s m_framerate=%s", "Parse()", framerate);
+  DLOG(2, "##### SetStreamingFramerate Parse() m_framerate=%s", framerate);
   return 0;
 }
 
 void SetStreamingFramerate::Transmit() {
-  Succeed();
   UpdateStreamingFile(2, "SetStreamingFramerate", [this](_STREAMING_SETTING& setting) {
     CopyNumber(setting.quality, WithFramerate(setting, framerate_));
   });
@@ -141,20 +135,17 @@ int SetStreamingBitrate::Parse(const char* params) {
   if (!ReadParameter(params, "Bitrate", bitrate)) {
     return -1;
   }
-  DLOG(4, "##### SetStreamingBitrate %s m_bitrate=%s", "Parse()", bitrate);
+  DLOG(4, "##### SetStreamingBitrate Parse() m_bitrate=%s", bitrate);
   bitrate_code_ = BitrateCodeAt(IndexOfName(bitrate_table, bitrate));
-  DLOG(4, "##### SetStreamingBitrate %s m_bitrate=%s", "Parse()", bitrate);
+  DLOG(4, "##### SetStreamingBitrate Parse() m_bitrate=%s", bitrate);
   return 0;
 }
 
 void SetStreamingBitrate::Transmit() {
-  Succeed();
   UpdateStreamingFile(4, "SetStreamingBitrate", [this](_STREAMING_SETTING& setting) {
     CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
   });
 }
-
-void AvailableStreamingResolutionSettings::Transmit() { Succeed(); }
 
 void AvailableStreamingResolutionSettings::Output() {
   static constexpr const char* kColumns[kResolutionRows] = {
@@ -164,17 +155,15 @@ void AvailableStreamingResolutionSettings::Output() {
 }
 
 int AvailableStreamingFramerateSettings::Parse(const char* params) {
-  DLOG(2, "##### AvailableStreamingFramerateSettings %s params=%s", "Parse()", params);
+  DLOG(2, "##### AvailableStreamingFramerateSettings Parse() params=%s", params);
   ShortText resolution;
   if (!ReadParameter(params, "Resolution", resolution)) {
     return -1;
   }
-  DLOG(2, "##### AvailableStreamingFramerateSettings %s m_resolution=%s", "Parse()", resolution);
+  DLOG(2, "##### AvailableStreamingFramerateSettings Parse() m_resolution=%s", resolution);
   resolution_ = IndexOfName(resolution_table, resolution);
   return resolution_ < std::int32_t{kResolutionRows} ? 0 : -1;
 }
-
-void AvailableStreamingFramerateSettings::Transmit() { Succeed(); }
 
 void AvailableStreamingFramerateSettings::Output() {
   static constexpr const char* kColumns[kFramerateRows] = {"60p", "60i", "30p",
@@ -188,7 +177,7 @@ void AvailableStreamingFramerateSettings::Output() {
 }
 
 int AvailableStreamingBitrateSettings::Parse(const char* params) {
-  DLOG(2, "##### AvailableStreamingBitrateSettings %s params=%s", "Parse()", params);
+  DLOG(2, "##### AvailableStreamingBitrateSettings Parse() params=%s", params);
   ShortText type;
   ShortText resolution;
   ShortText framerate;
@@ -197,9 +186,9 @@ int AvailableStreamingBitrateSettings::Parse(const char* params) {
     return -1;
   }
   DLOG(2,
-       "##### AvailableStreamingBitrateSettings %s m_streaming_type=%s m_resolution=%s "
+       "##### AvailableStreamingBitrateSettings Parse() m_streaming_type=%s m_resolution=%s "
        "m_framerate=%s",
-       "Parse()", type, resolution, framerate);
+       type, resolution, framerate);
   type_ = IndexOfName(streaming_type_zixi_separate_table, type);
   resolution_ = IndexOfName(resolution_table, resolution);
   framerate_ = IndexOfName(framerate_table, framerate);
@@ -208,8 +197,6 @@ int AvailableStreamingBitrateSettings::Parse(const char* params) {
                          framerate_ < std::int32_t{kFramerateRows};
   return all_known ? 0 : -1;
 }
-
-void AvailableStreamingBitrateSettings::Transmit() { Succeed(); }
 
 void AvailableStreamingBitrateSettings::Output() {
   const BitrateFlags& flags = FlagsOrZeros(
@@ -220,8 +207,6 @@ void AvailableStreamingBitrateSettings::Output() {
   AppendFlags(data, "AvailableBitrate", bitrate_table, flags);
   Command::Output();
 }
-
-void GetCurrentStreamingServerID::Transmit() { Succeed(); }
 
 void GetCurrentStreamingServerID::Output() {
   _STREAMING_SETTING setting;
@@ -236,13 +221,12 @@ int SetCurrentStreamingServerID::Parse(const char* params) {
     return -1;
   }
   const bool accepted = server_ < kServers;
-  DLOG(2, "##### SetCurrentStreamingServerID %s m_server=%d %s", "Parse()", server_,
+  DLOG(2, "##### SetCurrentStreamingServerID Parse() m_server=%d %s", server_,
        accepted ? "OK" : "NG");
   return accepted ? 0 : 1;
 }
 
 void SetCurrentStreamingServerID::Transmit() {
-  Succeed();
   UpdateStreamingFile(2, "SetCurrentStreamingServerID",
                       [this](_STREAMING_SETTING& setting) { CopyNumber(setting.server, server_); });
 }

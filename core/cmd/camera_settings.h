@@ -16,9 +16,8 @@
 
 /// Reports the zoom positions behind the buttons "A", "B" and "C", as they are stored; -1 for one
 /// that is not set.
-class GetPresetZoomPosition : public Command {
+class GetPresetZoomPosition : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 
@@ -42,9 +41,8 @@ class SetPresetZoomPosition : public Command {
 /// Reports "Address" of the NTP server, "TcSync" ("On" while the time code follows the server) and
 /// "Status", the state of the synchronisation out of the camera status block; empty for a state
 /// that clients have no words for.
-class GetNTPStatus : public Command {
+class GetNTPStatus : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 
@@ -73,9 +71,8 @@ class SetNTPSettings : public Command {
 
 /// Reports "Function" ("Enable" or "Disable"), "Address", "Port" and "Mountpoint" of the return
 /// audio; the port is printed as it is stored.
-class GetIFBSettings : public Command {
+class GetIFBSettings : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 

@@ -71,9 +71,6 @@ class Command {
   /// the first of them.
   std::uint8_t* NewPayload(std::uint16_t length);
 
-  /// Sends no message: the action has succeeded, or consists of what `Output` reads.
-  void Succeed();
-
   /// Adds an empty data object to the reply.
   JsonWriter& AddData();
 
@@ -91,4 +88,10 @@ class Command {
   std::optional<JsonWriter> data_;
   int log_level_;
   bool log_reply_ = true;
+};
+
+/// Base of the commands that send no message: all they report is what `Output` reads.
+class LocalCommand : public Command {
+ public:
+  void Transmit() override {}
 };

@@ -1,33 +1,35 @@
-// Commands about the camera's state and its clips: status report, clip list, clip marking and the
-// selection of clips for FTP upload. All of them speak to the camera control daemon; numbers of
-// several bytes in their payloads are big-endian.
+// Commands about the camera's state and its clips: status report, clip list, clip marking and FTP
+// upload. All of them talk to the camera control daemon; numbers in their payloads are big-endian.
 #pragma once
 
 #include <cstdint>
 
 #include "core/cmd/command.h"
-#include "core/growing_array.h"
+#include "core/text_builder.h"
 
 /// Reports the camera's whole state; the pages of the web remote poll it.
 ///
-/// The bare header is the message. The daemon's reply (see status/status_reply.h) and the camera
-/// status block together make the report. What did not arrive of the reply is reported as zeros.
+/// The message is a bare header. The report combines the daemon's reply (see status/status_reply.h)
+/// with the camera status block. Bytes of the reply that did not arrive are reported as zeros.
 class GetCamStatus : public Command {
  public:
+  /// Length of the longest report, reserved at once because this command is polled.
+  static constexpr std::size_t kMaxReport = 3454;
+
   void Output() override;
 };
 
 /// Lists clips of one card slot.
 ///
 /// Parameters: "Slot" ("A" or "B", only the first character counts), "StartIndexNo" (index number
-/// of the first clip, at least 1) and "ClipNum" (number of clips asked for, at least 1), both cut
-/// to signed 16 bits. A missing parameter or another slot is refused with -1, the start index with
-/// -2, the number with -3.
+/// of the first clip, at least 1) and "ClipNum" (number of clips, at least 1), both truncated to
+/// signed 16 bits. `Parse` returns -1 for a missing parameter or another slot, -2 for a bad start
+/// index, -3 for a bad number of clips.
 ///
-/// The daemon returns 15 clips at most, so there is one exchange for every 15 of them. Payload:
+/// The daemon returns at most 15 clips, so there is one exchange for every 15 of them. Payload:
 /// byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number of the first clip, bytes 4 and
-/// 5 number of clips. Reply: byte 0 result, bytes 2 and 3 number of clips, then the clips with 32
-/// bytes each. An exchange that fails does not end the list; the last one's result is the reply's.
+/// 5 number of clips. Reply: byte 0 result, bytes 2 and 3 number of clips, then 32 bytes per clip.
+/// An error result does not end the list; the reply has the result of the last exchange.
 class GetClipInfo : public Command {
  public:
   int Parse(const char* params) override;
@@ -35,58 +37,48 @@ class GetClipInfo : public Command {
   void Output() override;
 
  private:
-  /// What the daemon tells of one clip.
-  struct ClipRecord {
-    static constexpr std::size_t kSize = 32;
-    std::uint8_t bytes[kSize];
-  };
-
   void KeepClips();
-  static void WriteClip(JsonWriter& data, const ClipRecord& record);
 
   std::uint8_t slot_ = 0;
   std::int16_t start_index_ = 0;
   std::int16_t clip_count_ = 0;
-  GrowingArray<ClipRecord> clips_;  ///< all that were received, so memory is no client's to claim
+  /// The received clip records (see status/clip_record.h). Memory grows with the clips that arrive,
+  /// not with the number that the client asked for.
+  TextBuilder clips_;
 };
 
 /// Sets or clears the OK mark of one clip.
 ///
 /// Parameters: "Slot" ("A"; anything else means B, only the first character counts), "IndexNo" of
-/// the clip (cut to 16 bits) and "OKMark" ("NoMark" clears the mark, any other text of at most 30
-/// characters sets it). A missing one is refused with -1.
+/// the clip (truncated to 16 bits) and "OKMark" ("NoMark" clears the mark, any other text sets it).
+/// `Parse` returns -1 if one is missing.
 ///
 /// Payload: byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number, byte 4 OK mark (0 or
 /// 1), byte 5 zero.
 class SetClipInfo : public Command {
  public:
   int Parse(const char* params) override;
-
- private:
-  char slot_ = '\0';
-  std::uint16_t index_no_ = 0;
-  char ok_mark_[31] = {};
 };
 
-/// Answers the question that the camera's FTP client asks.
+/// Answers a prompt of the camera's FTP client.
 ///
-/// Parameter "Response": a number that only the daemon knows the meaning of; a missing one is
-/// refused with -1. Payload: byte 0 its low byte, byte 1 zero.
+/// Parameter "Response": a number whose meaning only the daemon knows; `Parse` returns -1 if it is
+/// missing. Payload: byte 0 its low byte, byte 1 zero.
 class WebFtpOperateResponse : public Command {
  public:
   int Parse(const char* params) override;
 };
 
-/// The shape of the commands that start an upload of many clips.
+/// Base of the commands that start the upload of many clips.
 ///
-/// Parameters: the numbers "Server" and "Slot"; a missing one is refused with -1. Payload: byte 0
-/// the low byte of the server, byte 1 that of the slot.
+/// Parameters: the numbers "Server" and "Slot"; `Parse` returns -1 if one is missing. Payload: byte
+/// 0 the low byte of the server, byte 1 the low byte of the slot.
 class FtpUploadStart : public Command {
  public:
   int Parse(const char* params) override;
 
  protected:
-  /// @param log_name  what the log calls the command
+  /// @param log_name  name of the command in the log
   explicit FtpUploadStart(const char* log_name) : log_name_(log_name) {}
 
  private:
@@ -105,7 +97,7 @@ class SetWebFtpUploadOkMarked : public FtpUploadStart {
   SetWebFtpUploadOkMarked() : FtpUploadStart("upload ok mark") {}
 };
 
-/// The shape of the commands that choose clips of one slot for the upload to one FTP server.
+/// Base of the commands that select clips of one slot for the upload to one FTP server.
 ///
 /// Parameters "block0" to "block124": 32 clips each, one bit per clip, as a decimal number, signed
 /// or unsigned; a missing block selects none. See `SetClipUploadBitmap`. Payload: the 125 blocks
@@ -122,42 +114,17 @@ class FtpUploadSelection : public Command {
   char slot_;
 };
 
-class SetWebFtp1UploadASelect : public FtpUploadSelection {
+template <int kServer, char kSlot>
+class FtpUploadSelectionOf : public FtpUploadSelection {
  public:
-  SetWebFtp1UploadASelect() : FtpUploadSelection(1, 'A') {}
+  FtpUploadSelectionOf() : FtpUploadSelection(kServer, kSlot) {}
 };
 
-class SetWebFtp2UploadASelect : public FtpUploadSelection {
- public:
-  SetWebFtp2UploadASelect() : FtpUploadSelection(2, 'A') {}
-};
-
-class SetWebFtp3UploadASelect : public FtpUploadSelection {
- public:
-  SetWebFtp3UploadASelect() : FtpUploadSelection(3, 'A') {}
-};
-
-class SetWebFtp4UploadASelect : public FtpUploadSelection {
- public:
-  SetWebFtp4UploadASelect() : FtpUploadSelection(4, 'A') {}
-};
-
-class SetWebFtp1UploadBSelect : public FtpUploadSelection {
- public:
-  SetWebFtp1UploadBSelect() : FtpUploadSelection(1, 'B') {}
-};
-
-class SetWebFtp2UploadBSelect : public FtpUploadSelection {
- public:
-  SetWebFtp2UploadBSelect() : FtpUploadSelection(2, 'B') {}
-};
-
-class SetWebFtp3UploadBSelect : public FtpUploadSelection {
- public:
-  SetWebFtp3UploadBSelect() : FtpUploadSelection(3, 'B') {}
-};
-
-class SetWebFtp4UploadBSelect : public FtpUploadSelection {
- public:
-  SetWebFtp4UploadBSelect() : FtpUploadSelection(4, 'B') {}
-};
+using SetWebFtp1UploadASelect = FtpUploadSelectionOf<1, 'A'>;
+using SetWebFtp2UploadASelect = FtpUploadSelectionOf<2, 'A'>;
+using SetWebFtp3UploadASelect = FtpUploadSelectionOf<3, 'A'>;
+using SetWebFtp4UploadASelect = FtpUploadSelectionOf<4, 'A'>;
+using SetWebFtp1UploadBSelect = FtpUploadSelectionOf<1, 'B'>;
+using SetWebFtp2UploadBSelect = FtpUploadSelectionOf<2, 'B'>;
+using SetWebFtp3UploadBSelect = FtpUploadSelectionOf<3, 'B'>;
+using SetWebFtp4UploadBSelect = FtpUploadSelectionOf<4, 'B'>;

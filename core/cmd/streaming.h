@@ -14,9 +14,8 @@ struct _STREAMING_SERVER_SETTING;
 
 /// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; a setting
 /// that is none of the known ones is an empty name.
-class GetStreamingSettings : public Command {
+class GetStreamingSettings : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 
@@ -69,19 +68,17 @@ class SetStreamingBitrate : public Command {
 };
 
 /// Reports which resolutions the camera can stream now: one flag for each.
-class AvailableStreamingResolutionSettings : public Command {
+class AvailableStreamingResolutionSettings : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 
 /// Reports which frame rates the camera can stream now at one resolution: one flag for each.
 ///
 /// Parameter "Resolution": a name of `resolution_table`. Missing or unknown: "RequestedError".
-class AvailableStreamingFramerateSettings : public Command {
+class AvailableStreamingFramerateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
-  void Transmit() override;
   void Output() override;
 
  private:
@@ -93,10 +90,9 @@ class AvailableStreamingFramerateSettings : public Command {
 /// Parameters "Type", a name of `streaming_type_zixi_separate_table`, "Resolution", a name of
 /// `resolution_table`, and "Framerate", a name of `framerate_table`. One missing or unknown:
 /// "RequestedError".
-class AvailableStreamingBitrateSettings : public Command {
+class AvailableStreamingBitrateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
-  void Transmit() override;
   void Output() override;
 
  private:
@@ -233,10 +229,9 @@ class SetStreamingServerSettingsRTP : public SetStreamingServerSettings {
 /// stored; nothing when the stored transport is none of the known ones.
 ///
 /// Parameter "ID": the server's number. Missing: "RequestedError".
-class GetStreamingServerSettings : public Command {
+class GetStreamingServerSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
-  void Transmit() override;
   void Output() override;
 
  private:
@@ -244,9 +239,8 @@ class GetStreamingServerSettings : public Command {
 };
 
 /// Reports the number of the current streaming server, as it is stored.
-class GetCurrentStreamingServerID : public Command {
+class GetCurrentStreamingServerID : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 

@@ -27,17 +27,15 @@ class SessionRenewal : public Command {
 
 /// Reports model, destination region, version of this interface and serial number, out of the
 /// camera status block. Sends no message.
-class GetSystemInfo : public Command {
+class GetSystemInfo : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 
 /// Tells a client without a session that the camera is there, with its studio tally. Sends no
 /// message.
-class HeartbeatConfirmation : public Command {
+class HeartbeatConfirmation : public LocalCommand {
  public:
-  void Transmit() override;
   void Output() override;
 };
 

@@ -1,10 +1,10 @@
+#include "status/clip_upload_bitmap.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-
-#include "status/clip_upload_bitmap.h"
 
 namespace {
 
