@@ -36,12 +36,11 @@ private_folders() {
   mount -t tmpfs tmpfs /run
   mount -t tmpfs tmpfs /var/tmp
   mount -t tmpfs tmpfs /srv
-  mkdir -p /var/tmp/lighttpd /srv/www/htdocs /srv/www/cgi-bin
+  mkdir -p /var/tmp/lighttpd /srv/www/htdocs /srv/www/api /srv/www/cgi-bin
   cp build/release/camera_remote.cgi /srv/www/cgi-bin
-  if [[ -d web ]]; then
-    # Bound, not copied: a change to the page shows with the next reload.
-    mount --no-canonicalize --bind ./web /srv/www/htdocs
-  fi
+  # Bound, not copied: a change to the page shows with the next reload.
+  mount --no-canonicalize --bind ./web /srv/www/htdocs
+  mount --no-canonicalize --bind ./api /srv/www/api
 }
 
 # A /dev of its own, so that the handler's log never reaches the machine's system log.
