@@ -1,0 +1,130 @@
+// A form for any command, made from the API description.
+
+import { element, setText } from "./dom.js";
+
+/// Parameters beyond this number are folded away.
+const SHOWN = 12;
+
+export class CommandForm {
+  #elements;
+  #schemas;
+  #parameters = [];
+
+  /// @param elements  {select, description, fields}
+  constructor(elements) {
+    this.#elements = elements;
+    elements.select.addEventListener("change", () => this.#showCommand());
+  }
+
+  /// Reads the description, once, and offers its commands.
+  async load(url) {
+    if (this.#schemas) {
+      return;
+    }
+    const response = await fetch(url);
+    if (!response.ok) {
+      throw new Error(`${url} is not there (HTTP status ${response.status})`);
+    }
+    const { paths, components } = await response.json();
+    this.#schemas = components.schemas;
+    const [path] = Object.values(paths);
+    const requests = path.post.requestBody.content["application/json"].schema.oneOf;
+    const names = requests.map(({ $ref }) => this.#resolve({ $ref }).properties.Request.properties.Command.const);
+    this.#elements.select.replaceChildren(...names.sort().map((name) => element("option", { textContent: name })));
+    this.#showCommand();
+  }
+
+  /// The chosen command and its parameters as they were filled in. Optional ones that were left
+  /// empty are left out.
+  request() {
+    const params = {};
+    for (const { name, schema, required, field } of this.#parameters) {
+      if (field.value !== "" || required) {
+        params[name] = schema.type === "integer" ? Number(field.value) : field.value;
+      }
+    }
+    const hasParams = this.#parameters.length > 0;
+    return { command: this.#elements.select.value, params: hasParams ? params : undefined };
+  }
+
+  #showCommand() {
+    const request = this.#schemas[`${this.#elements.select.value}Request`];
+    setText(this.#elements.description, request.description);
+    const params = this.#resolve(request.properties.Request.properties.Params ?? {});
+    const names = Object.keys(params.properties ?? {});
+    this.#parameters = names.map((name) => this.#parameter(name, params));
+    const rows = this.#parameters.map(({ row }) => row);
+    const folded = rows.slice(SHOWN);
+    this.#elements.fields.replaceChildren(
+      ...rows.slice(0, SHOWN),
+      ...(folded.length > 0 ? [fold(`${folded.length} more parameters`, folded)] : []),
+    );
+    this.#connectPair(params);
+  }
+
+  #parameter(name, params) {
+    const schema = this.#resolve(params.properties[name]);
+    const required = (params.required ?? []).includes(name);
+    const field = makeField(name, schema, required);
+    const hint = element("p", { id: `hint-${name}`, className: "quiet", textContent: schema.description ?? "" });
+    field.setAttribute("aria-describedby", hint.id);
+    return { name, schema, required, field, row: element("div", {}, element("label", {}, `${name} `, field), hint) };
+  }
+
+  /// Two parameters that go together in certain pairs, a control and its key: the choice of the
+  /// first decides what the second one offers.
+  #connectPair({ oneOf = [] }) {
+    if (oneOf.length === 0) {
+      return;
+    }
+    const [first, second] = this.#parameters;
+    const rows = oneOf.map(({ properties }) => ({
+      kind: properties[first.name].const,
+      keys: properties[second.name].enum ?? [properties[second.name].const],
+    }));
+    const kinds = makeSelect(first.name, [...new Set(rows.map(({ kind }) => kind))]);
+    const keys = makeSelect(second.name, []);
+    const follow = () => {
+      const offered = rows.filter(({ kind }) => kind === kinds.value).flatMap((row) => row.keys);
+      keys.replaceChildren(...offered.map((key) => element("option", { textContent: key })));
+    };
+    kinds.addEventListener("change", follow);
+    follow();
+    replaceField(first, kinds);
+    replaceField(second, keys);
+  }
+
+  /// A schema with what it refers to.
+  #resolve(schema) {
+    const { $ref, ...own } = schema;
+    return $ref ? { ...this.#resolve(this.#schemas[$ref.split("/").at(-1)]), ...own } : own;
+  }
+}
+
+function makeField(name, schema, required) {
+  if (schema.enum) {
+    return makeSelect(name, required ? schema.enum : ["", ...schema.enum]);
+  }
+  if (schema.type === "integer") {
+    return element("input", { name, type: "number", required, min: schema.minimum ?? "", max: schema.maximum ?? "" });
+  }
+  return element("input", {
+    name,
+    type: schema.format === "password" ? "password" : "text",
+    maxLength: schema.maxLength ?? 5000,
+    autocomplete: "off",
+  });
+}
+
+function makeSelect(name, words) {
+  return element("select", { name }, ...words.map((word) => element("option", { textContent: word, value: word })));
+}
+
+function replaceField(parameter, field) {
+  parameter.field.replaceWith(field);
+  parameter.field = field;
+}
+
+function fold(title, contents) {
+  return element("details", {}, element("summary", { textContent: title }), ...contents);
+}

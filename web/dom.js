@@ -1,0 +1,38 @@
+// Small helpers for elements. Texts only ever become text nodes.
+
+export const byId = (id) => document.getElementById(id);
+
+/// Makes an element. Properties are set as such, those with a hyphen as attributes.
+export function element(name, properties = {}, ...children) {
+  const made = document.createElement(name);
+  for (const [key, value] of Object.entries(properties)) {
+    if (key.includes("-") || key === "role" || key === "for") {
+      made.setAttribute(key, value);
+    } else {
+      made[key] = value;
+    }
+  }
+  made.append(...children);
+  return made;
+}
+
+/// Sets a text if it differs, so that nothing is announced or laid out again without need.
+export function setText(target, text) {
+  if (target.textContent !== text) {
+    target.textContent = text;
+  }
+}
+
+/// Shows terms and their values in a `<dl>`.
+export function setFacts(list, facts) {
+  list.replaceChildren(
+    ...Object.entries(facts).map(([term, value]) =>
+      element("div", {}, element("dt", { textContent: term }), element("dd", { textContent: value })),
+    ),
+  );
+}
+
+/// What `path`, such as "Iris.Status", leads to.
+export function valueAt(object, path) {
+  return path.split(".").reduce((value, key) => value?.[key], object);
+}

@@ -1,0 +1,115 @@
+// The header and the strip below it: which camera this is, how it is reached, what is on air.
+
+import { byId, element, setText, valueAt } from "./dom.js";
+import { announce, complain } from "./messages.js";
+import { errorInWords } from "./words.js";
+
+const SESSION_TEXTS = { none: "not logged in", valid: "logged in", lost: "lost" };
+const TALLY_TEXTS = {
+  Program: "On air: program",
+  Preview: "In preview",
+  Off: "Tally off",
+  unknown: "Tally unknown",
+};
+
+/// Battery minutes or per cent from which on it is nearly empty.
+const BATTERY_LOW = 10;
+
+export function setUpHeader({ camera, connection, simulator }) {
+  connection.addEventListener("state", ({ detail }) => showState(detail));
+  connection.addEventListener("latency", ({ detail }) => setText(byId("latency"), `${Math.round(detail)} ms`));
+  connection.addEventListener("tally", ({ detail }) => showTally(detail));
+  connection.addEventListener("status", ({ detail }) => showStatus(detail));
+  connection.addEventListener("session", ({ detail }) => {
+    byId("session").dataset.state = detail;
+    setText(byId("session"), SESSION_TEXTS[detail]);
+    byId("log-out").disabled = detail !== "valid";
+    if (detail === "valid") {
+      showIdentity(camera);
+    }
+  });
+  byId("log-out").addEventListener("click", () =>
+    connection.logOut().catch((error) => complain(`Log out: ${errorInWords(error)}`)),
+  );
+  simulator.answers().then((answers) => (byId("simulated").hidden = !answers));
+}
+
+async function showIdentity(camera) {
+  const info = await camera.getSystemInfo().catch(() => undefined);
+  if (info) {
+    setText(byId("model"), info.Model);
+    setText(byId("serial"), info.Serial);
+  }
+}
+
+let lastState;
+
+function showState({ state, text }) {
+  const shown = byId("connection");
+  shown.dataset.state = state;
+  setText(shown, text);
+  if (state === "lost" && lastState !== "lost") {
+    announce("Connection to the camera lost");
+  } else if (state === "live" && lastState === "lost") {
+    announce("The camera is back");
+  }
+  lastState = state;
+}
+
+function showTally(word) {
+  document.body.dataset.tally = word.toLowerCase();
+  setText(byId("tally"), word);
+  announce(TALLY_TEXTS[word] ?? word);
+}
+
+let lastRecording;
+
+function showStatus(status) {
+  document.body.dataset.recording = status.Status;
+  for (const shown of document.querySelectorAll(".strip [data-text]")) {
+    setText(shown, valueAt(status, shown.dataset.text));
+  }
+  if (lastRecording !== undefined && lastRecording !== status.Status) {
+    announce(`Recording status: ${status.Status}`);
+  }
+  lastRecording = status.Status;
+  showWarnings(warningsIn(status));
+}
+
+function warningsIn(status) {
+  const { SlotA, SlotB, Battery, Mode, Ftp } = status;
+  return [
+    ...cardWarnings("A", SlotA),
+    ...cardWarnings("B", SlotB),
+    isBatteryLow(Battery) && "Battery low",
+    status.NetAdaptorStatus === "Mismatch" && "Network mismatch",
+    Mode !== "Camera" && `Camera in ${Mode === "Thmubnail" ? "thumbnail" : Mode} mode`,
+    ["TRUST", "PROMPT"].includes(Ftp.Phase1) && "The upload asks a question",
+    Ftp.Err !== 0 && `Upload error ${Ftp.Err}`,
+  ].filter(Boolean);
+}
+
+function cardWarnings(name, slot) {
+  return [
+    slot.RemainWarn !== 0 && slot.Status !== "NoCard" && `Card ${name} nearly full`,
+    slot.Protect === "Lock" && `Card ${name} locked`,
+    slot.Status === "Invalid" && `Card ${name} unusable`,
+  ];
+}
+
+function isBatteryLow({ Info, Level, Value }) {
+  return Number(Level) <= 1 || (Info !== "Voltage" && Number(Value) <= BATTERY_LOW);
+}
+
+function showWarnings(warnings) {
+  const list = byId("warnings");
+  const texts = [...list.children].map((item) => item.textContent);
+  if (texts.join("\n") === warnings.join("\n")) {
+    return;
+  }
+  list.replaceChildren(...warnings.map((warning) => element("li", { textContent: warning })));
+  const fresh = warnings.filter((warning) => !texts.includes(warning));
+  if (fresh.length > 0) {
+    announce(`Warning: ${fresh.join(", ")}`);
+  }
+}

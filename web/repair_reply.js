@@ -1,0 +1,19 @@
+// Texts of the camera stand in its replies as they are. A label with a quote or a backslash makes a
+// reply invalid JSON; the page of an operator must go on all the same.
+
+/// A quote that belongs to a text, as it has no structure on either side.
+const QUOTE_WITHIN_TEXT = /(?<![{[,:])"(?![:,}\]])/g;
+
+/// The data of a reply that is no JSON because of its texts.
+/// @return undefined if it cannot be read even so
+export function repairReply(text) {
+  const escaped = text
+    .replaceAll("\\", "\\\\")
+    .replaceAll(/[\u0000-\u001f]/g, " ")
+    .replaceAll(QUOTE_WITHIN_TEXT, '\\"');
+  try {
+    return JSON.parse(escaped).Response.Data;
+  } catch {
+    return undefined;
+  }
+}

@@ -1,0 +1,68 @@
+// The view of the camera's time, system information and position.
+
+import { byId, setFacts, setText } from "./dom.js";
+
+const NTP_STATES = {
+  Master: "the camera is the master",
+  "Not Syncronized": "not synchronized",
+  Syncronized: "synchronized",
+};
+
+export function setUpSettings({ camera, queue, attempt }) {
+  const form = byId("ntp-form");
+  const fields = form.elements;
+
+  async function readTime() {
+    const time = await attempt("Time settings", () => camera.getNTPStatus());
+    if (time) {
+      setText(byId("ntp-status"), NTP_STATES[time.Status] ?? "unknown");
+      fields.Address.value = time.Address;
+      fields.TcSync.checked = time.TcSync === "On";
+    }
+  }
+
+  async function readSystem() {
+    const info = await attempt("System information", () => camera.getSystemInfo());
+    const heartbeat = await attempt("System information", () => camera.heartbeatConfirmation());
+    if (info && heartbeat) {
+      setFacts(byId("system-facts"), {
+        Model: info.Model,
+        Region: info.Destination,
+        "Serial number": info.Serial,
+        "API version": info.ApiVersion,
+        "Video output": heartbeat.VideoOutput,
+      });
+    }
+  }
+
+  async function readPosition() {
+    const position = await attempt("Position", () => camera.getGPSInfo());
+    if (position) {
+      setText(byId("gps-level"), position.AntennaLevel || "none");
+      setText(byId("gps-location"), position.Location || "unknown");
+    }
+  }
+
+  form.addEventListener("submit", (event) => {
+    event.preventDefault();
+    const address = fields.Address.value;
+    const tcSync = fields.TcSync.checked ? "On" : "Off";
+    queue.send("Time settings", async () => {
+      await camera.setNTPServer({ address });
+      await camera.setNTPSettings({ tcSync });
+      await readTime();
+    });
+  });
+  byId("gps-read").addEventListener("click", readPosition);
+  byId("resume").addEventListener("click", () =>
+    queue.send("Resume", () => camera.systemRequest({ request: "Resume" })),
+  );
+
+  return {
+    show: async () => {
+      await readTime();
+      await readSystem();
+      await readPosition();
+    },
+  };
+}

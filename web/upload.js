@@ -1,0 +1,89 @@
+// The upload of clips to an FTP server: what is sent, how far it is, and the camera's questions.
+
+import { byId, setText } from "./dom.js";
+import { announce } from "./messages.js";
+import { inWords } from "./words.js";
+
+/// Slots are numbers here.
+const SLOT_NUMBERS = { A: 0, B: 1 };
+const YES = 1;
+const NO = 0;
+
+const QUESTIONS = {
+  TRUST: "Do you trust the server with this key?",
+  PROMPT: "The camera asks:",
+};
+
+/// @param clips  {slot(), selected()}: the slot and the numbers of the clips that are chosen
+export function setUpUpload({ camera, queue, attempt }, clips) {
+  const server = byId("upload-server");
+  const start = (call) => queue.send("Upload", call);
+
+  byId("upload-selected").addEventListener("click", () => {
+    const method = `setWebFtp${server.value}Upload${clips.slot()}Select`;
+    start(() => camera[method]({ clips: clips.selected() }));
+  });
+  byId("upload-marked").addEventListener("click", () =>
+    start(() => camera.setWebFtpUploadOkMarked(serverAndSlot())),
+  );
+  byId("upload-all").addEventListener("click", () => start(() => camera.setWebFtpUploadAll(serverAndSlot())));
+  const answer = (response) => attempt("Answer", () => camera.webFtpOperateResponse({ response }));
+  byId("upload-yes").addEventListener("click", () => answer(YES));
+  byId("upload-no").addEventListener("click", () => answer(NO));
+
+  /// Servers are counted from 0 here.
+  function serverAndSlot() {
+    return { server: Number(server.value) - 1, slot: SLOT_NUMBERS[clips.slot()] };
+  }
+
+  let selected = 0;
+  let busy = false;
+  const enable = () => {
+    byId("upload-selected").disabled = busy || selected === 0;
+    byId("upload-marked").disabled = byId("upload-all").disabled = busy;
+  };
+
+  let phase;
+  return {
+    showSelected: (number) => {
+      selected = number;
+      setText(byId("upload-selected"), number === 0 ? "Upload selected" : `Upload ${number} selected`);
+      enable();
+    },
+    showStatus: ({ Ftp }) => {
+      busy = Ftp.Phase1 !== "OFF";
+      enable();
+      setText(byId("upload-phase"), inWords(Ftp.Phase1));
+      setText(byId("upload-detail"), detailText(Ftp));
+      byId("upload-progress").value = Ftp.Percent;
+      byId("upload-progress").hidden = !busy;
+      showQuestion(Ftp);
+      if (phase !== undefined && phase !== Ftp.Phase1) {
+        announce(`Upload: ${inWords(Ftp.Phase1)}`);
+      }
+      phase = Ftp.Phase1;
+    },
+  };
+}
+
+function detailText(ftp) {
+  if (ftp.Err !== 0) {
+    return `The last upload has failed with error ${ftp.Err}.`;
+  }
+  if (ftp.Phase1 === "OFF") {
+    return "";
+  }
+  const number = ftp.Server.replace("FTP", "");
+  const message = Object.hasOwn(QUESTIONS, ftp.Phase1) || ftp.Message === "" ? "" : `, ${ftp.Message}`;
+  return `to server ${number}: file ${ftp.NowNo} of ${ftp.TotalNo}, ${ftp.Percent} %, ${ftp.Remain} s left${message}`;
+}
+
+function showQuestion({ Phase1, Message }) {
+  const question = QUESTIONS[Phase1];
+  const box = byId("upload-question");
+  box.hidden = question === undefined;
+  if (question !== undefined) {
+    setText(byId("upload-question-title"), question);
+    setText(byId("upload-question-text"), Message);
+  }
+}
