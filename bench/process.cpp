@@ -13,9 +13,9 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-#include <system_error>
 
 #include "harness/files.h"
+#include "harness/system_call.h"
 
 namespace bench {
 namespace {
@@ -23,20 +23,8 @@ namespace {
 constexpr int kRoomForReply = 1 << 20;
 constexpr char kValgrindLog[] = "/var/tmp/callgrind.log";
 
-void Check(bool fine, const char* what) {
-  if (!fine) {
-    throw std::system_error(errno, std::generic_category(), what);
-  }
-}
-
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) {
-    pointers.push_back(text.data());
-  }
-  pointers.push_back(nullptr);
-  return pointers;
-}
+using harness::Check;
+using harness::Pointers;
 
 /// Command, environment, request and room for the reply of one run, made ready beforehand.
 class Run {

@@ -110,7 +110,7 @@ class RaceTest : public CameraTest {
         figures.reads_in_pieces);
   }
 
-  const PopularDaemon control_{kControlSocket, ""};
+  const ConcurrentDaemon control_{kControlSocket, ""};
 };
 
 std::string StreamingFile(const std::string& resolution, const std::string& quality) {

@@ -102,8 +102,8 @@ class WebServerTest : public CameraTest {};
 
 TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   const std::string refusal = ReplyMessage(Bytes({2}) + std::string(63, '\0'));
-  const PopularDaemon control(kControlSocket, refusal);
-  const PopularDaemon streaming(kStreamingSocket, refusal);
+  const ConcurrentDaemon control(kControlSocket, refusal);
+  const ConcurrentDaemon streaming(kStreamingSocket, refusal);
   WebServer server;
   // A file that is being made is empty for a moment, and what reads it then lacks its numbers.
   for (const Exchange& exchange : Mixture("99")) {

@@ -1,6 +1,5 @@
 #include "harness/fake_daemon.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/socket.h>
@@ -8,10 +7,10 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <system_error>
 #include <utility>
 
 #include "harness/recording.h"
+#include "harness/system_call.h"
 #include "harness/unix_socket.h"
 
 namespace harness {
@@ -21,7 +20,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr std::size_t kHeaderSize = 12;
-constexpr int kForEver = -1;
+constexpr int kNoTimeout = -1;
 constexpr int kBacklog = 16;
 
 int MillisecondsUntil(steady_clock::time_point end) {
@@ -47,13 +46,13 @@ bool Conversation::ReceiveSome(int timeout_ms) {
 
 void Conversation::AwaitBytes(std::size_t bytes) {
   while (!ended_ && received_.size() < bytes) {
-    ReceiveSome(kForEver);
+    ReceiveSome(kNoTimeout);
   }
 }
 
 void Conversation::AwaitEnd() {
   while (!ended_) {
-    ReceiveSome(kForEver);
+    ReceiveSome(kNoTimeout);
   }
 }
 
@@ -75,11 +74,7 @@ void Conversation::Send(const std::string& bytes) {
   }
 }
 
-void Conversation::Lock() {
-  if (flock(socket_, LOCK_EX | LOCK_NB) != 0) {
-    throw std::system_error(errno, std::generic_category(), "lock on a connection");
-  }
-}
+void Conversation::Lock() { Check(flock(socket_, LOCK_EX | LOCK_NB) == 0, "lock on a connection"); }
 
 void Conversation::Close() {
   if (socket_ >= 0) {
@@ -148,19 +143,8 @@ Script CloseAfterReading() { return Script().AwaitMessage().Close(); }
 Script CloseBeforeReading() { return Script().Close(); }
 
 FakeDaemon::FakeDaemon(const std::string& path, Script by_default)
-    : path_(path), socket_(BoundSocket(path, SOCK_STREAM)), by_default_(std::move(by_default)) {
-  if (listen(socket_, kBacklog) != 0 || pipe2(stop_pipe_, O_CLOEXEC) != 0) {
-    throw std::system_error(errno, std::generic_category(), "listen on " + path);
-  }
-  server_ = std::thread(&FakeDaemon::Serve, this);
-}
-
-FakeDaemon::~FakeDaemon() {
-  close(stop_pipe_[1]);
-  server_.join();
-  close(stop_pipe_[0]);
-  close(socket_);
-  unlink(path_.c_str());
+    : by_default_(std::move(by_default)), server_(path, SOCK_STREAM, kBacklog) {
+  server_.StartForEach([this] { ServeOne(); });
 }
 
 FakeDaemon& FakeDaemon::Next(Script script) {
@@ -178,20 +162,14 @@ std::vector<std::string> FakeDaemon::Received() {
 }
 
 bool FakeDaemon::IsIdle() {
-  pollfd waiting = {socket_, POLLIN, 0};
+  pollfd waiting = {server_.Socket(), POLLIN, 0};
   return !busy_ && poll(&waiting, 1, 0) == 0;
-}
-
-void FakeDaemon::Serve() {
-  pollfd events[] = {{socket_, POLLIN, 0}, {stop_pipe_[0], POLLIN, 0}};
-  while (poll(events, 2, kForEver) >= 0 && events[1].revents == 0) {
-    ServeOne();
-  }
 }
 
 void FakeDaemon::ServeOne() {
   std::unique_lock<std::mutex> lock(mutex_);
-  Conversation conversation(accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC), stop_pipe_[0]);
+  Conversation conversation(accept4(server_.Socket(), nullptr, nullptr, SOCK_CLOEXEC),
+                            server_.StopDescriptor());
   busy_ = true;
   Script script = by_default_;
   if (!scripts_.empty()) {
@@ -211,26 +189,16 @@ void FakeDaemon::ServeOne() {
   changed_.notify_all();
 }
 
-PopularDaemon::PopularDaemon(const std::string& path, std::string reply)
-    : path_(path), reply_(std::move(reply)), socket_(BoundSocket(path, SOCK_STREAM)) {
-  if (listen(socket_, SOMAXCONN) != 0 || pipe2(stop_pipe_, O_CLOEXEC) != 0) {
-    throw std::system_error(errno, std::generic_category(), "listen on " + path);
-  }
-  server_ = std::thread(&PopularDaemon::Serve, this);
+ConcurrentDaemon::ConcurrentDaemon(const std::string& path, std::string reply)
+    : reply_(std::move(reply)), server_(path, SOCK_STREAM, SOMAXCONN) {
+  server_.Start([this] { Serve(); });
 }
 
-PopularDaemon::~PopularDaemon() {
-  close(stop_pipe_[1]);
-  server_.join();
-  close(stop_pipe_[0]);
-  close(socket_);
-  unlink(path_.c_str());
-}
-
-void PopularDaemon::Serve() {
-  std::vector<pollfd> events = {{stop_pipe_[0], POLLIN, 0}, {socket_, POLLIN, 0}};
+void ConcurrentDaemon::Serve() {
+  std::vector<pollfd> events = {{server_.StopDescriptor(), POLLIN, 0},
+                                {server_.Socket(), POLLIN, 0}};
   const std::size_t first_client = events.size();
-  while (poll(events.data(), events.size(), kForEver) >= 0 && events[0].revents == 0) {
+  while (poll(events.data(), events.size(), kNoTimeout) >= 0 && events[0].revents == 0) {
     for (std::size_t i = events.size(); i-- > first_client;) {
       if (events[i].revents != 0 && !ServeClient(events[i].fd)) {
         close(events[i].fd);
@@ -238,7 +206,7 @@ void PopularDaemon::Serve() {
       }
     }
     if (events[1].revents != 0) {
-      events.push_back({accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
+      events.push_back({accept4(server_.Socket(), nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
     }
   }
   for (std::size_t i = first_client; i < events.size(); ++i) {
@@ -246,7 +214,7 @@ void PopularDaemon::Serve() {
   }
 }
 
-bool PopularDaemon::ServeClient(int client) {
+bool ConcurrentDaemon::ServeClient(int client) {
   char message[65536];
   if (recv(client, message, sizeof message, MSG_DONTWAIT) <= 0) {
     return false;
@@ -257,11 +225,9 @@ bool PopularDaemon::ServeClient(int client) {
 }
 
 BusyDaemon::BusyDaemon(const std::string& path) : sockets_{BoundSocket(path, SOCK_STREAM)} {
-  if (listen(sockets_.front(), 0) != 0) {
-    throw std::system_error(errno, std::generic_category(), "listen on " + path);
-  }
+  Check(listen(sockets_.front(), 0) == 0, "listen on " + path);
   for (int client = 0; client >= 0;) {
-    client = ConnectWithoutWaiting(path, SOCK_STREAM);
+    client = ConnectNonBlocking(path, SOCK_STREAM);
     sockets_.push_back(client);
   }
   sockets_.pop_back();

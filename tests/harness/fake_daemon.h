@@ -8,9 +8,10 @@
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
+
+#include "harness/socket_thread.h"
 
 namespace harness {
 
@@ -82,9 +83,6 @@ class FakeDaemon {
   explicit FakeDaemon(const std::string& path = kControlSocket, Script by_default = Silent());
   /// The control daemon.
   explicit FakeDaemon(Script by_default) : FakeDaemon(kControlSocket, std::move(by_default)) {}
-  ~FakeDaemon();
-  FakeDaemon(const FakeDaemon&) = delete;
-  FakeDaemon& operator=(const FakeDaemon&) = delete;
 
   /// Appends the script of the next connection that has none yet.
   FakeDaemon& Next(Script script);
@@ -94,29 +92,22 @@ class FakeDaemon {
   std::vector<std::string> Received();
 
  private:
-  void Serve();
   void ServeOne();
   bool IsIdle();  // with `mutex_` held
 
-  std::string path_;
-  int socket_;
-  int stop_pipe_[2];
   std::mutex mutex_;
   std::condition_variable changed_;
   bool busy_ = false;
   std::deque<Script> scripts_;
   Script by_default_;
   std::vector<std::string> received_;
-  std::thread server_;
+  SocketThread server_;
 };
 
 /// A daemon that answers any number of clients at once, all of them with the same reply.
-class PopularDaemon {
+class ConcurrentDaemon {
  public:
-  PopularDaemon(const std::string& path, std::string reply);
-  ~PopularDaemon();
-  PopularDaemon(const PopularDaemon&) = delete;
-  PopularDaemon& operator=(const PopularDaemon&) = delete;
+  ConcurrentDaemon(const std::string& path, std::string reply);
 
   /// How many messages have come so far.
   std::size_t Received() const { return received_; }
@@ -126,12 +117,9 @@ class PopularDaemon {
   /// Answers what has come. Returns false when the client has closed.
   bool ServeClient(int client);
 
-  std::string path_;
   std::string reply_;
-  int socket_;
-  int stop_pipe_[2];
   std::atomic<std::size_t> received_{0};
-  std::thread server_;
+  SocketThread server_;
 };
 
 /// A daemon that is too busy to accept: its queue of connections is full for this object's life.

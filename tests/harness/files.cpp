@@ -2,14 +2,14 @@
 
 #include <sys/mount.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
+
+#include "harness/system_call.h"
 
 namespace harness {
 
@@ -37,10 +37,9 @@ void WriteSession(const std::string& id) {
 
 ReadOnly::ReadOnly(std::string path) : path_(std::move(path)) {
   // A bind mount takes its flags only when it is remounted.
-  if (mount(path_.c_str(), path_.c_str(), nullptr, MS_BIND, nullptr) != 0 ||
-      mount(nullptr, path_.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
-    throw std::system_error(errno, std::generic_category(), "mount " + path_);
-  }
+  Check(mount(path_.c_str(), path_.c_str(), nullptr, MS_BIND, nullptr) == 0 &&
+            mount(nullptr, path_.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0,
+        "mount " + path_);
 }
 
 FullDisk::FullDisk(std::string folder) : folder_(std::move(folder)) {
@@ -48,9 +47,7 @@ FullDisk::FullDisk(std::string folder) : folder_(std::move(folder)) {
   for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
     files[entry.path()] = ReadFile(entry.path());
   }
-  if (mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=64k") != 0) {
-    throw std::system_error(errno, std::generic_category(), "mount " + folder_);
-  }
+  Check(mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=64k") == 0, "mount " + folder_);
   for (const auto& [path, content] : files) {
     WriteFile(path, content);
   }

@@ -5,12 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
-#include <system_error>
+
+#include "harness/system_call.h"
 
 namespace harness {
 namespace {
@@ -19,23 +19,15 @@ namespace fs = std::filesystem;
 
 bool entered = false;
 
-[[noreturn]] void Fail(const std::string& what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
-
 void WriteProcFile(const char* path, const std::string& text) {
   std::ofstream file(path);
   file << text << std::flush;
-  if (!file) {
-    Fail(path);
-  }
+  Check(file.good(), path);
 }
 
 void Mount(const char* source, const std::string& target, const char* type, unsigned long flags,
            const char* data) {
-  if (mount(source, target.c_str(), type, flags, data) != 0) {
-    Fail("mount " + target);
-  }
+  Check(mount(source, target.c_str(), type, flags, data) == 0, "mount " + target);
 }
 
 void MountEmpty(const std::string& target) { Mount("tmpfs", target, "tmpfs", 0, "mode=0755"); }
@@ -47,9 +39,7 @@ void UnshareMounts() {
   }
   const std::string uid = std::to_string(geteuid());
   const std::string gid = std::to_string(getegid());
-  if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-    Fail("unshare");
-  }
+  Check(unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, "unshare");
   WriteProcFile("/proc/self/setgroups", "deny");
   WriteProcFile("/proc/self/uid_map", "0 " + uid + " 1");
   WriteProcFile("/proc/self/gid_map", "0 " + gid + " 1");

@@ -8,13 +8,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -22,6 +20,7 @@
 #include "harness/handler.h"
 #include "harness/recording.h"
 #include "harness/refusal.h"
+#include "harness/system_call.h"
 
 namespace harness {
 namespace {
@@ -32,12 +31,6 @@ using std::chrono::steady_clock;
 constexpr std::size_t kBytesAtOnce = 65536;
 constexpr int kEmulationIsSlower = 3;
 constexpr int kExecFailed = 127;
-
-void Check(bool fine, const std::string& what) {
-  if (!fine) {
-    throw std::system_error(errno, std::generic_category(), what);
-  }
-}
 
 std::string FromEnvironment(const char* name, const char* otherwise) {
   const char* const value = std::getenv(name);
@@ -88,15 +81,6 @@ class WithoutPipeSignal {
  private:
   void (*before_)(int);
 };
-
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) {
-    pointers.push_back(text.data());
-  }
-  pointers.push_back(nullptr);
-  return pointers;
-}
 
 void Limit(__rlimit_resource_t resource, std::size_t bytes) {
   rlimit limit = {};

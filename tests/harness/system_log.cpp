@@ -1,16 +1,13 @@
 #include "harness/system_log.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
 #include "harness/unix_socket.h"
@@ -56,19 +53,12 @@ LogLine ParseLogLine(const std::string& datagram) {
   return {priority & kPriorityMask, datagram.substr(end_of_head + 1)};
 }
 
-SystemLog::SystemLog() : socket_(BoundSocket(kLogSocket, SOCK_DGRAM)) {
-  if (pipe2(stop_pipe_, O_CLOEXEC) != 0) {
-    throw std::system_error(errno, std::generic_category(), "pipe");
-  }
-  collector_ = std::thread(&SystemLog::Collect, this);
-}
-
-SystemLog::~SystemLog() {
-  close(stop_pipe_[1]);
-  collector_.join();
-  close(stop_pipe_[0]);
-  close(socket_);
-  unlink(kLogSocket);
+// The queue of a datagram socket is short and a sender waits if it is full: a thread empties it.
+SystemLog::SystemLog() : collector_(kLogSocket, SOCK_DGRAM, 0) {
+  collector_.StartForEach([this] {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    ReceiveAll();
+  });
 }
 
 LogLines SystemLog::Lines() {
@@ -83,23 +73,14 @@ LogLines SystemLog::TakeLines() {
   return std::exchange(lines_, {});
 }
 
-// The queue of a datagram socket is short and a sender waits when it is full: a thread empties it.
-void SystemLog::Collect() {
-  pollfd events[] = {{socket_, POLLIN, 0}, {stop_pipe_[0], POLLIN, 0}};
-  while (poll(events, 2, -1) >= 0 && events[1].revents == 0) {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    ReceiveAll();
-  }
-}
-
 void SystemLog::ReceiveAll() {
-  while (const std::optional<std::string> datagram = Receive(socket_)) {
+  while (const std::optional<std::string> datagram = Receive(collector_.Socket())) {
     lines_.push_back(ParseLogLine(*datagram));
   }
 }
 
 StalledLog::StalledLog() : socket_(BoundSocket(kLogSocket, SOCK_DGRAM)) {
-  const int sender = ConnectWithoutWaiting(kLogSocket, SOCK_DGRAM);
+  const int sender = ConnectNonBlocking(kLogSocket, SOCK_DGRAM);
   while (send(sender, "stale", 5, MSG_DONTWAIT) >= 0) {
     ++stale_;
   }
@@ -112,11 +93,11 @@ StalledLog::~StalledLog() {
 }
 
 LogLines StalledLog::Read(std::size_t count) {
-  constexpr int kPatienceMs = 10000;
+  constexpr int kTimeoutMs = 10000;
   LogLines lines;
   for (std::size_t received = 0; received < stale_ + count; ++received) {
     pollfd event = {socket_, POLLIN, 0};
-    poll(&event, 1, kPatienceMs);
+    poll(&event, 1, kTimeoutMs);
     const std::optional<std::string> datagram = Receive(socket_);
     if (!datagram) {
       throw std::runtime_error("nothing more is logged");

@@ -6,8 +6,9 @@
 #include <iosfwd>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
+
+#include "harness/socket_thread.h"
 
 namespace harness {
 
@@ -36,9 +37,6 @@ LogLine ParseLogLine(const std::string& datagram);
 class SystemLog {
  public:
   SystemLog();
-  ~SystemLog();
-  SystemLog(const SystemLog&) = delete;
-  SystemLog& operator=(const SystemLog&) = delete;
 
   /// Everything sent so far. What a process that has ended has sent is complete in it.
   LogLines Lines();
@@ -47,14 +45,11 @@ class SystemLog {
   LogLines TakeLines();
 
  private:
-  void Collect();
   void ReceiveAll();  // with `mutex_` held
 
-  int socket_;
-  int stop_pipe_[2];
   std::mutex mutex_;
   LogLines lines_;
-  std::thread collector_;
+  SocketThread collector_;
 };
 
 /// A system log daemon that has stopped reading: its queue is full.

@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "harness/system_call.h"
+
 namespace harness {
 namespace {
 
@@ -28,9 +30,7 @@ const sockaddr* Generic(const sockaddr_un& address) {
 
 int NewSocket(int type) {
   const int descriptor = socket(AF_UNIX, type | SOCK_CLOEXEC, 0);
-  if (descriptor < 0) {
-    throw std::system_error(errno, std::generic_category(), "socket");
-  }
+  Check(descriptor >= 0, "socket");
   return descriptor;
 }
 
@@ -48,7 +48,7 @@ int BoundSocket(const std::string& path, int type) {
   return descriptor;
 }
 
-int ConnectWithoutWaiting(const std::string& path, int type) {
+int ConnectNonBlocking(const std::string& path, int type) {
   const sockaddr_un address = Address(path);
   const int descriptor = NewSocket(type | SOCK_NONBLOCK);
   if (connect(descriptor, Generic(address), sizeof address) != 0) {

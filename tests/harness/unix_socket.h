@@ -9,7 +9,7 @@ namespace harness {
 int BoundSocket(const std::string& path, int type);
 
 /// Connects a new socket without waiting. Returns it, or -1 with errno set.
-int ConnectWithoutWaiting(const std::string& path, int type);
+int ConnectNonBlocking(const std::string& path, int type);
 
 /// Connects a new stream socket, waiting for as long as it takes. Throws std::system_error.
 int ConnectedSocket(const std::string& path);

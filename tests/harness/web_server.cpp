@@ -60,7 +60,7 @@ void WriteHandler() {
 }
 
 bool Accepts() {
-  const int socket = ConnectWithoutWaiting(kSocket, SOCK_STREAM);
+  const int socket = ConnectNonBlocking(kSocket, SOCK_STREAM);
   if (socket >= 0) {
     close(socket);
   }
