@@ -2,58 +2,54 @@
 
 #include <cstring>
 
+#include "core/text.h"
+
 void JsonWriter::Text(std::string_view key, std::string_view text) {
-  Key(key);
-  text_.Append('"');
-  text_.Append(text);
-  text_.Append('"');
+  char* const value = Member(key, text.size() + 2);
+  value[0] = '"';
+  std::memcpy(value + 1, text.data(), text.size());
+  value[1 + text.size()] = '"';
 }
 
 void JsonWriter::EscapedText(std::string_view key, std::string_view text) {
-  Key(key);
-  text_.Append('"');
+  BeginText(key);
   for (const char c : text) {
     AppendEscaped(c);
   }
-  text_.Append('"');
+  EndText();
 }
 
 void JsonWriter::Number(std::string_view key, std::int64_t number) {
-  Key(key);
-  text_.AppendNumber(number);
+  Bare(key, DecimalText(number).View());
 }
 
 void JsonWriter::QuotedNumber(std::string_view key, std::int64_t number) {
-  Key(key);
-  text_.Append('"');
-  text_.AppendNumber(number);
-  text_.Append('"');
+  Text(key, DecimalText(number).View());
 }
 
 void JsonWriter::Bare(std::string_view key, std::string_view value) {
-  Key(key);
-  text_.Append(value);
+  std::memcpy(Member(key, value.size()), value.data(), value.size());
 }
 
 TextBuilder& JsonWriter::BeginText(std::string_view key) {
-  Key(key);
-  text_.Append('"');
+  *Member(key, 1) = '"';
   return text_;
 }
 
 void JsonWriter::BeginObject(std::string_view key) {
-  Key(key);
-  Begin('{');
+  *Member(key, 1) = '{';
+  first_ = true;
 }
 
 void JsonWriter::BeginElement() {
   Separate();
-  Begin('{');
+  text_.Append('{');
+  first_ = true;
 }
 
 void JsonWriter::BeginArray(std::string_view key) {
-  Key(key);
-  Begin('[');
+  *Member(key, 1) = '[';
+  first_ = true;
 }
 
 void JsonWriter::Separate() {
@@ -63,18 +59,15 @@ void JsonWriter::Separate() {
   first_ = false;
 }
 
-void JsonWriter::Key(std::string_view key) {
-  constexpr std::string_view kBehind = "\":";
+char* JsonWriter::Member(std::string_view key, std::size_t value_length) {
+  constexpr std::string_view kKeyEnd = "\":";
   Separate();
-  char* const place = text_.Extend(1 + key.size() + kBehind.size());
-  place[0] = '"';
-  std::memcpy(place + 1, key.data(), key.size());
-  std::memcpy(place + 1 + key.size(), kBehind.data(), kBehind.size());
-}
-
-void JsonWriter::Begin(char bracket) {
-  text_.Append(bracket);
-  first_ = true;
+  char* const member = text_.Extend(1 + key.size() + kKeyEnd.size() + value_length);
+  char* const key_end = member + 1 + key.size();
+  member[0] = '"';
+  std::memcpy(member + 1, key.data(), key.size());
+  std::memcpy(key_end, kKeyEnd.data(), kKeyEnd.size());
+  return key_end + kKeyEnd.size();
 }
 
 void JsonWriter::End(char bracket) {

@@ -1,4 +1,4 @@
-// Writes the members of a JSON object, as the "Data" of the replies needs them.
+// Writes the members of a JSON object, for the "Data" of the replies.
 #pragma once
 
 #include <cstddef>
@@ -7,22 +7,22 @@
 
 #include "core/text_builder.h"
 
-/// Appends "key":value members to a text and puts the commas between them. Keys and texts are
-/// written as they stand, unless it says otherwise: clients rely on the raw form.
+/// Appends "key":value members to a text, with commas between them. Keys and texts are not escaped,
+/// except by `EscapedText`: clients rely on the raw form.
 class JsonWriter {
  public:
   /// "key":"text"
   void Text(std::string_view key, std::string_view text);
-  /// "key":"text" with a text that anybody may have written: quotes, backslashes and control
-  /// characters are escaped.
+  /// "key":"text" for a text from outside the camera: quotes, backslashes and control characters
+  /// are escaped.
   void EscapedText(std::string_view key, std::string_view text);
   /// "key":number
   void Number(std::string_view key, std::int64_t number);
-  /// "key":"number": some clients read numbers as texts.
+  /// "key":"number", because clients expect some numbers as texts.
   void QuotedNumber(std::string_view key, std::int64_t number);
-  /// "key":value with a value that is stored as text and printed bare.
+  /// "key":value for a number that is stored as text.
   void Bare(std::string_view key, std::string_view value);
-  /// "key":"..." with a text that the caller appends piece by piece, up to the matching `EndText`.
+  /// "key":" and then what the caller appends, up to the matching `EndText`.
   TextBuilder& BeginText(std::string_view key);
   void EndText() { text_.Append('"'); }
 
@@ -42,9 +42,9 @@ class JsonWriter {
 
  private:
   void Separate();
-  void Key(std::string_view key);
+  /// Appends the key and makes room for a value of `value_length` bytes, which the caller fills.
+  char* Member(std::string_view key, std::size_t value_length);
   void AppendEscaped(char c);
-  void Begin(char bracket);
   void End(char bracket);
 
   TextBuilder text_;
