@@ -7,6 +7,7 @@
 struct ValueBuffer {
   template <std::size_t Size>
   ValueBuffer(char (&array)[Size]) : text(array), size(Size) {}
+  ValueBuffer(char* buffer, std::size_t buffer_size) : text(buffer), size(buffer_size) {}
 
   char* text;
   std::size_t size;

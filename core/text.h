@@ -12,21 +12,23 @@ constexpr std::size_t kTextSize = 5000;
 /// The longest text in them; an `int`, so that it can be a precision of printf.
 constexpr int kMaxTextLength = kTextSize - 1;
 
-/// Copies `from` into the array, cut to what fits beside the terminating NUL.
-template <std::size_t Size>
-void CopyText(char (&to)[Size], std::string_view from) {
-  const std::size_t length = from.size() < Size ? from.size() : Size - 1;
+/// Copies `from` into a buffer of `size` bytes, truncated to leave room for the terminating NUL.
+inline void CopyText(char* to, std::size_t size, std::string_view from) {
+  const std::size_t length = from.size() < size ? from.size() : size - 1;
   std::memcpy(to, from.data(), length);
   to[length] = '\0';
 }
 
-/// Appends `from` to the text in the array, cut to what fits.
+template <std::size_t Size>
+void CopyText(char (&to)[Size], std::string_view from) {
+  CopyText(to, Size, from);
+}
+
+/// Appends `from` to the text in the array, truncated likewise.
 template <std::size_t Size>
 void AppendText(char (&to)[Size], std::string_view from) {
   const std::size_t used = strnlen(to, Size - 1);
-  const std::size_t length = from.size() < Size - used ? from.size() : Size - used - 1;
-  std::memcpy(to + used, from.data(), length);
-  to[used + length] = '\0';
+  CopyText(to + used, Size - used, from);
 }
 
 /// Whether `text` begins with `prefix`.

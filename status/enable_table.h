@@ -8,7 +8,7 @@ namespace camera_status {
 
 /// One control's flag.
 struct EnableFlag {
-  const char* key;  ///< as the status report names the control
+  char key[12];  ///< as the status report names the control
   U8Field flag;
 };
 

@@ -1,4 +1,5 @@
 // The commands of the streaming servers' settings files.
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 
@@ -11,178 +12,139 @@
 
 namespace {
 
-/// Stores a text parameter. It has the size of its field: it is cut once, when it is read.
-template <std::size_t Size>
-void Store(char (&field)[Size], const char (&parameter)[Size]) {
-  CopyText(field, parameter);
-}
+enum class Kind : std::uint8_t { kText, kNumber };
 
-/// Stores a number parameter.
-template <std::size_t Size>
-void Store(char (&field)[Size], std::int32_t parameter) {
-  CopyNumber(field, parameter);
+/// The place of a value in `_STREAMING_SERVER_SETTING`.
+struct Field {
+  std::size_t offset;
+  std::size_t capacity;  ///< including the terminating NUL
+};
+
+#define FIELD(name) \
+  Field { offsetof(_STREAMING_SERVER_SETTING, name), sizeof(_STREAMING_SERVER_SETTING::name) }
+
+/// In place of the field that a parameter is stored in: clients cannot set it.
+constexpr Field kReadOnly = {0, 0};
+
+/// A parameter of a transport, by its key in requests and replies.
+struct Parameter {
+  [[nodiscard]] bool CanBeSet() const { return stored.capacity > 0; }
+
+  char key[16];
+  Kind kind;
+  Field reported;  ///< what `GetStreamingServerSettings` reads
+  Field stored;    ///< what the Set commands write
+};
+
+constexpr Parameter kUdp[] = {
+    {"DstAddress", Kind::kText, FIELD(udp_dst_address), FIELD(udp_dst_address)},
+    {"DstPort", Kind::kNumber, FIELD(udp_dst_port), FIELD(udp_dst_port)},
+    {"PcrJitter", Kind::kNumber, FIELD(udp_pcr_jitter), FIELD(udp_pcr_jitter)},
+};
+constexpr Parameter kTcp[] = {
+    {"DstAddress", Kind::kText, FIELD(tcp_dst_address), FIELD(udp_dst_address)},
+    {"DstPort", Kind::kNumber, FIELD(tcp_dst_port), FIELD(udp_dst_port)},
+};
+constexpr Parameter kRtsp[] = {
+    {"DstPort", Kind::kNumber, FIELD(rtsp_dst_port), kReadOnly},
+    {"StreamId", Kind::kText, FIELD(rtsp_stream_id), kReadOnly},
+    {"Username", Kind::kText, FIELD(rtsp_username), kReadOnly},
+    {"Password", Kind::kText, FIELD(rtsp_password), FIELD(rtsp_password)},
+};
+constexpr Parameter kZixi[] = {
+    {"DstAddress", Kind::kText, FIELD(zixi_dst_address), FIELD(zixi_dst_address)},
+    {"DstPort", Kind::kNumber, FIELD(zixi_dst_port), FIELD(zixi_dst_port)},
+    {"StreamId", Kind::kText, FIELD(zixi_stream_id), FIELD(zixi_stream_id)},
+    {"Password", Kind::kText, FIELD(zixi_password), FIELD(zixi_password)},
+    {"Latency", Kind::kNumber, FIELD(zixi_latency), FIELD(zixi_latency)},
+    {"AdaptiveBitrate", Kind::kNumber, FIELD(zixi_adaptive_bitrate), FIELD(zixi_adaptive_bitrate)},
+};
+constexpr Parameter kRtmp[] = {
+    {"DstUrl", Kind::kText, FIELD(rtmp_destination_url), FIELD(rtmp_destination_url)},
+    {"StreamKey", Kind::kText, FIELD(rtmp_stream_key), FIELD(rtmp_stream_key)},
+};
+constexpr Parameter kRtp[] = {
+    {"DstAddress", Kind::kText, FIELD(rtp_dst_address), FIELD(udp_dst_address)},
+    {"DstPort", Kind::kNumber, FIELD(rtp_dst_port), FIELD(rtp_dst_port)},
+    {"Smpte2022Fec", Kind::kNumber, FIELD(rtp_smpte2022_fec), FIELD(rtp_smpte2022_fec)},
+    {"FecMatrixL", Kind::kNumber, FIELD(rtp_fec_matrix_l), FIELD(rtp_fec_matrix_l)},
+    {"FecMatrixD", Kind::kNumber, FIELD(rtp_fec_matrix_d), FIELD(rtp_fec_matrix_d)},
+};
+
+struct Transport {
+  char key[8];  ///< of its object in the reply
+  const Parameter* parameters;
+  std::size_t count;
+};
+
+/// By the index of the transport in `streaming_type_table`.
+constexpr Transport kTransports[] = {
+    {"Udp", kUdp, std::size(kUdp)},    {"Tcp", kTcp, std::size(kTcp)},
+    {"Rtsp", kRtsp, std::size(kRtsp)}, {"Zixi", kZixi, std::size(kZixi)},
+    {"Rtmp", kRtmp, std::size(kRtmp)}, {"Rtp", kRtp, std::size(kRtp)},
+};
+
+/// Reads a parameter as the text that is stored, truncated to its field.
+bool ReadValue(const char* params, const Parameter& parameter, StreamingServerValue& value) {
+  if (parameter.kind == Kind::kText) {
+    return json_parser(params, parameter.key, {value, parameter.stored.capacity}) != nullptr;
+  }
+  std::int32_t number = 0;
+  const bool found = ReadParameter(params, parameter.key, number);
+  CopyNumber(value, number);
+  return found;
 }
 
 }  // namespace
 
+SetStreamingServerSettings::SetStreamingServerSettings(StreamingTransport transport)
+    : transport_(transport) {
+  const Transport& row = kTransports[transport_];
+  for (std::size_t i = 0; i < row.count; ++i) {
+    CopyText(values_[i], row.parameters[i].kind == Kind::kNumber ? "0" : "");
+  }
+}
+
 int SetStreamingServerSettings::Parse(const char* params) {
-  type_ = IndexOfName(streaming_type_table, transport_);
-  if (!ReadParameter(params, "ID", server_no_) || !ReadParameter(params, "Alias", alias_) ||
-      !ReadTransport(params)) {
+  type_ = transport_;
+  if (!ReadParameter(params, "ID", server_no_) || !ReadParameter(params, "Alias", alias_)) {
     return -1;
   }
-  DLOG(2, "##### SetStreamingServerSettings%s Parse() params=%s", transport_, params);
+  const Transport& row = kTransports[transport_];
+  for (std::size_t i = 0; i < row.count; ++i) {
+    if (row.parameters[i].CanBeSet() && !ReadValue(params, row.parameters[i], values_[i])) {
+      return -1;
+    }
+  }
+  DLOG(2, "##### SetStreamingServerSettings%s Parse() params=%s", streaming_type_table[transport_],
+       params);
   return 0;
 }
 
 void SetStreamingServerSettings::Transmit() {
   const StreamingServerPath path(server_no_);
   kStreamingServerFile.Update(path.Text(), [this](_STREAMING_SERVER_SETTING& server) {
-    Store(server.str_alias, alias_);
-    Store(server.type, type_);
-    StoreTransport(server);
+    CopyText(server.str_alias, alias_);
+    CopyNumber(server.type, type_);
+    const Transport& row = kTransports[transport_];
+    for (std::size_t i = 0; i < row.count; ++i) {
+      const Field field = row.parameters[i].stored;
+      if (row.parameters[i].CanBeSet()) {
+        CopyText(reinterpret_cast<char*>(&server) + field.offset, field.capacity, values_[i]);
+      }
+    }
+    if (transport_ == kStreamingZixi) {
+      DLOG(2,
+           "##### SetStreamingServerSettingsZIXI Transmit() m_server_no=%d m_alias=%s m_type=%s "
+           "m_ip=%s m_port=%s m_sid=%s m_pas=%s m_lat=%s m_abt=%s",
+           server_no_, server.str_alias, server.type, values_[0], values_[1], values_[2],
+           values_[3], values_[4], values_[5]);
+    }
   });
 }
 
-bool SetStreamingServerSettings::ReadTransport(const char* /*params*/) { return true; }
-
-void SetStreamingServerSettings::StoreTransport(_STREAMING_SERVER_SETTING& /*server*/) const {}
-
-bool SetStreamingServerSettingsUDP::ReadTransport(const char* params) {
-  return ReadParameter(params, "DstAddress", dst_address_) &&
-         ReadParameter(params, "DstPort", dst_port_) &&
-         ReadParameter(params, "PcrJitter", pcr_jitter_);
-}
-
-void SetStreamingServerSettingsUDP::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.udp_dst_address, dst_address_);
-  Store(server.udp_dst_port, dst_port_);
-  Store(server.udp_pcr_jitter, pcr_jitter_);
-}
-
-bool SetStreamingServerSettingsTCP::ReadTransport(const char* params) {
-  return ReadParameter(params, "DstAddress", dst_address_) &&
-         ReadParameter(params, "DstPort", dst_port_);
-}
-
-void SetStreamingServerSettingsTCP::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.udp_dst_address, dst_address_);
-  Store(server.udp_dst_port, dst_port_);
-}
-
-bool SetStreamingServerSettingsRTSP::ReadTransport(const char* params) {
-  return ReadParameter(params, "Password", password_);
-}
-
-void SetStreamingServerSettingsRTSP::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.rtsp_password, password_);
-}
-
-bool SetStreamingServerSettingsZIXI::ReadTransport(const char* params) {
-  return ReadParameter(params, "DstAddress", dst_address_) &&
-         ReadParameter(params, "DstPort", dst_port_) &&
-         ReadParameter(params, "StreamId", stream_id_) &&
-         ReadParameter(params, "Password", password_) &&
-         ReadParameter(params, "Latency", latency_) &&
-         ReadParameter(params, "AdaptiveBitrate", adaptive_bitrate_);
-}
-
-void SetStreamingServerSettingsZIXI::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.zixi_dst_address, dst_address_);
-  Store(server.zixi_dst_port, dst_port_);
-  Store(server.zixi_stream_id, stream_id_);
-  Store(server.zixi_password, password_);
-  Store(server.zixi_latency, latency_);
-  Store(server.zixi_adaptive_bitrate, adaptive_bitrate_);
-  DLOG(2,
-       "##### SetStreamingServerSettingsZIXI Transmit() m_server_no=%d m_alias=%s m_type=%s "
-       "m_ip=%s m_port=%d m_sid=%s m_pas=%s m_lat=%d m_abt=%d",
-       server_no_, server.str_alias, server.type, dst_address_, dst_port_, stream_id_, password_,
-       latency_, adaptive_bitrate_);
-}
-
-bool SetStreamingServerSettingsRTMP::ReadTransport(const char* params) {
-  return ReadParameter(params, "DstUrl", dst_url_) &&
-         ReadParameter(params, "StreamKey", stream_key_);
-}
-
-void SetStreamingServerSettingsRTMP::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.rtmp_destination_url, dst_url_);
-  Store(server.rtmp_stream_key, stream_key_);
-}
-
-bool SetStreamingServerSettingsRTP::ReadTransport(const char* params) {
-  return ReadParameter(params, "DstAddress", dst_address_) &&
-         ReadParameter(params, "DstPort", dst_port_) &&
-         ReadParameter(params, "Smpte2022Fec", smpte2022_fec_) &&
-         ReadParameter(params, "FecMatrixL", fec_matrix_l_) &&
-         ReadParameter(params, "FecMatrixD", fec_matrix_d_);
-}
-
-void SetStreamingServerSettingsRTP::StoreTransport(_STREAMING_SERVER_SETTING& server) const {
-  Store(server.udp_dst_address, dst_address_);
-  Store(server.rtp_dst_port, dst_port_);
-  Store(server.rtp_smpte2022_fec, smpte2022_fec_);
-  Store(server.rtp_fec_matrix_l, fec_matrix_l_);
-  Store(server.rtp_fec_matrix_d, fec_matrix_d_);
-}
-
-namespace {
-
-void ReportUdp(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Udp");
-  data.Text("DstAddress", server.udp_dst_address);
-  data.Bare("DstPort", server.udp_dst_port);
-  data.Bare("PcrJitter", server.udp_pcr_jitter);
-}
-
-void ReportTcp(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Tcp");
-  data.Text("DstAddress", server.tcp_dst_address);
-  data.Bare("DstPort", server.tcp_dst_port);
-}
-
-void ReportRtsp(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Rtsp");
-  data.Bare("DstPort", server.rtsp_dst_port);
-  data.Text("StreamId", server.rtsp_stream_id);
-  data.Text("Username", server.rtsp_username);
-  data.Text("Password", server.rtsp_password);
-}
-
-void ReportZixi(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Zixi");
-  data.Text("DstAddress", server.zixi_dst_address);
-  data.Bare("DstPort", server.zixi_dst_port);
-  data.Text("StreamId", server.zixi_stream_id);
-  data.Text("Password", server.zixi_password);
-  data.Bare("Latency", server.zixi_latency);
-  data.Bare("AdaptiveBitrate", server.zixi_adaptive_bitrate);
-}
-
-void ReportRtmp(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Rtmp");
-  data.Text("DstUrl", server.rtmp_destination_url);
-  data.Text("StreamKey", server.rtmp_stream_key);
-}
-
-void ReportRtp(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) {
-  data.BeginObject("Rtp");
-  data.Text("DstAddress", server.rtp_dst_address);
-  data.Bare("DstPort", server.rtp_dst_port);
-  data.Bare("Smpte2022Fec", server.rtp_smpte2022_fec);
-  data.Bare("FecMatrixL", server.rtp_fec_matrix_l);
-  data.Bare("FecMatrixD", server.rtp_fec_matrix_d);
-}
-
-/// By the index of the transport in `streaming_type_table`. Each leaves its object open.
-constexpr void (*kReports[])(JsonWriter& data, const _STREAMING_SERVER_SETTING& server) = {
-    ReportUdp, ReportTcp, ReportRtsp, ReportZixi, ReportRtmp, ReportRtp};
-
-}  // namespace
-
 int GetStreamingServerSettings::Parse(const char* params) {
-  // On purpose, this line has the name of the command for the streaming format.
+  // This line deliberately names the command for the streaming format.
   DLOG(2, "##### GetStreamingSettings Parse() params=%s", params);
   return ReadParameter(params, "ID", server_no_) ? 0 : -1;
 }
@@ -193,10 +155,20 @@ void GetStreamingServerSettings::Output() {
   ReadStreamingServerSetting(path.Text(), &server);
   const std::int32_t type = ParseInt32(server.type);
   JsonWriter& data = AddData();
-  if (type >= 0 && static_cast<std::size_t>(type) < std::size(kReports)) {
+  if (type >= 0 && static_cast<std::size_t>(type) < std::size(kTransports)) {
+    const Transport& row = kTransports[type];
     data.Text("Alias", server.str_alias);
-    data.Text("Type", NameAt(streaming_type_table, type));
-    kReports[type](data, server);
+    data.Text("Type", streaming_type_table[type]);
+    data.BeginObject(row.key);
+    for (std::size_t i = 0; i < row.count; ++i) {
+      const Parameter& parameter = row.parameters[i];
+      const char* const value = reinterpret_cast<const char*>(&server) + parameter.reported.offset;
+      if (parameter.kind == Kind::kText) {
+        data.Text(parameter.key, value);
+      } else {
+        data.Bare(parameter.key, value);
+      }
+    }
     data.EndObject();
   }
   Command::Output();

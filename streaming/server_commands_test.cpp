@@ -1,5 +1,5 @@
-// No request reaches the class for TCP, and none can bring a blank: these are tested here. All else
-// is tested from outside.
+// No request reaches the class for TCP, and no request can contain a space. The black-box tests
+// cover the rest.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -65,22 +65,6 @@ TEST_F(ServerCommandsTest, TcpNeedsAllItsParameters) {
     EXPECT_THAT(log_.TakeLines(), Logged(Error(std::string("error: json_parser() key [") +
                                                row.missing + "] does not appear\n")));
   }
-}
-
-TEST_F(ServerCommandsTest, ATransportWithoutSettingsStoresAliasAndTypeAlone) {
-  class Bare : public SetStreamingServerSettings {
-   public:
-    Bare() : SetStreamingServerSettings("RTSP") {}
-  };
-  harness::FakeDaemon daemon;
-  harness::WriteFile("/var/tmp/lighttpd/streaming_server3",
-                     "str_alias\tOld\ntype\t0\nudp_dst_address\t10.0.0.1\n");
-  Bare command;
-  ASSERT_EQ(command.Parse(R"({"ID":3,"Alias":"Van"})"), 0);
-  command.Transmit();
-  EXPECT_THAT(harness::ReadFile("/var/tmp/lighttpd/streaming_server3"),
-              testing::StartsWith("str_alias\tVan\ntype\t2\nudp_dst_address\t10.0.0.1\n"
-                                  "udp_dst_port\t\n"));
 }
 
 TEST_F(ServerCommandsTest, AnAliasWithABlankIsStoredWholeAndReadUpToTheBlank) {

@@ -1,7 +1,5 @@
 #include "streaming/settings_file.h"
 
-#include <cstring>
-
 #include "core/line_reader.h"
 #include "core/text.h"
 #include "core/text_builder.h"
@@ -25,10 +23,7 @@ const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
 }
 
 void Store(char* record, const SettingField& field, std::string_view value) {
-  char* const text = record + field.offset;
-  const std::size_t length = value.size() < field.capacity ? value.size() : field.capacity - 1;
-  std::memcpy(text, value.data(), length);
-  text[length] = '\0';
+  CopyText(record + field.offset, field.capacity, value);
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 
 #include "core/cmd/command.h"
 
-struct _STREAMING_SERVER_SETTING;
-
 /// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; a setting
 /// that is none of the known ones is an empty name.
 class GetStreamingSettings : public LocalCommand {
@@ -101,129 +99,62 @@ class AvailableStreamingBitrateSettings : public LocalCommand {
   std::int32_t framerate_ = 0;
 };
 
+/// Indexes of the transports in `streaming_type_table`.
+enum StreamingTransport : std::uint8_t {
+  kStreamingUdp,
+  kStreamingTcp,
+  kStreamingRtsp,
+  kStreamingZixi,
+  kStreamingRtmp,
+  kStreamingRtp,
+};
+
+/// A parameter of a transport, as it is stored; the longest one is the RTMP URL.
+using StreamingServerValue = char[200];
+
 /// Base of the commands that set a streaming server's parameters for one transport and choose that
 /// transport for it.
 ///
 /// Parameters "ID", the server's number (any), "Alias", its name, then those of the transport; the
-/// texts are cut to the fields that they are stored in. One missing: "RequestedError", and no file
-/// is touched. The settings of all other transports stay as they are.
+/// texts are truncated to the fields that they are stored in. If one is missing, the reply is
+/// "RequestedError" and no file is touched. The settings of all other transports are kept.
 class SetStreamingServerSettings : public Command {
  public:
   int Parse(const char* params) override;
   void Transmit() override;
 
  protected:
-  /// @param transport  name of the transport in `streaming_type_table`
-  explicit SetStreamingServerSettings(const char* transport) : transport_(transport) {}
+  explicit SetStreamingServerSettings(StreamingTransport transport);
 
-  /// Reads the parameters of the transport.
-  /// @return false when one is missing
-  virtual bool ReadTransport(const char* params);
-
-  /// Stores them in the server's settings, where number, alias and type already stand.
-  virtual void StoreTransport(_STREAMING_SERVER_SETTING& server) const;
-
+ private:
+  StreamingTransport transport_;
   std::int32_t server_no_ = 0;
-
- private:
-  const char* transport_;
   char alias_[256] = {};
-  std::int32_t type_ = 0;  ///< stays 0, UDP, when there are no parameters
+  std::int32_t type_ = kStreamingUdp;  ///< stays UDP without "Params"
+  StreamingServerValue values_[6];     ///< in the order of the transport's parameters
 };
 
-/// Streaming over UDP: "DstAddress", "DstPort" and "PcrJitter".
-class SetStreamingServerSettingsUDP : public SetStreamingServerSettings {
+template <StreamingTransport kTransport>
+class SetStreamingServerSettingsOf : public SetStreamingServerSettings {
  public:
-  SetStreamingServerSettingsUDP() : SetStreamingServerSettings("UDP") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char dst_address_[130] = {};
-  std::int32_t dst_port_ = 0;
-  std::int32_t pcr_jitter_ = 0;
+  SetStreamingServerSettingsOf() : SetStreamingServerSettings(kTransport) {}
 };
 
-/// Streaming over TCP: "DstAddress" and "DstPort". Both are stored, on purpose, where UDP has its
-/// own; those of TCP are never changed. No command name leads here: clients cannot choose TCP.
-class SetStreamingServerSettingsTCP : public SetStreamingServerSettings {
- public:
-  SetStreamingServerSettingsTCP() : SetStreamingServerSettings("TCP") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char dst_address_[130] = {};
-  std::int32_t dst_port_ = 0;
-};
-
-/// Streaming over RTSP: "Password". Port, stream id and user name are not the client's to set.
-class SetStreamingServerSettingsRTSP : public SetStreamingServerSettings {
- public:
-  SetStreamingServerSettingsRTSP() : SetStreamingServerSettings("RTSP") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char password_[40] = {};
-};
-
-/// Streaming over ZIXI: "DstAddress", "DstPort", "StreamId", "Password", "Latency" and
-/// "AdaptiveBitrate". The user name is not the client's to set.
-class SetStreamingServerSettingsZIXI : public SetStreamingServerSettings {
- public:
-  SetStreamingServerSettingsZIXI() : SetStreamingServerSettings("ZIXI") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char dst_address_[130] = {};
-  std::int32_t dst_port_ = 0;
-  char stream_id_[70] = {};
-  char password_[130] = {};
-  std::int32_t latency_ = 0;
-  std::int32_t adaptive_bitrate_ = 0;
-};
-
-/// Streaming over RTMP: "DstUrl" and "StreamKey".
-class SetStreamingServerSettingsRTMP : public SetStreamingServerSettings {
- public:
-  SetStreamingServerSettingsRTMP() : SetStreamingServerSettings("RTMP") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char dst_url_[200] = {};
-  char stream_key_[70] = {};
-};
-
-/// Streaming over RTP: "DstAddress", "DstPort", "Smpte2022Fec", "FecMatrixL" and "FecMatrixD". The
-/// address is stored, on purpose, where UDP has its own; that of RTP is never changed.
-class SetStreamingServerSettingsRTP : public SetStreamingServerSettings {
- public:
-  SetStreamingServerSettingsRTP() : SetStreamingServerSettings("RTP") {}
-
- protected:
-  bool ReadTransport(const char* params) override;
-  void StoreTransport(_STREAMING_SERVER_SETTING& server) const override;
-
- private:
-  char dst_address_[130] = {};
-  std::int32_t dst_port_ = 0;
-  std::int32_t smpte2022_fec_ = 0;
-  std::int32_t fec_matrix_l_ = 0;
-  std::int32_t fec_matrix_d_ = 0;
-};
+/// "DstAddress", "DstPort" and "PcrJitter".
+using SetStreamingServerSettingsUDP = SetStreamingServerSettingsOf<kStreamingUdp>;
+/// "DstAddress" and "DstPort". Both are deliberately stored in the fields of UDP; those of TCP
+/// never change. No command name leads here: clients cannot choose TCP.
+using SetStreamingServerSettingsTCP = SetStreamingServerSettingsOf<kStreamingTcp>;
+/// "Password". Clients cannot set the port, stream id and user name.
+using SetStreamingServerSettingsRTSP = SetStreamingServerSettingsOf<kStreamingRtsp>;
+/// "DstAddress", "DstPort", "StreamId", "Password", "Latency" and "AdaptiveBitrate". Clients cannot
+/// set the user name.
+using SetStreamingServerSettingsZIXI = SetStreamingServerSettingsOf<kStreamingZixi>;
+/// "DstUrl" and "StreamKey".
+using SetStreamingServerSettingsRTMP = SetStreamingServerSettingsOf<kStreamingRtmp>;
+/// "DstAddress", "DstPort", "Smpte2022Fec", "FecMatrixL" and "FecMatrixD". The address is
+/// deliberately stored in the field of UDP; that of RTP never changes.
+using SetStreamingServerSettingsRTP = SetStreamingServerSettingsOf<kStreamingRtp>;
 
 /// Reports a streaming server's name, its transport and the settings of that transport, as they are
 /// stored; nothing when the stored transport is none of the known ones.
