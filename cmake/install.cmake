@@ -1,0 +1,51 @@
+# What `cmake --install` puts where, by component, and the packages that `cpack` makes of it:
+#
+#   runtime   the handler, stripped
+#   web       the page, with the API description that it reads
+#   doc       documents, API description, manual page
+include(GNUInstallDirs)
+set(CAMERA_CGI_DIR lib/cgi-bin CACHE PATH "Where the handler is installed")
+set(CAMERA_WEB_DIR ${CMAKE_INSTALL_DATADIR}/camera-remote/web CACHE PATH "Where the page is installed")
+set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/camera-remote)
+
+install(CODE "set(CMAKE_INSTALL_DO_STRIP TRUE)" COMPONENT runtime)
+install(TARGETS camera_remote.cgi DESTINATION ${CAMERA_CGI_DIR} COMPONENT runtime)
+
+install(DIRECTORY web/ DESTINATION ${CAMERA_WEB_DIR} COMPONENT web)
+install(FILES api/openapi.json DESTINATION ${CAMERA_WEB_DIR}/api COMPONENT web)
+
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+install(DIRECTORY api DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+        PATTERN *.py EXCLUDE PATTERN __pycache__ EXCLUDE)
+configure_file(packaging/man/camera_remote.cgi.8.in man/camera_remote.cgi.8 @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/man/camera_remote.cgi.8
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man8 COMPONENT doc)
+
+set(CPACK_PACKAGE_NAME camera-remote)
+set(CPACK_PACKAGE_VENDOR "The camera_remote maintainers")
+set(CPACK_PACKAGE_CONTACT "The camera_remote maintainers <maintainers@camera-remote.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_GENERATOR DEB TGZ)
+set(CPACK_COMPONENTS_ALL runtime web doc)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The request handler, a static CGI program.")
+set(CPACK_COMPONENT_WEB_DESCRIPTION "The web remote: a page that operates the camera in a browser.")
+set(CPACK_COMPONENT_DOC_DESCRIPTION "Documents and the API description.")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION web)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME camera-remote)
+set(CPACK_DEBIAN_WEB_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_WEB_PACKAGE_RECOMMENDS camera-remote)
+set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
+set(package_architecture amd64)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL arm)
+  set(package_architecture armhf)
+endif()
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_ARCHITECTURE ${package_architecture})
+set(CPACK_SYSTEM_NAME ${package_architecture})
+include(CPack)
