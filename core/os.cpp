@@ -88,7 +88,9 @@ bool Lengthen(int file, std::size_t length, std::size_t new_length) {
 bool WriteOver(int file, std::string_view contents, std::size_t rest) {
   const EmptyLines empty(rest);
   for (std::size_t done = 0; done < contents.size();) {
-    const iovec pieces[] = {Piece(contents.substr(done)), Piece(empty.View())};
+    // Not substr, whose range check throws.
+    const std::string_view left(contents.data() + done, contents.size() - done);
+    const iovec pieces[] = {Piece(left), Piece(empty.View())};
     const ssize_t written =
         Uninterrupted([&] { return pwritev(file, pieces, 2, static_cast<off_t>(done)); });
     if (written <= 0) {
