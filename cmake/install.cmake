@@ -4,8 +4,8 @@
 #   web       the page, with the API description that it reads
 #   doc       documents, API description, manual page
 include(GNUInstallDirs)
-set(CAMERA_CGI_DIR lib/cgi-bin CACHE PATH "Where the handler is installed")
-set(CAMERA_WEB_DIR ${CMAKE_INSTALL_DATADIR}/camera-remote/web CACHE PATH "Where the page is installed")
+set(CAMERA_CGI_DIR lib/cgi-bin CACHE STRING "Where the handler is installed")
+set(CAMERA_WEB_DIR ${CMAKE_INSTALL_DATADIR}/camera-remote/web CACHE STRING "Where the page is installed")
 set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/camera-remote)
 
 install(CODE "set(CMAKE_INSTALL_DO_STRIP TRUE)" COMPONENT runtime)

@@ -13,7 +13,7 @@ list(TRANSFORM cxx_headers STRIP)
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=include
                 OUTPUT_VARIABLE compiler_headers OUTPUT_STRIP_TRAILING_WHITESPACE)
 set(headers ${cxx_headers} ${MUSL_HEADERS} ${compiler_headers})
-list(TRANSFORM headers PREPEND "-isystem ")
+list(TRANSFORM headers REPLACE "(.+)" "-isystem \"\\1\"")
 list(JOIN headers " " headers)
 
 # The C++ headers are configured for glibc. The two definitions replace what they expect of it and
@@ -21,5 +21,5 @@ list(JOIN headers " " headers)
 set(CMAKE_CXX_FLAGS_INIT
     "-nostdinc ${headers} \"-D__GLIBC_PREREQ(major,minor)=0\" -D__locale_t=locale_t")
 set(CMAKE_EXE_LINKER_FLAGS_INIT
-    "-specs=${CMAKE_CURRENT_LIST_DIR}/musl.specs -B${MUSL_LIBRARIES} -L${MUSL_LIBRARIES} -nodefaultlibs")
+    "-specs=\"${CMAKE_CURRENT_LIST_DIR}/musl.specs\" -B\"${MUSL_LIBRARIES}\" -L\"${MUSL_LIBRARIES}\" -nodefaultlibs")
 set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "-Wl,--start-group -lc -lgcc -Wl,--end-group")
