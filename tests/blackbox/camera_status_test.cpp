@@ -644,6 +644,7 @@ TEST_F(CameraStatusTest, TextsEndAtTheirTerminator) {
 }
 
 TEST_F(CameraStatusTest, TextsAreNotEscaped) {
+  const RepliesMayBreak may_break;
   StatusBlock().SetText(238, "50% \"\\\n").Store();
   EXPECT_THAT(Poll(std::string(38, '\0')),
               Replied(DataJson("GetCamStatus",

@@ -498,6 +498,7 @@ TEST_F(CloudTest, TitlesAreReadFromShortAndLongReplies) {
 
 /// Titles are cut first, so an escaped one may be longer than 63 bytes.
 TEST_F(CloudTest, TitlesAreEscaped) {
+  const RepliesMayBreak may_break;
   std::string quotes;
   for (int i = 0; i < 63; ++i) {
     quotes += "\\\"";

@@ -61,6 +61,7 @@ TEST_F(IfbTest, TheLowByteOfTheFunctionCounts) {
 }
 
 TEST_F(IfbTest, SettingsAreReportedAsTheyAreStored) {
+  const RepliesMayBreak may_break;
   const std::string address(129, 'a');
   const std::string port(29, '5');
   const std::string mountpoint(69, 'm');
@@ -73,6 +74,7 @@ TEST_F(IfbTest, SettingsAreReportedAsTheyAreStored) {
 }
 
 TEST_F(IfbTest, AnExistingFileHasNoDefaults) {
+  const RepliesMayBreak may_break;
   ExpectReported("GetIFBSettings", "", Settings("Disable", "", "", ""));
   ExpectReported("GetIFBSettings", "ifb_port\t1\nother\t2\nifb_port\t3\nifb_function\t1\n",
                  Settings("Enable", "", "3", ""));

@@ -71,6 +71,7 @@ TEST_F(SystemInfoTest, ASerialWithoutANulEndsWithTheBlock) {
 }
 
 TEST_F(SystemInfoTest, TheSerialIsPrintedAsItStands) {
+  const RepliesMayBreak may_break;
   StatusBlock().SetText(kSerial, "a\"b\\c%s\x01\xff").Store();
   EXPECT_THAT(Post(Body("GetSystemInfo")), Replied(Json("RV130/140", "JP", "a\"b\\c%s\x01\xff")));
 }

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "harness/exchanges.h"
 #include "harness/fake_daemon.h"
 #include "harness/files.h"
 #include "harness/handler.h"

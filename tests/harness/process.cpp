@@ -16,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "harness/exchanges.h"
 #include "harness/files.h"
 #include "harness/handler.h"
 #include "harness/recording.h"
@@ -134,6 +135,7 @@ Outcome Process::Run() {
   Serve();
   AwaitEnd();
   outcome_.elapsed = steady_clock::now() - start_;
+  RecordExchange(request_.body_, outcome_.output);
   return outcome_;
 }
 

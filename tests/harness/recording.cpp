@@ -24,12 +24,7 @@ const char* Folder() { return std::getenv("CAMERA_RECORDING"); }
 
 std::string NextPath() {
   static int count = 0;
-  const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-  std::string name = std::string(test->test_suite_name()) + "." + test->name();
-  for (char& c : name) {
-    c = c == '/' ? '.' : c;
-  }
-  return std::string(Folder()) + "/" + name + "-" + std::to_string(++count);
+  return std::string(Folder()) + "/" + NameOfTest() + "-" + std::to_string(++count);
 }
 
 void Keep(char kind, const std::string& value) {
@@ -53,6 +48,15 @@ void KeepStatusBlock() {
 }
 
 }  // namespace
+
+std::string NameOfTest() {
+  const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string(test->test_suite_name()) + "." + test->name();
+  for (char& c : name) {
+    c = c == '/' ? '.' : c;
+  }
+  return name;
+}
 
 void RecordRequest(const std::string& body, const std::map<std::string, std::string>& environment,
                    const std::vector<std::string>& arguments) {
