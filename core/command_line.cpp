@@ -101,25 +101,15 @@ void Fill(const char* canned, std::initializer_list<Value> values, TextBuilder& 
   request.Append(canned);
 }
 
-/// The first row of the event table that matches, or the row that ends it.
-template <typename Predicate>
-int FindRow(Predicate matches) {
-  int row = 0;
-  while (eventTable[row].kind_code != 0 && !matches(eventTable[row])) {
-    ++row;
-  }
-  return row;
-}
-
 int FindKind(std::int32_t kind) {
-  return FindRow([kind](const RemoteEvent& event) { return event.kind_code == kind; });
+  return FindRemoteEvent([kind](const RemoteEvent& event) { return event.kind_code == kind; });
 }
 
 void BuildKeyEvent(const Arguments& arguments, TextBuilder& request) {
   const std::int32_t kind = arguments.Number(1);
   const std::int32_t key = arguments.Number(2);
   DLOG(1, "console nKind=%d nKey=%d", kind, key);
-  const int row = FindRow([kind, key](const RemoteEvent& event) {
+  const int row = FindRemoteEvent([kind, key](const RemoteEvent& event) {
     return event.kind_code == kind && event.key_code == key;
   });
   const RemoteEvent& event = eventTable[row];

@@ -5,9 +5,9 @@
 
 #include "core/dlog.h"
 
-// The camera's firmware owns the codes; they follow its history, not the order of the rows. Some
-// controls have two codes and some keys two names, and clients use them all. The numbers in front
-// of each control are those of its rows.
+// The camera's firmware defines the codes, so they do not follow the order of the rows. Some
+// controls have two codes and some keys two names; clients use them all. The comment before each
+// control is the index of its first row.
 // clang-format off
 constexpr RemoteEvent eventTable[] = {
     // 0
@@ -105,7 +105,7 @@ constexpr RemoteEvent eventTable[] = {
     {"Disptv", 11, "Video", 4},
     {"Disptv", 11, "Display", 5},
     {"Disptv", 11, "Status", 6},
-    // 83: and those of the menu on it
+    // 83: and the keys of the menu on it
     {"Disptv", 12, "Menu", 0},
     {"Disptv", 12, "Cancel", 1},
     {"Disptv", 12, "Set", 2},
@@ -113,7 +113,7 @@ constexpr RemoteEvent eventTable[] = {
     {"Disptv", 12, "Down", 4},
     {"Disptv", 12, "Left", 5},
     {"Disptv", 12, "Right", 6},
-    // 90: the same controls under another name, with fewer of the display's keys
+    // 90: the same codes under another name, without most of the display's keys
     {"Menu", 11, "Display", 5},
     {"Menu", 11, "Status", 6},
     // 92
@@ -176,7 +176,7 @@ constexpr RemoteEvent eventTable[] = {
 
 namespace {
 
-constexpr bool OnlyLastRowEndsSearch() {
+constexpr bool OnlyTheLastRowHasKindCodeZero() {
   for (std::size_t row = 0; row < std::size(eventTable); ++row) {
     const bool is_last = row + 1 == std::size(eventTable);
     if ((eventTable[row].kind_code == 0) != is_last) {
@@ -186,25 +186,7 @@ constexpr bool OnlyLastRowEndsSearch() {
   return true;
 }
 static_assert(std::size(eventTable) == kRemoteEventCount);
-static_assert(OnlyLastRowEndsSearch());
-
-/// Walks the table until `matches` holds for a row. The end row is compared, too, before it ends
-/// the search.
-/// @param row  receives the index of the row at which the search stopped
-/// @return whether that row matches
-template <typename Predicate>
-bool Find(Predicate matches, int& row) {
-  row = 0;
-  while (!matches(eventTable[row])) {
-    if (eventTable[row].kind_code == 0) {
-      return false;
-    }
-    ++row;
-  }
-  return true;
-}
-
-int Verdict(std::uint8_t kind_code) { return kind_code != 0 ? 0 : -1; }
+static_assert(OnlyTheLastRowHasKindCodeZero());
 
 }  // namespace
 
@@ -213,29 +195,27 @@ int getIndexOfKeyEvent(const char* kind, const char* key, std::uint8_t& kind_cod
   const auto matches = [kind, key](const RemoteEvent& event) {
     return std::strcmp(kind, event.kind) == 0 && std::strcmp(key, event.key) == 0;
   };
-  int row = 0;
-  const bool hit = Find(matches, row);
+  const int row = FindRemoteEvent(matches);
   const RemoteEvent& event = eventTable[row];
   DLOG(2,
-       hit ? "command Hit!!! eventTable[%d] kind=%s button=%s"
-           : "command Request is None!!! eventTable[%d] kind=%s button=%s",
+       matches(event) ? "command Hit!!! eventTable[%d] kind=%s button=%s"
+                      : "command Request is None!!! eventTable[%d] kind=%s button=%s",
        row, event.kind, event.key);
   kind_code_out = event.kind_code;
   key_code_out = event.key_code;
-  return Verdict(kind_code_out);
+  return kind_code_out != 0 ? 0 : -1;
 }
 
 int getIndexOfSliderEvent(const char* kind, std::uint8_t& kind_code_out) {
   const auto matches = [kind](const RemoteEvent& event) {
     return std::strcmp(kind, event.kind) == 0;
   };
-  int row = 0;
-  const bool hit = Find(matches, row);
+  const int row = FindRemoteEvent(matches);
   const RemoteEvent& event = eventTable[row];
   DLOG(2,
-       hit ? "command Hit!!! eventTable[%d] kind=%s"
-           : "command Request is None!!! eventTable[%d] kind=%s",
+       matches(event) ? "command Hit!!! eventTable[%d] kind=%s"
+                      : "command Request is None!!! eventTable[%d] kind=%s",
        row, event.kind);
   kind_code_out = event.kind_code;
-  return Verdict(kind_code_out);
+  return kind_code_out != 0 ? 0 : -1;
 }

@@ -1,4 +1,4 @@
-// The controls and keys that clients name in words, and the codes that the camera knows them by.
+// The remote event table: the names of controls and keys in requests, and their codes in messages.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 /// One key of one control.
 struct RemoteEvent {
   char kind[30];           ///< the control's name
-  std::uint8_t kind_code;  ///< 0 only in the last row, which ends every search
+  std::uint8_t kind_code;  ///< 0 only in the last row, which stands for "not found"
   char key[30];            ///< the key's name; empty for bars and fields, which have no keys
   std::uint8_t key_code;   ///< 255 where there is no key
 };
@@ -15,18 +15,29 @@ static_assert(sizeof(RemoteEvent) == 62);
 
 constexpr std::size_t kRemoteEventCount = 134;
 
-/// All keys of all controls. The log names rows by their index.
+/// All keys of all controls. The log shows the index of a row, so the order is fixed.
 extern const RemoteEvent eventTable[kRemoteEventCount];
+
+/// Index of the first row that `matches` holds for, or else of the last row.
+template <typename Predicate>
+int FindRemoteEvent(Predicate matches) {
+  constexpr int kLastRow = kRemoteEventCount - 1;
+  int row = 0;
+  while (row < kLastRow && !matches(eventTable[row])) {
+    ++row;
+  }
+  return row;
+}
 
 /// Looks up a control and one of its keys, both compared exactly, and logs the row at level 2.
 /// @param kind_code_out  receives the control's code, 0 when there is no such pair
 /// @param key_code_out   receives the key's code, 255 when there is no such pair
-/// @return 0, or -1 when there is no such pair (the end row's own names count as none)
+/// @return 0, or -1 if there is no such pair or the pair is the last row's "None", "None"
 int getIndexOfKeyEvent(const char* kind, const char* key, std::uint8_t& kind_code_out,
                        std::uint8_t& key_code_out);
 
 /// Looks up a control by its name alone and logs the row at level 2. The first row counts, so a
 /// control with two codes yields its first one.
-/// @param kind_code_out  receives the control's code, 0 when there is none of that name
+/// @param kind_code_out  receives the control's code, 0 when there is no such control
 /// @return 0, or -1 when there is no such control
 int getIndexOfSliderEvent(const char* kind, std::uint8_t& kind_code_out);

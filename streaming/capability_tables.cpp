@@ -14,7 +14,7 @@ std::int32_t IndexOfBitrateCode(std::int32_t code) {
 
 namespace {
 
-/// Which columns of a table are available in which of its rows; both are sets of bits.
+/// Makes these columns of a table available in these rows; both are sets of bits.
 struct Rule {
   std::uint32_t rows;
   std::uint32_t columns;
@@ -22,7 +22,7 @@ struct Rule {
 
 constexpr std::uint32_t Bit(std::size_t number) { return std::uint32_t{1} << number; }
 
-/// Turns rules into flags. What no rule names is not available.
+/// The table that follows from the rules; what no rule names is not available.
 template <typename Table, std::size_t Count>
 constexpr Table Available(const Rule (&rules)[Count]) {
   Table table = {};
@@ -72,6 +72,8 @@ constexpr std::uint32_t kZixim = Bit(5);
 constexpr std::uint32_t kZixil = Bit(6);
 constexpr std::uint32_t kRtmp = Bit(7);
 constexpr std::uint32_t kRtp = Bit(8);
+constexpr std::uint32_t kAnyUdp = kUdp | kUdpn | kUdpl;
+constexpr std::uint32_t kAllButTcp = kAnyUdp | kRtsp | kZixim | kZixil | kRtmp | kRtp;
 
 // Columns of the bit rate tables.
 
@@ -91,14 +93,10 @@ constexpr FramerateTable resolution_1920x1080_framerate_table_vb52r = Available<
 });
 
 constexpr FramerateTable resolution_1280x720_framerate_table_vb52r = Available<FramerateTable>({
-    {Format(0), k60p | k30p},
-    {Format(1) | Format(2), k30p},
-    {Format(3), k50p | k25p},
-    {Format(4) | Format(5), k25p},
-    {Format(6), k60p | k30p},
-    {Format(7), k50p | k25p},
-    {Format(8), k30p},
-    {Format(9), k25p},
+    {Format(0) | Format(6), k60p | k30p},
+    {Format(1) | Format(2) | Format(8), k30p},
+    {Format(3) | Format(7), k50p | k25p},
+    {Format(4) | Format(5) | Format(9), k25p},
 });
 
 constexpr FramerateTable resolution_720x480_framerate_table_vb52r = Available<FramerateTable>({
@@ -110,16 +108,10 @@ constexpr FramerateTable resolution_720x576_framerate_table_vb52r = Available<Fr
 });
 
 constexpr FramerateTable resolution_640x360_framerate_table_vb52r = Available<FramerateTable>({
-    {Format(0), k60p | k30p},
-    {Format(1) | Format(2), k30p},
-    {Format(3), k50p | k25p},
-    {Format(4) | Format(5), k25p},
-    {Format(6), k60p | k30p},
-    {Format(7), k50p | k25p},
-    {Format(8), k30p},
-    {Format(9), k25p},
-    {Format(10), k30p},
-    {Format(11), k25p},
+    {Format(0) | Format(6), k60p | k30p},
+    {Format(1) | Format(2) | Format(8) | Format(10), k30p},
+    {Format(3) | Format(7), k50p | k25p},
+    {Format(4) | Format(5) | Format(9) | Format(11), k25p},
 });
 
 constexpr FramerateTable resolution_zero_framerate_table_vb52r = {};
@@ -134,111 +126,66 @@ constexpr ResolutionTable available_resolution_table_vb52r = Available<Resolutio
 });
 
 constexpr BitrateTable resolution_1920x1080_60i50i_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k3_0M | k5_0M | k8_0M | k12M},
-    {kUdpl, k3_0M | k5_0M | k8_0M | k12M},
-    {kRtsp | kZixim, k3_0M | k5_0M},
-    {kZixil, k3_0M},
-    {kRtmp, k3_0M},
-    {kRtp, k3_0M | k5_0M},
+    {kAnyUdp, k3_0M | k5_0M | k8_0M | k12M},
+    {kRtsp | kZixim | kRtp, k3_0M | k5_0M},
+    {kZixil | kRtmp, k3_0M},
 });
 
 constexpr BitrateTable resolution_1920x1080_60i50i_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k3_0M},
     {kUdpl, k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k3_0M},
-    {kZixil, k3_0M},
     {kRtp, k3_0M | k5_0M},
+    {kUdp | kUdpn | kRtsp | kZixim | kZixil, k3_0M},
 });
 
-constexpr BitrateTable resolution_1280x720_60p50p_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k3_0M | k5_0M | k8_0M | k12M},
-    {kUdpl, k3_0M | k5_0M | k8_0M | k12M},
-    {kRtsp | kZixim, k3_0M | k5_0M},
-    {kZixil, k3_0M},
-    {kRtmp, k3_0M},
-    {kRtp, k3_0M | k5_0M},
-});
+constexpr BitrateTable resolution_1280x720_60p50p_table_vb52r =
+    resolution_1920x1080_60i50i_table_vb52r;
 
-constexpr BitrateTable resolution_1280x720_60p50p_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k3_0M},
-    {kUdpl, k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k3_0M},
-    {kZixil, k3_0M},
-    {kRtp, k3_0M | k5_0M},
-});
+constexpr BitrateTable resolution_1280x720_60p50p_table_vb52r_ifb =
+    resolution_1920x1080_60i50i_table_vb52r_ifb;
 
 constexpr BitrateTable resolution_1280x720_30p25p_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k1_5M | k3_0M | k5_0M | k8_0M},
-    {kUdpl, k1_5M | k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k1_5M | k3_0M | k5_0M},
-    {kZixil, k1_5M | k3_0M},
-    {kRtmp, k1_5M | k3_0M},
-    {kRtp, k1_5M | k3_0M | k5_0M},
+    {kAnyUdp, k1_5M | k3_0M | k5_0M | k8_0M},
+    {kRtsp | kZixim | kRtp, k1_5M | k3_0M | k5_0M},
+    {kZixil | kRtmp, k1_5M | k3_0M},
 });
 
 constexpr BitrateTable resolution_1280x720_30p25p_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k1_5M | k3_0M},
     {kUdpl, k1_5M | k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k1_5M | k3_0M},
-    {kZixil, k1_5M | k3_0M},
-    {kRtmp, k1_5M},
     {kRtp, k1_5M | k3_0M | k5_0M},
+    {kUdp | kUdpn | kRtsp | kZixim | kZixil, k1_5M | k3_0M},
+    {kRtmp, k1_5M},
 });
 
 constexpr BitrateTable resolution_720x480_60i_576_50i_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M | k8_0M},
-    {kUdpl, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M},
-    {kZixil, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtmp, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtp, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M},
+    {kAnyUdp, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M | k8_0M},
+    {kRtsp | kZixim | kRtp, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M},
+    {kZixil | kRtmp, k0_3M | k0_8M | k1_5M | k3_0M},
 });
 
 constexpr BitrateTable resolution_720x480_60i_576_50i_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k0_3M | k0_8M | k1_5M | k3_0M},
     {kUdpl, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M | k8_0M},
-    {kRtsp | kZixim, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kZixil, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtmp, k0_3M | k0_8M | k1_5M},
     {kRtp, k0_3M | k0_8M | k1_5M | k3_0M | k5_0M},
+    {kUdp | kUdpn | kRtsp | kZixim | kZixil, k0_3M | k0_8M | k1_5M | k3_0M},
+    {kRtmp, k0_3M | k0_8M | k1_5M},
 });
 
 constexpr BitrateTable resolution_640x360_60p50p_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k1_5M | k3_0M},
-    {kUdpl, k1_5M | k3_0M},
-    {kRtsp | kZixim, k1_5M | k3_0M},
-    {kZixil, k1_5M | k3_0M},
-    {kRtmp, k1_5M | k3_0M},
-    {kRtp, k1_5M | k3_0M},
+    {kAllButTcp, k1_5M | k3_0M},
 });
 
 constexpr BitrateTable resolution_640x360_60p50p_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k1_5M | k3_0M},
-    {kUdpl, k1_5M | k3_0M},
-    {kRtsp | kZixim, k1_5M | k3_0M},
-    {kZixil, k1_5M | k3_0M},
-    {kRtmp, k1_5M},
-    {kRtp, k1_5M | k3_0M},
+    {kAllButTcp, k1_5M},
+    {kAllButTcp & ~kRtmp, k3_0M},
 });
 
 constexpr BitrateTable resolution_640x360_30p25p_table_vb52r = Available<BitrateTable>({
-    {kUdp | kUdpn, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kUdpl, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtsp | kZixim, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kZixil, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtmp, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtp, k0_3M | k0_8M | k1_5M | k3_0M},
+    {kAllButTcp, k0_3M | k0_8M | k1_5M | k3_0M},
 });
 
-// The one table that offers anything over TCP; the product ships it so.
+// The only table that offers anything over TCP; the product ships it that way.
 constexpr BitrateTable resolution_640x360_30p25p_table_vb52r_ifb = Available<BitrateTable>({
-    {kUdp | kUdpn, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kUdpl, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kTcp, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtsp | kZixim, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kZixil, k0_3M | k0_8M | k1_5M | k3_0M},
-    {kRtmp, k0_3M | k0_8M | k1_5M},
-    {kRtp, k0_3M | k0_8M | k1_5M | k3_0M},
+    {kAllButTcp | kTcp, k0_3M | k0_8M | k1_5M},
+    {(kAllButTcp & ~kRtmp) | kTcp, k3_0M},
 });
 
 constexpr BitrateTable resolution_zero_table = {};
