@@ -86,7 +86,7 @@ function setUpExchanges({ camera, exchanges }) {
   const readable = (text = "") => (showSecrets.checked ? text : maskSecrets(text));
 
   function makeItem({ time, command, request, reply, status, ms, error }) {
-    const outcome = error === undefined ? "Success" : (error.result ?? error.name);
+    const outcome = error === undefined ? "Success" : error.name;
     const copy = element("button", { type: "button", textContent: "Copy as curl" });
     copy.addEventListener("click", async () => {
       await copyText(asCurl(new URL(camera.url, location.href), readable(request)));

@@ -6,111 +6,19 @@
 //   await camera.setZoomCtrl({ position: 500 });
 //   const status = await camera.getCamStatus();
 //
-// There is one method for each command, made from the table below. Its name and those of its
-// parameters are the API's own with a lower-case start: SetNTPServer becomes `setNTPServer`, ID
-// becomes `id`, OKMark becomes `okMark`. A method resolves to the reply's `Data`, or to {} if the
-// reply has none, and rejects with one of the errors below.
+// There is one method for each command, made from the table in camera_commands.js. Its name and
+// those of its parameters are the API's own with a lower-case start: SetNTPServer becomes
+// `setNTPServer`, ID becomes `id`, OKMark becomes `okMark`. A method resolves to the reply's `Data`,
+// or to {} if the reply has none, and rejects with one of the errors below.
+
+import { COMMANDS } from "./camera_commands.js";
+
+export { COMMANDS };
 
 const PATH = "/cgi-bin/camera_remote.cgi";
 
-/// Longer than the camera waits for its own parts (5 s).
+/// Milliseconds; longer than the camera waits for its own parts (5 s).
 const DEFAULT_TIMEOUT = 10_000;
-
-// The table of commands.
-
-const NUMBER = "number";
-const TEXT = "text";
-/// A list of clip numbers, sent as the bitmap block0 to block124.
-const CLIPS = "clips";
-
-const command = (name, parameters = {}, { needsSession = true, timeout = DEFAULT_TIMEOUT } = {}) =>
-  Object.freeze({ name, parameters: Object.freeze(parameters), needsSession, timeout });
-
-const withoutSession = { needsSession: false };
-
-/// Every command: its name, its parameters in the order in which they are sent, whether it needs a
-/// session, and how many milliseconds to wait for its reply.
-export const COMMANDS = Object.freeze([
-  command("MonitorStart"),
-  command("MonitorStop"),
-  command("SetZoomCtrl", { Position: NUMBER }),
-  command("GetCamStatus"),
-  command("SetCamCtrl", { CamCtrl: TEXT }),
-  // The camera may take 20 s to read a card.
-  command("GetClipInfo", { Slot: TEXT, StartIndexNo: NUMBER, ClipNum: NUMBER }, { timeout: 25_000 }),
-  command("SetClipInfo", { Slot: TEXT, IndexNo: NUMBER, OKMark: TEXT }),
-  command("PageChange", { Page: NUMBER }),
-  command("SetWebKeyEvent", { Kind: TEXT, Key: TEXT }),
-  command("SetWebSliderEvent", { Kind: TEXT, Position: NUMBER }),
-  command("SetWebXYFieldEvent", { Kind: TEXT, XPosition: NUMBER, YPosition: NUMBER }),
-  command("GetGPSInfo"),
-  command("SetWebFtpUploadAll", { Server: NUMBER, Slot: NUMBER }),
-  command("SetWebFtpUploadOkMarked", { Server: NUMBER, Slot: NUMBER }),
-  command("SetWebFtp1UploadASelect", { Clips: CLIPS }),
-  command("SetWebFtp2UploadASelect", { Clips: CLIPS }),
-  command("SetWebFtp3UploadASelect", { Clips: CLIPS }),
-  command("SetWebFtp4UploadASelect", { Clips: CLIPS }),
-  command("SetWebFtp1UploadBSelect", { Clips: CLIPS }),
-  command("SetWebFtp2UploadBSelect", { Clips: CLIPS }),
-  command("SetWebFtp3UploadBSelect", { Clips: CLIPS }),
-  command("SetWebFtp4UploadBSelect", { Clips: CLIPS }),
-  command("WebFtpOperateResponse", { Response: NUMBER }),
-  command("SetWebButtonEvent", { Kind: TEXT, Button: TEXT }),
-  command("GetSystemInfo"),
-  command("SetStreamingCtrl", { Streaming: TEXT }),
-  command("SessionRenewal", { Update: NUMBER }),
-  command("GetPresetZoomPosition"),
-  command("SetPresetZoomPosition", { ID: TEXT, Position: NUMBER }),
-  command("GetStreamingSettings"),
-  command("SetStreamingSettings", { Resolution: TEXT, Bitrate: TEXT }),
-  command("SetStreamingResolution", { Resolution: TEXT }),
-  command("SetStreamingFramerate", { Framerate: TEXT }),
-  command("SetStreamingBitrate", { Bitrate: TEXT }),
-  command("GetStreamingServerSettings", { ID: NUMBER }),
-  command("SetStreamingServerSettingsUDP", {
-    ID: NUMBER, Alias: TEXT, DstAddress: TEXT, DstPort: NUMBER, PcrJitter: NUMBER,
-  }),
-  command("SetStreamingServerSettingsRTSP", { ID: NUMBER, Alias: TEXT, Password: TEXT }),
-  command("SetStreamingServerSettingsZIXI", {
-    ID: NUMBER, Alias: TEXT, DstAddress: TEXT, DstPort: NUMBER, StreamId: TEXT, Password: TEXT,
-    Latency: NUMBER, AdaptiveBitrate: NUMBER,
-  }),
-  command("SetStreamingServerSettingsRTMP", {
-    ID: NUMBER, Alias: TEXT, DstUrl: TEXT, StreamKey: TEXT,
-  }),
-  command("SetStreamingServerSettingsRTP", {
-    ID: NUMBER, Alias: TEXT, DstAddress: TEXT, DstPort: NUMBER, Smpte2022Fec: NUMBER,
-    FecMatrixL: NUMBER, FecMatrixD: NUMBER,
-  }),
-  command("GetCurrentStreamingServerID"),
-  command("SetCurrentStreamingServerID", { ID: NUMBER }),
-  command("AvailableStreamingResolutionSettings"),
-  command("AvailableStreamingFramerateSettings", { Resolution: TEXT }),
-  command("AvailableStreamingBitrateSettings", { Type: TEXT, Resolution: TEXT, Framerate: TEXT }),
-  command("SetTallyLampPriority", { Priority: TEXT }),
-  command("SetTallyLampCtrl", { Sw: TEXT }),
-  command("JpegEncode", { Operate: TEXT }),
-  command("SetCldstrmLogin", { Username: TEXT, Password: TEXT, ServerURL: TEXT }),
-  command("SetCldstrmLogout"),
-  command("SetCldstrmEventListObtain"),
-  command("GetCldstrmEventList"),
-  command("SetCldstrmStreamInfoObtain", { EventID: NUMBER }),
-  command("SetCldstrmStreamInfoToStrmsrv", { EventID: NUMBER, StrmsrvID: NUMBER }),
-  command("SetCldstrmClearStatus", { Login: NUMBER, GetEventList: NUMBER, GetStreamInfo: NUMBER }),
-  command("SetIFBCtrl", { Streaming: TEXT }),
-  command("GetIFBSettings"),
-  command("SetIFBSettings", { Function: TEXT, Address: TEXT, Port: NUMBER, Mountpoint: TEXT }),
-  command("ZoomSwitchOperation", { Direction: TEXT, Speed: NUMBER }),
-  command("SeesawSwitchOperation", { Kind: TEXT, Direction: TEXT, Speed: NUMBER }),
-  command("HeartbeatConfirmation", {}, withoutSession),
-  command("SetTallyControlWithPriority", { Sw: TEXT }, withoutSession),
-  command("SystemRequest", { Request: TEXT }),
-  command("SetStudioTally", { Indication: TEXT }),
-  command("SetStudioTallyWithoutSession", { Indication: TEXT }, withoutSession),
-  command("GetNTPStatus"),
-  command("SetNTPServer", { Address: TEXT }),
-  command("SetNTPSettings", { TcSync: TEXT }),
-]);
 
 const COMMANDS_BY_NAME = new Map(COMMANDS.map((row) => [row.name, row]));
 
@@ -136,52 +44,40 @@ export class CameraError extends Error {
   }
 }
 
-/// Base of the refusals. `result` is the camera's word for it; `data` is what the reply holds all
-/// the same, not to be relied on.
+/// Base of the refusals. `byCamera` tells the camera's own refusals from those of the checks in
+/// front of it, in which case nothing was sent or stored. `data` is what the reply holds all the
+/// same, not to be relied on.
 export class Refusal extends CameraError {
-  constructor(command, message, result, data) {
-    super(command, message);
-    this.result = result;
+  constructor(command, byCamera, data) {
+    super(command, new.target.reason);
+    this.byCamera = byCamera;
     this.data = data;
   }
 }
 
-/// The camera refuses the request. With `byCamera` it has passed all checks, but makes no sense to
-/// the camera; without, a parameter is missing or refused, and nothing was sent or stored.
+/// The request makes no sense to the camera (`byCamera`), or a parameter is missing or refused.
 export class RequestedError extends Refusal {
-  constructor(command, result, data, byCamera) {
-    const reason = byCamera ? "the camera refuses the request" : "a parameter is missing or refused";
-    super(command, reason, result, data);
-    this.byCamera = byCamera;
-  }
+  static reason = "the camera refuses the request or one of its parameters";
 }
 
 /// The camera refuses the request in its present state; try again later.
 export class DisableError extends Refusal {
-  constructor(command, result, data) {
-    super(command, "not available in the camera's present state", result, data);
-  }
+  static reason = "not available in the camera's present state";
 }
 
 /// The session is not the one that is logged in: log in again and set `camera.sessionId`.
 export class SessionError extends Refusal {
-  constructor(command, result, data) {
-    super(command, "not logged in, or somebody else has logged in since", result, data);
-  }
+  static reason = "not logged in, or somebody else has logged in since";
 }
 
 /// The camera finds no command or no session id in the request.
 export class FormatError extends Refusal {
-  constructor(command, result, data) {
-    super(command, "the camera finds no command or no session id in the request", result, data);
-  }
+  static reason = "the camera finds no command or no session id in the request";
 }
 
 /// The camera does not know the command.
 export class CommandError extends Refusal {
-  constructor(command, result, data) {
-    super(command, "the camera does not know this command", result, data);
-  }
+  static reason = "the camera does not know this command";
 }
 
 const REFUSALS = { RequestedError, DisableError, SessionError, FormatError, CommandError };
@@ -246,7 +142,7 @@ function serializeValue(name, value) {
   const largest = /^block\d+$/.test(name) ? LARGEST_BLOCK : LARGEST_NUMBER;
   if (!Number.isInteger(value) || value < SMALLEST_NUMBER || value > largest) {
     throw new InvalidValue(
-      `${name} must be a text or a whole number from ${SMALLEST_NUMBER} to ${largest}, not ${value}`,
+      `${name} must be a text or a whole number from ${SMALLEST_NUMBER} to ${largest}, not ${show(value)}`,
     );
   }
   return String(value);
@@ -281,7 +177,8 @@ function checkScan(request, name, value) {
   }
 }
 
-/// A method's parameters under their names on the wire, in the order of the table.
+/// A method's parameters under their names on the wire, in the order of the table; throws for what
+/// the camera would not take as it is.
 function wireParameters(row, params) {
   const names = Object.keys(row.parameters);
   const known = names.map(methodName);
@@ -295,27 +192,46 @@ function wireParameters(row, params) {
 
 function wireParameter(row, name, value) {
   const kind = row.parameters[name];
-  if (kind === CLIPS) {
-    return clipBlocks(value);
+  if (!KINDS[kind.type].allows(value, kind)) {
+    const allowed = KINDS[kind.type].describe(kind);
+    throw new InvalidValue(`${row.name}: ${methodName(name)} must be ${allowed}, not ${show(value)}`);
   }
-  if (typeof value !== (kind === NUMBER ? "number" : "string")) {
-    const needed = kind === NUMBER ? "a number" : "a text";
-    throw new InvalidValue(`${row.name} needs ${methodName(name)}: ${needed}, not ${value}`);
-  }
-  return { [name]: value };
+  return kind.type === "clips" ? clipBlocks(value) : { [name]: value };
 }
+
+/// What may be sent for each kind of parameter. The camera takes other words, too, but for something
+/// else, truncates longer texts and keeps the low bits of larger numbers.
+const KINDS = {
+  number: {
+    allows: (value, { smallest, largest }) =>
+      Number.isInteger(value) && value >= smallest && value <= largest,
+    describe: ({ smallest, largest }) => `a whole number from ${smallest} to ${largest}`,
+  },
+  word: {
+    allows: (value, { words }) => words.includes(value),
+    describe: ({ words }) => `one of ${words.map(show).join(", ")}`,
+  },
+  text: {
+    allows: (value, { longest }) =>
+      typeof value === "string" && new TextEncoder().encode(value).length <= longest,
+    describe: ({ longest }) => (longest < Infinity ? `a text of at most ${longest} bytes` : "a text"),
+  },
+  clips: {
+    allows: Array.isArray,
+    describe: () => "a list of clip numbers",
+  },
+};
+
+const show = (value) => (typeof value === "string" ? JSON.stringify(value) : String(value));
 
 /// The bitmap of an upload selection: clip 1 is the lowest bit of block0, clip 33 that of block1.
 /// Blocks without a clip are left out.
 /// @param clips  numbers from 1 to 4000, in any order
 export function clipBlocks(clips) {
-  if (!Array.isArray(clips)) {
-    throw new InvalidValue(`clips must be a list of clip numbers, not ${clips}`);
-  }
   const blocks = new Map();
   for (const clip of [...clips].sort((a, b) => a - b)) {
     if (!Number.isInteger(clip) || clip < 1 || clip > LARGEST_CLIP) {
-      throw new InvalidValue(`a clip is a whole number from 1 to ${LARGEST_CLIP}, not ${clip}`);
+      throw new InvalidValue(`a clip is a whole number from 1 to ${LARGEST_CLIP}, not ${show(clip)}`);
     }
     const block = `block${Math.floor((clip - 1) / CLIPS_PER_BLOCK)}`;
     const bit = 1 << (clip - 1) % CLIPS_PER_BLOCK;
@@ -325,6 +241,8 @@ export function clipBlocks(clips) {
 }
 
 // Replies.
+
+const isObject = (value) => typeof value === "object" && !Array.isArray(value);
 
 const ENVELOPE = /^\{"Response":\{(?:"Requested":"[^"]*",)?"Result":"([A-Za-z]+)"/;
 
@@ -343,9 +261,9 @@ function readReply(command, text) {
   }
   const { Requested, Result, Data } = response ?? {};
   if (Object.hasOwn(REFUSALS, Result)) {
-    throw new REFUSALS[Result](command, Result, Data, Requested !== undefined);
+    throw new REFUSALS[Result](command, Requested !== undefined, Data);
   }
-  if (Result !== "Success") {
+  if (Result !== "Success" || !isObject(Data ?? {})) {
     throw new CameraUnreachable(command, "reply", "the reply is none of this API", { cause });
   }
   if (cause) {
@@ -378,7 +296,7 @@ export class Camera {
   /// @param signal, timeout, keepalive  as with the methods
   async send(command, params, { signal, timeout, keepalive = false } = {}) {
     const row = COMMANDS_BY_NAME.get(command);
-    const sessionId = row && !row.needsSession ? undefined : this.sessionId;
+    const sessionId = row?.needsSession === false ? undefined : this.sessionId;
     const request = serializeRequest(command, sessionId, inOrder(row, params));
     const limit = timeout ?? this.timeout ?? row?.timeout ?? DEFAULT_TIMEOUT;
     const exchange = { command, request };

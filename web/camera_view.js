@@ -198,9 +198,10 @@ function setUpPaint({ camera, queue }) {
     { slider: blue, kind: "WhPaintB", isMoved: watchMoving(blue) },
   ];
   for (const { slider, kind } of sliders) {
-    slider.addEventListener("input", () =>
-      queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
-    );
+    slider.addEventListener("input", () => {
+      const position = slider.valueAsNumber & 0xffff; // below zero as a number of 16 bits
+      queue.send(kind, () => camera.setWebSliderEvent({ kind, position }));
+    });
   }
   return ({ Whb, Enable }) => {
     const scales = [Whb.WhPaintRScale, Whb.WhPaintBScale];
