@@ -1,5 +1,7 @@
 #include "harness/handler.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <ostream>
 #include <utility>
 
@@ -27,6 +29,22 @@ std::string ResponseJson(const std::string& members) { return "{\"Response\":{" 
 
 std::string ResultMembers(const std::string& command, const std::string& result) {
   return "\"Requested\":" + Quoted(command) + ",\"Result\":" + Quoted(result);
+}
+
+/// Equality of texts that may be long: a mismatch is shown with the text around it.
+MATCHER_P(IsText, expected, testing::PrintToString(expected)) {
+  constexpr std::size_t kContext = 60;
+  const auto [ours, theirs] =
+      std::mismatch(arg.begin(), arg.end(), expected.begin(), expected.end());
+  if (ours == arg.end() && theirs == expected.end()) {
+    return true;
+  }
+  const auto offset = static_cast<std::size_t>(ours - arg.begin());
+  const std::size_t start = offset - std::min(offset, kContext);
+  *result_listener << "which differs at byte " << offset << ": "
+                   << testing::PrintToString(arg.substr(start, 2 * kContext)) << " instead of "
+                   << testing::PrintToString(expected.substr(start, 2 * kContext));
+  return false;
 }
 
 }  // namespace
@@ -157,7 +175,7 @@ std::string Reply(const std::string& json) {
 }
 
 testing::Matcher<const Outcome&> Replied(const std::string& json, int exit_status) {
-  return AllOf(Field("standard output", &Outcome::output, Reply(json)),
+  return AllOf(Field("standard output", &Outcome::output, IsText(Reply(json))),
                Field("exit status", &Outcome::exit_status, exit_status),
                Field("standard error", &Outcome::errors, ""));
 }
