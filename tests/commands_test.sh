@@ -1,21 +1,46 @@
 #!/usr/bin/env bash
-# Checks that the API reference knows every command: documentation_test.sh COMMAND_TABLE API_REFERENCE
+# Checks that everything that lists the commands agrees with the command table:
+#
+#   tests/commands_test.sh
 set -euo pipefail
-table=$1
-reference=$2
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
 failures=0
-count=0
 
-while read -r command; do
-  count=$((count + 1))
-  if ! grep -qF -- "| \`$command\`" "$reference" && ! grep -qF -- ", \`$command\`" "$reference"; then
-    echo "not in the API reference: $command"
+# The rows of the command table.
+table() {
+  sed -nE 's/^ *Row<[A-Za-z0-9]+>\("([A-Za-z0-9]+)".*/\1/p' core/command_table.cpp
+}
+
+# The first column of those tables of the API reference that have the heading "Command".
+api_reference() {
+  awk -F '|' '/^\| Command /, /^$/ { print $2 }' docs/api.md | grep -oE '`[A-Za-z0-9]+`' | tr -d '`'
+}
+
+smoke_test() {
+  bash -c 'source simulator/smoke_every_command.sh; every_command' | cut -d ' ' -f 1
+}
+
+# The first section of the dictionary.
+fuzzing_dictionary() {
+  sed -nE '/^# Commands/,/^$/s/^"([A-Za-z0-9]+)"$/\1/p' tests/fuzz/dictionary
+}
+
+# expect_all_commands NAME COMMAND...: what the command prints are the commands of the table.
+expect_all_commands() {
+  local name=$1 difference
+  shift
+  difference=$(comm -3 <(table | sort) <("$@" | sort -u) | sed 's/^\t/unknown command: /')
+  if [[ -n $difference ]]; then
+    printf '%s does not list the commands of the command table:\n%s\n' "$name" "$difference"
     failures=$((failures + 1))
   fi
-done < <(grep -oE 'Row<[A-Za-z0-9]+>\("[A-Za-z0-9]+"' "$table" | cut -d '"' -f 2)
+}
 
-if ((count < 68)); then
-  echo "only $count commands found in $table"
-  failures=$((failures + 1))
+if (($(table | wc -l) == 0)); then
+  echo "found no rows in core/command_table.cpp"
+  exit 1
 fi
+expect_all_commands "the API reference" api_reference
+expect_all_commands "the smoke test" smoke_test
+expect_all_commands "the dictionary of the fuzzers" fuzzing_dictionary
 exit $((failures > 0))
