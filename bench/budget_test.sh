@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Holds what three requests cost against a limit: budget_test.sh FOLDER, where FOLDER holds the built
-# programs. Instructions and system calls do not depend on the machine's load, so a limit is a limit;
-# there is a tenth of room for another compiler.
+# Compares the cost of three requests with their limits: budget_test.sh FOLDER, where FOLDER contains
+# the built programs. Instructions and system calls do not depend on the load of the machine. The
+# limits leave a tenth for other compilers.
 set -euo pipefail
 folder=$1
 failures=0
@@ -9,8 +9,8 @@ failures=0
 counts=$("$folder/measure" counts "$folder")
 echo "$counts"
 
-# hold REQUEST INSTRUCTIONS SYSTEM_CALLS: at most so many, instructions over the floor.
-hold() {
+# expect_at_most REQUEST INSTRUCTIONS SYSTEM_CALLS: the limits; instructions are those over the floor.
+expect_at_most() {
   local over calls
   read -r over calls < <(awk -v title="$1" '$1 == title {print $3, $4}' <<<"$counts")
   if ((over > $2 || calls > $3)); then
@@ -19,8 +19,8 @@ hold() {
   fi
 }
 
-hold HeartbeatConfirmation 18200 25
-hold GetCamStatus 61400 39
-hold SetStreamingBitrate 26400 45
+expect_at_most HeartbeatConfirmation 18200 25
+expect_at_most GetCamStatus 61400 39
+expect_at_most SetStreamingBitrate 26400 45
 
 exit $((failures > 0))

@@ -39,7 +39,7 @@ std::string ClipList(const std::string& request) {
   return payload;
 }
 
-/// What the control daemon answers; nothing to a notice.
+/// The answer of the control daemon; empty for a notice.
 std::string Reply(const std::string& request) {
   const int message_class = request.at(1);
   const int code = request.at(4);
@@ -65,7 +65,7 @@ std::string Reply(const std::string& request) {
   }
 }
 
-[[noreturn]] void Swallow(int log) {
+[[noreturn]] void Discard(int log) {
   char buffer[8192];
   while (true) {
     recv(log, buffer, sizeof buffer, 0);
@@ -73,11 +73,11 @@ std::string Reply(const std::string& request) {
 }
 
 template <typename Work>
-void InProcessOfItsOwn(Work work) {
+void InChildProcess(Work work) {
   const pid_t parent = getpid();
   if (fork() == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // The parent may have ended before it could be told.
+    // The parent may have ended before prctl took effect.
     if (getppid() == parent) {
       work();
     }
@@ -93,10 +93,10 @@ void EnterCamera() {
                      std::string("ID\t") + kSessionId + "\nlifetime\t1800\nsessiontime\t0\n");
   harness::StatusBlock().Store();
   const int log = harness::BoundSocket("/dev/log", SOCK_DGRAM);
-  InProcessOfItsOwn([log] { Swallow(log); });
+  InChildProcess([log] { Discard(log); });
   const int daemon = harness::BoundSocket("/var/run/quonta_cp.sock", SOCK_STREAM);
   listen(daemon, kQueue);
-  InProcessOfItsOwn([daemon] { Answer(daemon); });
+  InChildProcess([daemon] { Answer(daemon); });
 }
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// The camera that the measured programs meet: daemons that answer at once, a system log, a session,
-// a status block.
+// The camera around the measured programs: daemons that answer immediately, a system log, a session
+// and a status block.
 #pragma once
 
 namespace bench {

@@ -1,4 +1,4 @@
-/* The floor behind a web server: a program that answers without looking at the request. */
+/* The floor under a web server: a program that answers without reading the request. */
 #include <unistd.h>
 
 static const char kReply[] =

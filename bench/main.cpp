@@ -1,5 +1,5 @@
-// Measures the handler beside two floors: a program that does nothing, and a bare one that does the
-// system calls of a status request. See docs/performance.md.
+// Compares the handler with two floors: a program that does nothing, and a minimal one that makes
+// the system calls of a status request. See docs/performance.md.
 #include <sched.h>
 #include <unistd.h>
 
@@ -77,7 +77,7 @@ Spread SpreadOf(std::vector<double> times) {
   return {times[tenth], times[times.size() / 2], times[times.size() - 1 - tenth]};
 }
 
-/// Floor and handler in turn, A B B A, so that whatever else the machine does befalls both.
+/// Floor and handler alternate, A B B A, so that other load on the machine affects both.
 void MeasureTimes(const Build& build, int starts) {
   std::printf("%-24s %27s   %27s  ratio\n", "microseconds", "floor p10 median p90",
               "handler p10 median p90");
@@ -102,8 +102,8 @@ void MeasureTimes(const Build& build, int starts) {
   }
 }
 
-/// How many pages of a program's file the kernel maps around a touched one depends on how the file
-/// lies in its cache, so this is the middle of several copies of the program.
+/// The kernel maps more or fewer pages around a page that is used, depending on the layout of the
+/// file in its cache. So this is the median of several copies of the program.
 long PeakKib(const Build& build, const std::string& path, const std::string& body) {
   constexpr int kCopies = 9;
   const std::string copy = "/var/tmp/copy";
@@ -121,7 +121,7 @@ void MeasureCounts(const Build& build) {
   const long floor = bench::Instructions(nothing);
   const long floor_peak = PeakKib(build, build.floor, "");
   std::printf("%-24s %13s %8s %13s %8s\n", "", "instructions", "over", "system calls", "KiB over");
-  std::printf("%-24s %13ld %8s %13d %8ld (in all)\n", "floor", floor, "",
+  std::printf("%-24s %13ld %8s %13d %8ld (total)\n", "floor", floor, "",
               bench::CountCalls(nothing).system_calls, floor_peak);
   const auto show = [&](const char* title, const std::string& path, const std::string& body) {
     const Program program = build.Start(path, body);
@@ -155,10 +155,10 @@ void StayOnOneProcessor() {
 
 int Usage() {
   std::fputs(
-      "measure times FOLDER STARTS   times beside the floors\n"
+      "measure times FOLDER STARTS   times compared with the floors\n"
       "measure counts FOLDER         instructions, system calls, memory\n"
       "measure memory FOLDER         memory of a build for the camera's processor\n"
-      "measure camera COMMAND...     runs a command beside the simulated camera\n"
+      "measure camera COMMAND...     runs a command next to the simulated camera\n"
       "FOLDER is a build tree of the product.\n",
       stderr);
   return 2;

@@ -20,13 +20,13 @@
 namespace bench {
 namespace {
 
-constexpr int kRoomForReply = 1 << 20;
+constexpr int kReplyCapacity = 1 << 20;
 constexpr char kValgrindLog[] = "/var/tmp/callgrind.log";
 
 using harness::Check;
 using harness::Pointers;
 
-/// Command, environment, request and room for the reply of one run, made ready beforehand.
+/// Command, environment, request and a pipe for the reply of one run, prepared before it starts.
 class Run {
  public:
   explicit Run(const Program& program)
@@ -48,7 +48,7 @@ class Run {
     Check(write(input_, program.body.data(), program.body.size()) >= 0, "write");
     lseek(input_, 0, SEEK_SET);
     Check(pipe2(output_, O_CLOEXEC) == 0, "pipe");
-    fcntl(output_[0], F_SETPIPE_SZ, kRoomForReply);
+    fcntl(output_[0], F_SETPIPE_SZ, kReplyCapacity);
     fcntl(output_[0], F_SETFL, O_NONBLOCK);
     posix_spawn_file_actions_init(&actions_);
     posix_spawn_file_actions_adddup2(&actions_, input_, STDIN_FILENO);
@@ -71,7 +71,7 @@ class Run {
     return pid;
   }
 
-  /// In a forked process: becomes the program, under the eyes of its parent.
+  /// In a forked process: becomes the program, traced by its parent.
   [[noreturn]] void BecomeTraced() const {
     dup2(input_, STDIN_FILENO);
     dup2(output_[1], STDOUT_FILENO);
@@ -80,9 +80,9 @@ class Run {
     _exit(127);
   }
 
-  /// What the program has written, once it has ended.
+  /// The output of the program, after it has ended.
   [[nodiscard]] std::string Output() const {
-    std::string output(kRoomForReply, '\0');
+    std::string output(kReplyCapacity, '\0');
     const ssize_t size = read(output_[0], output.data(), output.size());
     output.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return output;
@@ -98,8 +98,8 @@ class Run {
   posix_spawn_file_actions_t actions_ = {};
 };
 
-/// The number behind a word in a text file.
-long NumberBehind(const std::string& path, const std::string& word) {
+/// The number after a word in a text file.
+long NumberAfter(const std::string& path, const std::string& word) {
   std::istringstream text(harness::ReadFile(path));
   for (std::string found; text >> found;) {
     long number = 0;
@@ -141,15 +141,15 @@ Counts CountCalls(const Program& program) {
         "ptrace");
   constexpr int kSystemCallStop = SIGTRAP | 0x80;
   Counts counts;
-  // Each call stops the program twice; execve has begun before it is watched, and exit_group does
-  // not return.
+  // Each call stops the program twice, except for execve, which starts before it is traced, and
+  // exit_group, which does not return.
   int stops = 1;
   while (ptrace(PTRACE_SYSCALL, pid, nullptr, nullptr) == 0 && waitpid(pid, &status, 0) == pid &&
          WIFSTOPPED(status)) {
     if (WSTOPSIG(status) == kSystemCallStop) {
       ++stops;
     } else if (status >> 8 == (SIGTRAP | (PTRACE_EVENT_EXIT << 8))) {
-      counts.peak_kib = NumberBehind("/proc/" + std::to_string(pid) + "/status", "VmHWM:");
+      counts.peak_kib = NumberAfter("/proc/" + std::to_string(pid) + "/status", "VmHWM:");
     }
   }
   counts.system_calls = (stops + 1) / 2;
@@ -157,11 +157,11 @@ Counts CountCalls(const Program& program) {
 }
 
 long Instructions(const Program& program) {
-  Program watched = program;
-  watched.command.insert(watched.command.begin(),
-                         {"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
-                          std::string("--log-file=") + kValgrindLog});
-  const Run run(watched);
+  Program traced = program;
+  traced.command.insert(traced.command.begin(),
+                        {"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+                         std::string("--log-file=") + kValgrindLog});
+  const Run run(traced);
   int status = 0;
   waitpid(run.Spawn(), &status, 0);
   std::string log = harness::ReadFile(kValgrindLog);

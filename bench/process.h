@@ -6,20 +6,20 @@
 
 namespace bench {
 
-/// A program to be started, and the request that it gets on its standard input.
+/// A program and the request that it reads from its standard input.
 struct Program {
   std::vector<std::string> command;  // path first
   std::string body;
 };
 
-/// Wall-clock time from the start of the program to its end. Throws when its output does not hold
-/// `expected`: a figure about a failed request is worth nothing.
+/// Wall-clock time from the start of the program to its end. Throws if its output does not contain
+/// `expected`, because the time of a failed request means nothing.
 double Microseconds(const Program& program, const std::string& expected);
 
-/// What the kernel counts of one run.
+/// Counts of one run.
 struct Counts {
   int system_calls = 0;  // from execve to exit_group
-  long peak_kib = 0;     // resident memory at the exit
+  long peak_kib = 0;     // peak of resident memory
 };
 Counts CountCalls(const Program& program);
 

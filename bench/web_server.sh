@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Requests per second through a web server, beside a program that answers without looking:
-# web_server.sh FOLDER, where FOLDER holds the built programs
+# Requests per second through a web server, for the handler and for a program that answers without
+# reading the request: web_server.sh FOLDER, where FOLDER contains the built programs
 set -euo pipefail
 folder=$1
 requests=2000

@@ -1,4 +1,4 @@
-# Compiler and linker options shared by every target, and those of the product alone.
+# Compiler and linker options: those that all targets share, and those of the product.
 include(CheckCXXSourceCompiles)
 include(CheckCXXSourceRuns)
 
@@ -12,7 +12,7 @@ target_compile_options(camera_warnings INTERFACE
   $<$<BOOL:${CAMERA_WARNINGS_AS_ERRORS}>:-Werror>)
 
 # What the product's code may use of the language; times and file sizes are 64 bits wide on the
-# 32-bit board, too. The system log's socket path and every other path is compiled in as it stands.
+# 32-bit board, too.
 add_library(camera_language INTERFACE)
 target_compile_features(camera_language INTERFACE cxx_std_17)
 target_compile_options(camera_language INTERFACE -fno-rtti -fno-threadsafe-statics)
@@ -28,8 +28,8 @@ else()
 endif()
 target_compile_definitions(camera_language INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
-# Counters of lines and branches: for the product's code, and for the unit tests because of the
-# product's headers. Static, as what ships is: a test allows the handler little memory.
+# Coverage counters for the product, and for the unit tests, which include its headers. Linked
+# statically, like the product, because a test gives the handler little memory.
 add_library(camera_coverage INTERFACE)
 target_link_libraries(camera_language INTERFACE camera_coverage)
 if(CAMERA_COVERAGE)
@@ -39,7 +39,7 @@ if(CAMERA_COVERAGE)
   target_link_libraries(camera_coverage INTERFACE coverage_exit)
 endif()
 
-# Sanitizers go into everything that is built with them, tests included.
+# Sanitizers apply to everything, tests included.
 if(CAMERA_SANITIZE)
   # The check of virtual calls needs the type information that the product is built without.
   add_compile_options(-fsanitize=${CAMERA_SANITIZE} -fno-sanitize=vptr -fno-sanitize-recover=all

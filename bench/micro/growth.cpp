@@ -96,7 +96,7 @@ void ClipList(benchmark::State& state) {
 }
 BENCHMARK(ClipList)->RangeMultiplier(4)->Range(15, 3840)->Complexity();
 
-/// As many lines that are no setting's.
+/// That many lines which set nothing.
 void SettingsReader(benchmark::State& state) {
   const char* const path = "/var/tmp/lighttpd/streaming";
   {

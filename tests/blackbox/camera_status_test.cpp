@@ -88,7 +88,7 @@ TEST_F(CameraStatusTest, TakesEveryValueFromItsOwnSource) {
   EXPECT_THAT(Poll(FullReply()), Replied(DataJson("GetCamStatus", kFullReport)));
 }
 
-TEST_F(CameraStatusTest, GoesOutWholeAtItsLongest) {
+TEST_F(CameraStatusTest, IsCompleteAtItsLongest) {
   StatusBlock block;
   block.Fill('W');  // no text has a terminator
   for (std::size_t offset = 115; offset <= 221; ++offset) {
@@ -129,7 +129,7 @@ TEST_F(CameraStatusTest, ReportsZerosWithoutStatusBlockAndReply) {
   }
 }
 
-TEST_F(CameraStatusTest, ReadsWhatIsMissingOfAShortReplyAsZero) {
+TEST_F(CameraStatusTest, ReadsMissingBytesOfAShortReplyAsZero) {
   FullBlock().Store();
   const std::string whole = FullReply();
   for (std::size_t length = 0; length < whole.size(); ++length) {
@@ -154,7 +154,7 @@ TEST_F(CameraStatusTest, EndsInTheMiddleOfASlotWithZeros) {
                           R"("SlotA":{"Status":"Select","Protect":"Lock","Remain":"256")"))));
 }
 
-TEST_F(CameraStatusTest, ShortStatusBlockReadsAsZeroBehindItsEnd) {
+TEST_F(CameraStatusTest, ReadsZerosAfterTheEndOfAShortStatusBlock) {
   FullBlock().Store(600);  // up to the lens return button's label
   EXPECT_THAT(
       Poll(FullReply()),
@@ -177,8 +177,8 @@ struct CodeAndWord {
 
 class StatusWordTest : public CameraStatusTest {
  protected:
-  /// Each code at `offset` must change the zero report in one place alone: the word that stands
-  /// between `before` and `after`. The first row is that of code 0.
+  /// Each code at `offset` must change the zero report in only one place: the word between `before`
+  /// and `after`. The first row is that of code 0.
   void ExpectWords(Source source, std::size_t offset, const std::string& before,
                    std::initializer_list<CodeAndWord> rows, const std::string& after = "\"") {
     const std::string zero_word = rows.begin()->word;
@@ -421,7 +421,7 @@ TEST_F(CameraStatusTest, TimeCode) {
       {"drop frame", Bytes({0x01, 0x23, 0x45, 0x96}), "01:23:45.16"},
       {"drop frame, no frames", Bytes({0x10, 0x00, 0x00, 0x80}), "10:00:00.00"},
       {"no drop frame", Bytes({0x23, 0x59, 0x59, 0x29}), "23:59:59:29"},
-      {"bits that are no digits", Bytes({0xC1, 0x82, 0x83, 0x04}), "01:02:03:04"},
+      {"nibbles above 9", Bytes({0xC1, 0x82, 0x83, 0x04}), "01:02:03:04"},
       {"digits that are none", Bytes({0x3A, 0x6B, 0x7C, 0x0F}), "3a:6b:7c:0f"},
       {"all bits", Bytes({0xFF, 0xFF, 0xFF, 0xFF}), "3f:7f:7f.7f"},
   };
@@ -523,7 +523,7 @@ TEST_F(CameraStatusTest, TextsAreNotEscaped) {
                                Changed(kZeroReport, R"("Sw1":"")", "\"Sw1\":\"50% \"\\\n\""))));
 }
 
-TEST_F(CameraStatusTest, TheDaemonsResultGoesWithTheData) {
+TEST_F(CameraStatusTest, ReportsTheResultOfTheDaemonWithTheData) {
   struct Row {
     int result;
     const char* word;

@@ -222,7 +222,7 @@ constexpr Selection kSelections[] = {
     {"SetWebFtp4UploadBSelect", 117, "select B upload ftp4"},
 };
 
-/// The 500 bytes of a selection: zeros, but for the blocks given with their four bytes.
+/// The 500 bytes of a selection: zeros except for the given blocks of four bytes.
 using Blocks = std::vector<std::pair<std::size_t, std::string>>;
 
 std::string Bitmap(const Blocks& blocks) {
@@ -316,7 +316,7 @@ TEST_F(FtpSelectionTest, AValueWithoutAnEndSelectsNothing) {
   };
   const Row rows[] = {
       {"the only one", R"("block0":7)", {}},
-      {"one brace is no end", R"("block0":7})", {}},
+      {"one brace does not end it", R"("block0":7})", {}},
       {"the last one", R"("block0":7,"block1":8})", {{0, Bytes({0, 0, 0, 7})}}},
       {"a block that is not read is an end", R"("block0":7,"block)", {{0, Bytes({0, 0, 0, 7})}}},
       {"two braces are an end", R"("block0":7}})", {{0, Bytes({0, 0, 0, 7})}}},
@@ -380,7 +380,7 @@ TEST_F(ClipCommandTest, WithoutParametersSendsTheBareHeader) {
   }
 }
 
-TEST_F(ClipCommandTest, TheDaemonsResultIsTheResult) {
+TEST_F(ClipCommandTest, ReportsTheResultOfTheDaemon) {
   for (const Announced& row : kAnnounced) {
     SCOPED_TRACE(row.command);
     daemon_.Next(Answer(ReplyMessage(Bytes({2}))));

@@ -5,7 +5,7 @@
 
 #include "harness/camera_test.h"
 
-// The clip list: which exchanges a request makes, and what comes of the daemon's replies.
+// The clip list: the exchanges of a request, and how the replies of the daemon are reported.
 
 namespace {
 
@@ -38,7 +38,7 @@ constexpr char kZeroClip[] =
     R"({"IndexNo":0,"Name":"","TC":"00:00:00:00-00:00:00:00",)"
     R"("DateTime":"0000-01-00 T00:00:00","OKMark":"NoMark","AspectRaotp":"16:9","Edit":"Enable"})";
 
-/// The payload of a reply that says that it holds `count` clips.
+/// The payload of a reply that announces `count` clips.
 std::string Clips(std::uint16_t count, const std::string& clips, int result = 0) {
   return Bytes({result, 0xEE}) + Be16(count) + clips;
 }
@@ -117,7 +117,7 @@ TEST_F(ClipListTest, AcceptsTheseParameters) {
        Bytes({0, 0, 0, 7, 0, 3})},
       {"any order", R"("ClipNum":3,"StartIndexNo":7,"Slot":"B")", Bytes({1, 0, 0, 7, 0, 3})},
       {"only the slot's first character counts", Params("Ab", "7", "3"), Bytes({0, 0, 0, 7, 0, 3})},
-      {"text behind a number", R"("Slot":"B","StartIndexNo":"7th","ClipNum":"3.9")",
+      {"text after a number", R"("Slot":"B","StartIndexNo":"7th","ClipNum":"3.9")",
        Bytes({1, 0, 0, 7, 0, 3})},
       {"the highest start", Params("A", "32767", "1"), Bytes({0, 0, 0x7F, 0xFF, 0, 1})},
       {"numbers are cut to 16 bits", Params("A", "65537", "131075"), Bytes({0, 0, 0, 1, 0, 3})},
@@ -137,20 +137,20 @@ TEST_F(ClipListTest, RefusesTheseParameters) {
     const char* description;
     std::string params;
     int refusal;
-    const char* missing;  // the parameter that is not there
+    const char* missing;  // the missing parameter
   };
   const Row rows[] = {
       {"no slot", R"("StartIndexNo":1,"ClipNum":1)", -1, "Slot"},
       {"no start", R"("Slot":"A","ClipNum":1)", -1, "StartIndexNo"},
       {"no count", R"("Slot":"A","StartIndexNo":1)", -1, "ClipNum"},
-      {"no count behind a bad start", R"("Slot":"A","StartIndexNo":0)", -1, "ClipNum"},
+      {"no count after a bad start", R"("Slot":"A","StartIndexNo":0)", -1, "ClipNum"},
       {"slot in lower case", Params("a", "1", "1"), -1, nullptr},
       {"unknown slot", Params("C", "1", "1"), -1, nullptr},
       {"empty slot", Params("", "1", "1"), -1, nullptr},
       {"slot before start and count", Params("a", "0", "0"), -1, nullptr},
       {"start 0", Params("A", "0", "1"), -2, nullptr},
       {"negative start", Params("A", "-1", "1"), -2, nullptr},
-      {"start that is no number", R"("Slot":"A","StartIndexNo":"x","ClipNum":1)", -2, nullptr},
+      {"start that is not a number", R"("Slot":"A","StartIndexNo":"x","ClipNum":1)", -2, nullptr},
       {"start beyond signed 16 bits", Params("A", "32768", "1"), -2, nullptr},
       {"start before count", Params("A", "0", "0"), -2, nullptr},
       {"count 0", Params("A", "1", "0"), -3, nullptr},
@@ -211,7 +211,7 @@ TEST_F(ClipListTest, JoinsTheChunksIntoOneArray) {
        {Clips(1, FirstClip()), "", Clips(1, SecondClip())},
        2,
        first + "," + second},
-      {"clips behind a count of 0", {Clips(0, FirstClip()), Clips(1, SecondClip()), ""}, 1, second},
+      {"clips after a count of 0", {Clips(0, FirstClip()), Clips(1, SecondClip()), ""}, 1, second},
       {"more clips than were asked for",
        {"", "", Clips(2, FirstClip() + SecondClip())},
        2,
@@ -226,7 +226,7 @@ TEST_F(ClipListTest, JoinsTheChunksIntoOneArray) {
   }
 }
 
-TEST_F(ClipListTest, TheLastResultIsTheResult) {
+TEST_F(ClipListTest, ReportsTheResultOfTheLastReply) {
   struct Row {
     const char* description;
     std::string first;
@@ -258,7 +258,7 @@ TEST_F(ClipListTest, CountsAndPrintsNoMoreThanArrivedOrFits) {
   };
   const std::string first = kFirstClip;
   const std::string fifteen = Times(15, FirstClip());
-  // The end of the first clip is cut off behind the high byte of its year, 0x07.
+  // The end of the first clip is cut off after the high byte of its year, 0x07.
   const std::string cut = FirstClip().substr(0, 21);
   const std::string cut_json =
       R"({"IndexNo":1,"Name":"CLIP0001","TC":"00:00:10:00-00:01:20:12",)"
@@ -309,7 +309,7 @@ TEST_F(ClipListTest, FieldsAtTheirLimits) {
       {"name is not escaped", 2, "\"\\%s", R"("Name":"")", R"("Name":""\%s")"},
       {"drop frame in the first time code", 15, Bytes({0x80}), "00:00:00:00-", "00:00:00.00-"},
       {"drop frame in the last time code", 19, Bytes({0x92}), "-00:00:00:00", "-00:00:00.12"},
-      {"bits that are no digits", 12, std::string(8, '\xFF'), "00:00:00:00-00:00:00:00",
+      {"nibbles above 9", 12, std::string(8, '\xFF'), "00:00:00:00-00:00:00:00",
        "3f:7f:7f.7f-3f:7f:7f.7f"},
       {"year of one digit", 20, Be16(7), "0000-01", "0007-01"},
       {"year of five digits", 20, Be16(65535), "0000-01", "65535-01"},
@@ -379,7 +379,7 @@ class LongestClipListTest : public ClipListTest {
   }
 };
 
-TEST_F(LongestClipListTest, IsAskedForToItsEnd) {
+TEST_F(LongestClipListTest, IsRequestedToItsEnd) {
   const Outcome outcome = ListAll();
   EXPECT_THAT(outcome, Replied(ListJson(0, "")));
   const std::vector<std::string> messages = daemon_.Received();
@@ -399,7 +399,7 @@ TEST_F(LongestClipListTest, TakesNoMemoryForClipsThatAreOnlyAskedFor) {
               Replied(ListJson(0, "")));
 }
 
-TEST_F(LongestClipListTest, GoesOutWhole) {
+TEST_F(LongestClipListTest, IsComplete) {
   std::string clips;
   for (int number = 0; number < kClips;) {
     std::string chunk;

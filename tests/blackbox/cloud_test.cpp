@@ -12,7 +12,7 @@ using namespace harness;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A text in a field of so many bytes, the rest of them zero.
+/// A text in a field of `size` bytes, padded with zeros.
 std::string Field(const std::string& text, std::size_t width) {
   return text + std::string(width - text.size(), '\0');
 }
@@ -25,7 +25,7 @@ class CloudTest : public CameraTest {
     LogLines lines;                     // without the traces of request and reply
   };
 
-  /// Posts a request; the streaming daemon answers it so.
+  /// Posts a request, which the streaming daemon answers with the given reply.
   Exchange Serve(const std::string& body, const Script& answer = Answer(ReplyMessage(Bytes({0})))) {
     FakeDaemon daemon(kStreamingSocket, answer);
     return Serve(body, daemon);
@@ -49,7 +49,8 @@ class CloudTest : public CameraTest {
     WriteFile(kLogLevelFile, "cmd=" + std::to_string(level) + "\n");
   }
 
-  /// A request is refused and nothing is sent. Its lines but the last one, which tells the refusal.
+  /// A request is refused and nothing is sent. Returns its log lines without the last one, which
+  /// reports the refusal.
   LogLines Refused(const std::string& command, const std::string& params) {
     SCOPED_TRACE(command + " " + params);
     Exchange exchange = Serve(Body(command, params));
@@ -101,7 +102,7 @@ TEST_F(CloudTest, RequestsAreTracedAtLevel1) {
                                    Error("send res_str = " + ResultJson("SetCldstrmLogout"))));
 }
 
-TEST_F(CloudTest, TheResultIsTheDaemons) {
+TEST_F(CloudTest, ReportsTheResultOfTheDaemon) {
   const struct {
     const char* what;
     Script answer;
@@ -131,7 +132,7 @@ TEST_F(CloudTest, TheResultIsTheDaemons) {
   }
 }
 
-/// None of the commands needs the control daemon, and none can do without the streaming daemon.
+/// All commands need the streaming daemon and none needs the control daemon.
 TEST_F(CloudTest, WithoutTheDaemonThereIsNoReply) {
   FakeDaemon control;
   for (const char* command :
@@ -419,7 +420,7 @@ TEST_F(CloudTest, TheCountIsTracedAsReceived) {
   EXPECT_EQ(lines[2], Info("[0] Title: "));
 }
 
-TEST_F(CloudTest, TheLastReplysResultIsTheResult) {
+TEST_F(CloudTest, ReportsTheResultOfTheLastReply) {
   const struct {
     const char* what;
     int count_result;
@@ -483,7 +484,7 @@ TEST_F(CloudTest, TitlesAreReadFromShortAndLongReplies) {
       {"no terminator", EventReply(t128), t63, t128},
       {"longer than a record", Answer(ReplyMessage(Event(t128) + "more")), t63, t128},
       {"far longer", Answer(ReplyMessage(Event(t128) + std::string(60000, 'x'))), t63, t128},
-      {"bytes behind a NUL", EventReply(std::string("Ni\0ght", 6)), "Ni", "Ni"},
+      {"bytes after a NUL", EventReply(std::string("Ni\0ght", 6)), "Ni", "Ni"},
   };
   LogLevel(4);
   for (const auto& row : rows) {
@@ -496,7 +497,7 @@ TEST_F(CloudTest, TitlesAreReadFromShortAndLongReplies) {
   }
 }
 
-/// Titles are cut first, so an escaped one may be longer than 63 bytes.
+/// Titles are truncated before they are escaped, so an escaped one may be longer than 63 bytes.
 TEST_F(CloudTest, TitlesAreEscaped) {
   const RepliesMayBreak may_break;
   std::string quotes;
@@ -695,7 +696,7 @@ TEST_F(StreamInfoTest, TextsEndAtTheirFieldsAtTheLatest) {
   }
 }
 
-/// Neither an error nor a daemon that says nothing may touch the server that a client has set up.
+/// Neither an error nor a silent daemon may change the server that a client has set up.
 TEST_F(StreamInfoTest, IsNotStoredWithoutASuccessfulReply) {
   const std::string streaming = StreamingSettings("1");
   const std::string server = ServerSettings("Old", "3", "rtmp://old", "oldkey");
@@ -732,7 +733,7 @@ TEST_F(StreamInfoTest, WithoutParametersTheHeaderIsBareAndTheServerTheFirst) {
   EXPECT_EQ(ReadFile(ServerFile(0)), ServerSettings("title", "4", "url", "key"));
 }
 
-TEST_F(StreamInfoTest, FilesThatCannotBeWrittenAreNobodysConcern) {
+TEST_F(StreamInfoTest, WriteFailuresAreIgnored) {
   const ReadOnly read_only("/var/tmp/lighttpd");
   const Exchange exchange =
       Serve(ToServer("0", "2"), Answer(ReplyMessage(StreamInfo("url", "key", "title"))));

@@ -15,7 +15,7 @@ using testing::Not;
 
 using Texts = std::vector<std::string>;
 
-/// Nobody has logged in: the command line needs no session.
+/// No client is logged in: the command line needs no session.
 class CommandLineTest : public CameraTest {
  protected:
   CommandLineTest() { ResetPrivateWorld(); }
@@ -25,10 +25,10 @@ class CommandLineTest : public CameraTest {
 
 std::string Joined(const Texts& arguments) { return testing::PrintToString(arguments); }
 
-/// A daemon that says nothing but "Success".
+/// A daemon whose only answer is "Success".
 Script Success() { return Answer(ReplyMessage(Bytes({0}))); }
 
-/// What a command logs of its own comes after these lines.
+/// The lines that come before those of the command itself.
 void ExpectLogBegins(const LogLines& lines, const LogLines& first) {
   ASSERT_GE(lines.size(), first.size());
   EXPECT_EQ(LogLines(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(first.size())),
@@ -105,7 +105,7 @@ TEST_F(CommandLineTest, StatusNeedsNoSessionFile) {
   EXPECT_THAT(outcome.output, HasSubstr(R"({"Response":{"Requested":"GetCamStatus",)"
                                         R"("Result":"Success","Data":{"Status":"NoCard",)"));
   EXPECT_THAT(daemon.Received(), ElementsAre(Message(5, 0, 0, outcome.pid)));
-  // The status report is not logged, on this road neither.
+  // The status report is not logged here either.
   EXPECT_THAT(log_.Lines(),
               Logged(Info(R"(INPUT_COMMAND(0):{"Request":{"Command":"GetCamStatus"}})"),
                      Error(R"(CMD post_data = {"Request":{"Command":"GetCamStatus"}})")));
@@ -133,7 +133,7 @@ TEST_F(CommandLineTest, RequestsWithoutArgumentsAreSent) {
   }
 }
 
-TEST_F(CommandLineTest, LogsTheRoadOfARequest) {
+TEST_F(CommandLineTest, LogsEachStepOfARequest) {
   FakeDaemon daemon(Success());
   Run({"6"});
   const std::string request = R"({"Request":{"Command":"MonitorStop"}})";
@@ -198,7 +198,7 @@ TEST_F(CommandLineTest, ArgumentsTakeTheirPlacesInTheRequest) {
       {"page without number", {"15"}, kPage, page("0")},
       {"mark", {"16", "a", "7", "1"}, kMark, mark("A", "7", "Mark")},
       {"mark removed", {"16", "b", "7", "0"}, kMark, mark("B", "7", "NoMark")},
-      {"a mark that is no number counts as 0",
+      {"a mark that is not a number counts as 0",
        {"16", "a", "7", "yes"},
        kMark,
        mark("A", "7", "NoMark")},
@@ -232,7 +232,7 @@ TEST_F(CommandLineTest, ClipsWithoutArgumentsAreRefusedByTheirCommand) {
                                       R"({"Slot":"B","StartIndexNo":0,"ClipNum":0}}})")));
 }
 
-TEST_F(CommandLineTest, RequestsWithoutTheirLastBraceAreGoodAllTheSame) {
+TEST_F(CommandLineTest, RequestsWithoutTheirLastBraceAreAccepted) {
   FakeDaemon daemon(Success());
   daemon.Next(Success()).Next(Answer(ReplyMessage(Bytes({0, 1, 1, 0, 1}))));
   const Outcome zoom = Run({"14", "300"});
@@ -396,7 +396,7 @@ TEST_F(CommandLineTest, XYFieldsAreNamedByTheirNumbers) {
   }
 }
 
-TEST_F(CommandLineTest, NumbersOfNoKeyOrKindMakeNoRequest) {
+TEST_F(CommandLineTest, UnknownKeyAndKindNumbersMakeNoRequest) {
   const struct {
     const char* description;
     Texts arguments;
@@ -487,7 +487,7 @@ TEST_F(CommandLineTest, RefusesOtherNumbersOnStandardError) {
   }
 }
 
-TEST_F(CommandLineTest, TextThatIsNoNumberIsNumber0) {
+TEST_F(CommandLineTest, TextThatIsNotANumberIsNumber0) {
   FakeDaemon daemon(Success());
   for (const std::string number : {"", "x", "--help", "+0", "00"}) {
     SCOPED_TRACE(number);
@@ -535,7 +535,7 @@ TEST_F(CommandLineTest, WholeRequestsBeginWithTheirCommand) {
   }
 }
 
-TEST_F(CommandLineTest, NameNeedsNoQuoteBehindIt) {
+TEST_F(CommandLineTest, NameNeedsNoClosingQuote) {
   EXPECT_THAT(
       Run({"100", R"({"Request":{"Command":"HeartbeatConfirmation)"}),
       Replied(DataJson("HeartbeatConfirmation", R"("VideoOutput":"On","StudioTally":"Off")")));
@@ -546,15 +546,15 @@ TEST_F(CommandLineTest, WholeRequestMissing) {
   EXPECT_THAT(log_.Lines(), Logged(Error("CMD post_data = "), Error("command error = ")));
 }
 
-TEST_F(CommandLineTest, WholeRequestIsCutToItsBuffer) {
-  // The position's value would end with byte 5,000, which is cut off: so it is missing.
+TEST_F(CommandLineTest, WholeRequestIsTruncatedToItsBuffer) {
+  // The value of the position would end at byte 5,000, which is cut off, so it counts as missing.
   const std::string head = R"({"Request":{"Command":"SetZoomCtrl","Filling":")";
   const std::string tail = R"(","Params":{"Position":7)";
   const std::string filling(4999 - head.size() - tail.size(), 'x');
   FakeDaemon daemon(Success());
   EXPECT_THAT(Run({"100", head + filling + tail + "}}}"}), Replied(ErrorJson("RequestedError")));
   EXPECT_THAT(daemon.Received(), IsEmpty());
-  // One byte less, and it is there.
+  // With one byte less it is complete.
   EXPECT_THAT(Run({"100", head + filling.substr(1) + tail + "}}}"}),
               Replied(ResultJson("SetZoomCtrl")));
   EXPECT_EQ(daemon.Received().size(), 1U);
@@ -576,7 +576,7 @@ TEST_F(CommandLineTest, LongArgumentsAreHarmless) {
                                        Error("command error = ")));
 }
 
-TEST_F(CommandLineTest, DirectivesInArgumentsShowAsTheyAre) {
+TEST_F(CommandLineTest, DirectivesInArgumentsAreNotExpanded) {
   const std::string request = R"({"Request":{"Command":"%n%s%d%%"}})";
   EXPECT_THAT(Run({"100", request}), Replied(ErrorJson("CommandError"), 1));
   EXPECT_THAT(log_.Lines(),
@@ -611,7 +611,7 @@ TEST_F(CommandLineTest, ArgumentsFromAWebServerAreIgnored) {
               Not(testing::Contains(testing::Field(&LogLine::text, HasSubstr("INPUT_COMMAND")))));
 }
 
-TEST_F(CommandLineTest, DaemonsThatAreNotThereEndTheRequest) {
+TEST_F(CommandLineTest, AbsentDaemonsEndTheRequest) {
   EXPECT_THAT(Run({"5"}), EndedSilently(1));
   EXPECT_THAT(log_.Lines(), testing::Contains(Error("cannot connect sockname.")));
 }

@@ -17,7 +17,7 @@ namespace {
 using namespace harness;
 using testing::ElementsAre;
 
-/// The system's timers may be late by an eighth of what they were set to.
+/// The timers of the system may be late by an eighth.
 double LongestWait(double time_out) { return time_out * 9 / 8 + TimeMargin(); }
 
 /// A kind of exchange, by a command that makes it.
@@ -75,7 +75,7 @@ const std::vector<Exchange>& Exchanges() {
        [](pid_t pid) { return CloudMessage(0, 102, pid); },
        DataJson("GetCldstrmEventList", R"("EventNum":0)"),
        DataJson("GetCldstrmEventList", R"("EventNum":0)", "DisableError")},
-      // Nothing may be stored that the daemon has not said.
+      // Nothing may be stored that the daemon has not sent.
       {"StreamInfo",
        kStreamingSocket,
        5,
@@ -87,7 +87,7 @@ const std::vector<Exchange>& Exchanges() {
        },
        ResultJson("SetCldstrmStreamInfoToStrmsrv", "RequestedError"),
        ResultJson("SetCldstrmStreamInfoToStrmsrv", "DisableError")},
-      // A notice goes one way: whatever comes back is not read.
+      // A notice has no answer: the handler reads nothing.
       {"Notice",
        kControlSocket,
        5,
@@ -136,7 +136,7 @@ class ExchangeFaultTest : public CameraTest {
     EXPECT_EQ(log_.TakeLines(), Lines({Error("send res_str = " + json)}));
   }
 
-  /// The handler has waited for the time-out once, and no longer.
+  /// The handler has waited for one time-out and not longer.
   void ExpectTimeOut(const Outcome& outcome) const {
     EXPECT_GE(outcome.elapsed.count(), exchange_.time_out - 0.1);
     EXPECT_LT(outcome.elapsed.count(), LongestWait(exchange_.time_out));
@@ -155,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(In, DaemonFaultTest,
                                          "Notice"),
                          [](const auto& test) { return test.param; });
 
-TEST_P(DaemonFaultTest, ADaemonThatIsNotThereIsFatal) {
+TEST_P(DaemonFaultTest, AnAbsentDaemonIsFatal) {
   const struct {
     const char* description;
     std::function<int(const std::string&)> put;  // returns a descriptor to be closed
@@ -187,7 +187,7 @@ TEST_P(DaemonFaultTest, ADaemonThatIsNotThereIsFatal) {
   }
 }
 
-// The daemon's closing and the handler's writing race: both ends of the race must be clean.
+// The daemon may close before or after the handler writes: both orders must end cleanly.
 TEST_P(DaemonFaultTest, ADaemonThatClosesBeforeReadingNeverKillsTheHandler) {
   const FakeDaemon daemon(exchange_.socket, CloseBeforeReading());
   for (int attempt = 0; attempt < 20; ++attempt) {
@@ -201,7 +201,7 @@ TEST_P(DaemonFaultTest, ADaemonThatClosesBeforeReadingNeverKillsTheHandler) {
   }
 }
 
-TEST_P(DaemonFaultTest, AnswersCountAsFarAsTheyCome) {
+TEST_P(DaemonFaultTest, PartialAnswersAreUsed) {
   using std::chrono::milliseconds;
   enum Reply { kUnanswered, kDisabled };
   const std::string longest = Bytes({2}) + std::string(65534, '\0');
@@ -243,8 +243,8 @@ TEST_P(DaemonFaultTest, AnswersCountAsFarAsTheyCome) {
   }
 }
 
-/// A daemon that takes the time-out up: each row is a test of its own, so that they wait side by
-/// side.
+/// A daemon that makes the handler wait for the time-out. Each row is a separate test, so that they
+/// wait in parallel.
 struct Stall {
   const char* name;
   const char* exchange;
@@ -252,7 +252,7 @@ struct Stall {
   std::string Exchange::*reply;
 };
 
-/// A byte now and then, so that twice the time-out were not enough.
+/// One byte at a time, so slowly that twice the time-out would not be enough.
 Script Trickle(const std::string& bytes, double time_out) {
   const std::chrono::duration<double> pause(2 * time_out / static_cast<double>(bytes.size()));
   return Script().SendInPieces(bytes, 1,
@@ -313,7 +313,7 @@ TEST_P(BusyDaemonTest, IsFatalAfterTheTimeOut) {
 
 class TimeOutTest : public CameraTest {};
 
-TEST_F(TimeOutTest, IsThatOfTheHeaderAndOnceMoreThatOfThePayload) {
+TEST_F(TimeOutTest, AppliesToTheHeaderAndAgainToThePayload) {
   using std::chrono::milliseconds;
   const FakeDaemon daemon(Script()
                               .AwaitMessage()
@@ -324,7 +324,7 @@ TEST_F(TimeOutTest, IsThatOfTheHeaderAndOnceMoreThatOfThePayload) {
   EXPECT_THAT(Post(Body("MonitorStart")), Replied(ResultJson("MonitorStart", "DisableError")));
 }
 
-TEST_F(TimeOutTest, IsThatOfEachExchangeOfACommand) {
+TEST_F(TimeOutTest, AppliesToEachExchangeOfACommand) {
   FakeDaemon daemon(kStreamingSocket, Silent());
   daemon.Next(Answer(ReplyMessage(Bytes({2, 0, 0, 0}) + Le16(2))));
   const std::string body = Body("GetCldstrmEventList");

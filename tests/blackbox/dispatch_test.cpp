@@ -2,8 +2,7 @@
 
 #include "harness/camera_test.h"
 
-// From the command's name to its object: which names there are, what each one's message header
-// holds, and what is logged on the way.
+// From the name of a command to its object: the names, the message header of each one, and the log.
 
 namespace {
 
@@ -18,7 +17,7 @@ TEST_F(DispatchTest, UnknownCommandsGetCommandErrorAndStatus1) {
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = NoSuchCommand")));
 }
 
-TEST_F(DispatchTest, NamesMustMatchToTheLetter) {
+TEST_F(DispatchTest, NamesMustMatchExactly) {
   for (const char* const name :
        {"GetGpsInfo", "GetSystemInf", "GetSystemInfoX", "getsysteminfo", "SETCAMCTRL", "Monitor",
         "SetStreamingServerSettingsTCP", "SetWebFtp5UploadASelect", "Command",
@@ -34,7 +33,7 @@ TEST_F(DispatchTest, AnEmptyNameIsAnUnknownCommand) {
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = ")));
 }
 
-TEST_F(DispatchTest, NamesAreCutAt4999CharactersAndSoIsTheLogLine) {
+TEST_F(DispatchTest, NamesAndTheLogLineAreTruncatedTo4999Characters) {
   EXPECT_THAT(Post(Body(std::string(6000, 'N'))),
               Replied("{\"Response\":{\"Result\":\"CommandError\"}}", 1));
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, 'N'))));
@@ -141,7 +140,7 @@ TEST_P(TraceLevelTest, RequestAndReplyAreTracedAtTheCommandsLevel) {
   const std::string body = Body(row.name);
   const Outcome outcome = Post(body);
   const std::string json = outcome.output.substr(outcome.output.find("\n\n") + 2);
-  // A command's own lines may stand between the two.
+  // Lines of the command itself may come between the two.
   const LogLines lines = log_.Lines();
   ASSERT_GE(lines.size(), 2U);
   EXPECT_EQ(lines.front(), row.line("rcv post_data = " + body));
@@ -198,7 +197,7 @@ TEST_F(ParamsTest, WithoutParamsNothingIsParsed) {
   EXPECT_THAT(daemon_.Received(), ElementsAre(Message(5, 1, 15, outcome.pid)));
 }
 
-TEST_F(ParamsTest, TheTextBehindTheFirstParamsIsParsed) {
+TEST_F(ParamsTest, TheTextAfterTheFirstParamsIsParsed) {
   const std::string body =
       "{\"Request\":{\"Page\":9,\"Command\":\"PageChange\",\"SessionID\":\"5f0c2a9e71d4\","
       "\"Params\":{\"Params\":{\"Page\":3}}}}";
@@ -206,7 +205,7 @@ TEST_F(ParamsTest, TheTextBehindTheFirstParamsIsParsed) {
   EXPECT_THAT(daemon_.Received(), ElementsAre(Message(5, 1, 15, outcome.pid, Bytes({3}))));
 }
 
-TEST_F(ParamsTest, MayStandAnywhereInTheBody) {
+TEST_F(ParamsTest, MayBeAnywhereInTheBody) {
   const std::string body =
       "{\"Params\":{\"Page\":4},\"Command\":\"PageChange\",\"SessionID\":\"5f0c2a9e71d4\"}";
   const Outcome outcome = Post(body);

@@ -5,7 +5,7 @@
 
 #include "harness/camera_test.h"
 
-// The way of a request into the program: method, length, body, form.
+// How a request is read: method, length, body, form.
 
 namespace {
 
@@ -87,7 +87,7 @@ TEST_F(ContentLengthTest, WithoutALengthTheBodyIsEmpty) {
                                    Error("format error post data: json member num:0")));
 }
 
-TEST_F(ContentLengthTest, LengthsThatAreNoPositiveNumberCountAsZero) {
+TEST_F(ContentLengthTest, LengthsThatAreNotPositiveNumbersCountAsZero) {
   for (const char* const length : {"", "0", "abc", "-1", "-90", "-99999999999", "x90", "--90"}) {
     SCOPED_TRACE(length);
     const Outcome outcome =
@@ -98,7 +98,7 @@ TEST_F(ContentLengthTest, LengthsThatAreNoPositiveNumberCountAsZero) {
   }
 }
 
-TEST_F(ContentLengthTest, NumbersMayHaveABlankAndASignBeforeAndTextBehindThem) {
+TEST_F(ContentLengthTest, NumbersMayHaveABlankAndASignBeforeAndTextAfterThem) {
   const std::string body = Body("GetSystemInfo");
   const std::string length = std::to_string(body.size());
   for (const std::string& text : {"+" + length, " \t" + length, length + "abc", "000" + length}) {
@@ -107,7 +107,7 @@ TEST_F(ContentLengthTest, NumbersMayHaveABlankAndASignBeforeAndTextBehindThem) {
   }
 }
 
-TEST_F(ContentLengthTest, ShorterThanTheBodyCutsIt) {
+TEST_F(ContentLengthTest, ShorterThanTheBodyTruncatesIt) {
   const Outcome outcome = RunHandler(Request(Body("GetSystemInfo")).Set("CONTENT_LENGTH", "38"));
   EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
   EXPECT_THAT(log_.Lines(),
@@ -156,7 +156,7 @@ TEST_F(BodyTest, ReadsNoFurtherThanTheLengthOfAnEndlessInput) {
   EXPECT_LT(outcome.elapsed.count(), 3);
 }
 
-TEST_F(BodyTest, WithoutEndIsCut) {
+TEST_F(BodyTest, OfAnEndlessInputIsTruncated) {
   const Outcome outcome = RunHandler(Request(Body("GetSystemInfo"))
                                          .Set("CONTENT_LENGTH", "2147483647")
                                          .StandardInput(Input::kEndless));
@@ -175,7 +175,7 @@ TEST_F(BodyTest, OfWhiteSpaceWithoutEndIsEmpty) {
 
 constexpr auto kAtOnce = std::chrono::milliseconds::zero();
 
-/// A client that stops sending, and keeps the connection.
+/// A client that stops sending but keeps the connection open.
 struct StalledInput {
   const char* name;
   std::string sent;
@@ -252,13 +252,13 @@ TEST_F(BodyTest, LeadingWhiteSpaceDoesNotCountForTheLength) {
   EXPECT_THAT(outcome, Replied(SystemInfoJson()));
 }
 
-TEST_F(BodyTest, OfNothingButWhiteSpaceIsEmpty) {
+TEST_F(BodyTest, OfOnlyWhiteSpaceIsEmpty) {
   EXPECT_THAT(Post("  \n\t "), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
   EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
                                    Error("format error post data: json member num:0")));
 }
 
-TEST_F(BodyTest, IsCutAtTheFirstWhiteSpace) {
+TEST_F(BodyTest, EndsAtTheFirstWhiteSpace) {
   for (const char* const space : {" ", "\t", "\n", "\r", "\v", "\f"}) {
     SCOPED_TRACE(testing::PrintToString(space));
     const std::string body = std::string("{\"Request\":{\"Command\":") + space +
@@ -270,13 +270,13 @@ TEST_F(BodyTest, IsCutAtTheFirstWhiteSpace) {
   }
 }
 
-TEST_F(BodyTest, IsNotCutByOtherControlAndHighBytes) {
+TEST_F(BodyTest, DoesNotEndAtOtherControlAndHighBytes) {
   WriteSession("a\x01\x7f\x80\xffz");
   EXPECT_THAT(Post(BodyWithSession("GetSystemInfo", "a\x01\x7f\x80\xffz")),
               Replied(SystemInfoJson()));
 }
 
-TEST_F(BodyTest, EndsAtWhiteSpaceBehindTheRequest) {
+TEST_F(BodyTest, EndsAtWhiteSpaceAfterTheRequest) {
   EXPECT_THAT(Post(Body("GetSystemInfo") + "\r\n"), Replied(SystemInfoJson()));
   EXPECT_THAT(RunHandler(Request(Body("GetSystemInfo") + "\n")
                              .Set("CONTENT_LENGTH", "1000")
@@ -342,7 +342,7 @@ class OutputTest : public CameraTest {
   FakeDaemon daemon_{Answer(ReplyMessage(Bytes({0})))};
 };
 
-// A descriptor that is free must not be taken by a socket and then be written to as the output.
+// No socket may take the number of a closed standard stream and receive the output.
 TEST_F(OutputTest, WithoutADescriptorNothingElseReceivesTheReply) {
   const std::string body = Body("MonitorStart");
   const Outcome outcome = RunHandler(Request(body).StandardOutput(Output::kClosed));

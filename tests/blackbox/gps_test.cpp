@@ -10,7 +10,7 @@ using testing::ElementsAre;
 
 class GpsTest : public CameraTest {
  protected:
-  /// What is reported for a reply of the control daemon.
+  /// The report for a reply of the control daemon.
   static void ExpectReported(const Script& answer, const std::string& antenna,
                              const std::string& location, const std::string& result = "Success") {
     FakeDaemon daemon(answer);
@@ -68,7 +68,7 @@ TEST_F(GpsTest, AReplyMayArriveInPieces) {
       "here");
 }
 
-TEST_F(GpsTest, TheResultIsTheDaemons) {
+TEST_F(GpsTest, ReportsTheResultOfTheDaemon) {
   ExpectReported(Answer(ReplyMessage(Antenna("1", 1) + "x")), "1", "x", "RequestedError");
   ExpectReported(Answer(ReplyMessage(Antenna("1", 2) + "x")), "1", "x", "DisableError");
   ExpectReported(Answer(ReplyMessage(Antenna("1", 3) + "x")), "1", "x", "Success");
@@ -78,7 +78,7 @@ TEST_F(GpsTest, WithoutTheDaemonThereIsNoReply) {
   EXPECT_THAT(Post(Body("GetGPSInfo")), EndedSilently(1));
 }
 
-/// Only the command's class is spelt so.
+/// Only the class of the command has that spelling.
 TEST_F(GpsTest, TheCommandIsSpeltInUpperCase) {
   EXPECT_THAT(Post(Body("GetGpsInfo")), Replied(ErrorJson("CommandError"), 1));
 }

@@ -7,7 +7,7 @@ namespace {
 
 using namespace harness;
 
-/// The settings that clients can change, in front of those that they cannot.
+/// The settings that clients can change, followed by those that they cannot change.
 std::string File(const std::string& function, const std::string& address, const std::string& port,
                  const std::string& mountpoint,
                  const std::string& rest =
@@ -106,7 +106,7 @@ TEST_F(IfbTest, FourSettingsAreStoredAndSixKept) {
                File("0", "10.0.0.1", "8000", "STUDIO"));
 }
 
-TEST_F(IfbTest, KeptSettingsAreCutToTheirFields) {
+TEST_F(IfbTest, KeptSettingsAreTruncatedToTheirFields) {
   const std::string c29(29, 'c');
   const std::string u69(69, 'u');
   const std::string p200(200, 'p');
@@ -144,7 +144,7 @@ TEST_F(IfbTest, ThePortIsStoredAsANumber) {
   }
 }
 
-TEST_F(IfbTest, TextsAreCutTo30Characters) {
+TEST_F(IfbTest, TextsAreTruncatedTo30Characters) {
   const std::string text = "abcdefghijklmnopqrstuvwxyz0123";
   ExpectStored("SetIFBSettings", Params("Enable", text + "4", "1", text + "56"),
                File("1", text, "1", text, kDefaultRest));

@@ -8,7 +8,7 @@
 
 #include "harness/camera_test.h"
 
-// Which diagnostics reach the system log, with which priority, and what a line may hold.
+// Which diagnostics reach the system log, with which priority, and what a line may contain.
 
 namespace {
 
@@ -18,7 +18,7 @@ using namespace harness;
 // in the system information, level 7 in a heartbeat.
 class LogTest : public CameraTest {
  protected:
-  /// The highest level that is emitted, found out by requests that log at each level.
+  /// The highest level that is emitted, determined by requests that log at each level.
   int HighestLevel() {
     Post(Body("SessionRenewal", "\"Update\":1"));
     Post(Body("GetSystemInfo"));
@@ -92,15 +92,15 @@ TEST_F(LogTest, TheControlFileSetsTheThreshold) {
       {"a blank before the number", "cmd= 7\n", 7},
       {"a blank before '='", "cmd =7\n", 7},
       {"a sign", "cmd=+7\n", 7},
-      {"text behind the number", "cmd=1x\n", 1},
+      {"text after the number", "cmd=1x\n", 1},
       {"the first '=' counts", "cmd=1=7\n", 1},
-      {"more letters behind cmd", "cmdlevel=7\n", 7},
+      {"more letters after cmd", "cmdlevel=7\n", 7},
       {"cmd not at the line's start", " cmd=7\n", 3},
       {"another case", "CMD=7\n", 3},
       {"another key", "level=7\n", 3},
       {"the last of several lines wins", "cmd=7\ncmd=1\n", 1},
-      {"a zero behind it does not win", "cmd=7\ncmd=0\n", 7},
-      {"a line without '=' behind it does not win", "cmd=7\ncmd\n", 7},
+      {"a zero after it is ignored", "cmd=7\ncmd=0\n", 7},
+      {"a line without '=' after it is ignored", "cmd=7\ncmd\n", 7},
       {"other lines around it", "# log\n\ncmd=7\nend\n", 7},
       {"a piece of 15 characters", "cmd=00000000007\n", 7},
       {"the 16th character begins a piece", "cmd=000000000007\n", 3},
@@ -145,7 +145,7 @@ TEST_F(LogTest, PercentSignsOfATraceShowAsTheyWere) {
                    "\"Result\":\"Success\"}}")));
 }
 
-TEST_F(LogTest, MessagesAreCutAt4999Bytes) {
+TEST_F(LogTest, MessagesAreTruncatedTo4999Bytes) {
   const std::string body = Body("SessionRenewal", "\"Update\":1,\"F\":\"" + std::string(9000, 'f'));
   Post(body + "\"");
   const std::string params = "{\"Update\":1,\"F\":\"" + std::string(9000, 'f');
@@ -157,13 +157,13 @@ TEST_F(LogTest, MessagesAreCutAt4999Bytes) {
 }
 
 TEST_F(LogTest, AMessageOf4999BytesIsWhole) {
-  const std::string name(4999 - 16, 'N');  // behind "command error = "
+  const std::string name(4999 - 16, 'N');  // after "command error = "
   Post(Body(name));
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + name)));
 }
 
-// The cut comes first: what is left of a message full of percent signs is still 4,999 bytes.
-TEST_F(LogTest, PercentSignsAreCutBeforeTheyAreDoubled) {
+// Truncation comes first: a message full of percent signs still has 4,999 bytes.
+TEST_F(LogTest, PercentSignsAreDoubledAfterTruncation) {
   Post(Body(std::string(6000, '%')));
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, '%'))));
 }

@@ -88,14 +88,14 @@ TEST_F(NtpTest, TheStatusIsTraced) {
   EXPECT_THAT(log_.TakeLines(), Logged());
 }
 
-TEST_F(NtpTest, TheServerIsStoredBesideTheTimeCodeFlag) {
+TEST_F(NtpTest, StoringTheServerKeepsTheTimeCodeFlag) {
   ExpectStored("SetNTPServer", R"("Address":"10.0.0.1")", File("10.0.0.1", "1"));
   WriteFile(file_, "tc_sync\t0\nother\t1\naddress\told\n");
   ExpectStored("SetNTPServer", R"("Address":"ntp.example")", File("ntp.example", "0"));
   ExpectStored("SetNTPServer", R"("Address":"")", File("", "0"));
 }
 
-TEST_F(NtpTest, TheServersAddressIsCutTo30Characters) {
+TEST_F(NtpTest, TheServersAddressIsTruncatedTo30Characters) {
   const std::string address = "abcdefghijklmnopqrstuvwxyz0123";
   ExpectStored("SetNTPServer", "\"Address\":\"" + address + "\"", File(address, "1"));
   ExpectStored("SetNTPServer", "\"Address\":\"" + address + "4\"", File(address, "1"));

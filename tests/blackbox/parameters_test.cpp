@@ -65,10 +65,10 @@ TEST_F(ParametersTest, ValuesWithoutAnEndAreRefused) {
       {"the key in another case", "{\"page\":1}}}",
        "error: json_parser() key [Page] does not appear\n"},
       {"no colon", "{\"Page\"}}}", "error: json_parser() terminater : does not appear\n"},
-      {"the text ends behind the colon", "{\"Page\":", "error: json_parser() buffer over 8/8\n"},
-      {"the text ends behind the quote", "{\"Page\":\"", "error: json_parser() buffer over 9/9\n"},
-      {"the text ends behind a digit", "{\"Page\":5", "error: json_parser() buffer over 9/9\n"},
-      {"the text ends behind digits", "{\"Page\":512", "error: json_parser() buffer over 11/11\n"},
+      {"the text ends after the colon", "{\"Page\":", "error: json_parser() buffer over 8/8\n"},
+      {"the text ends after the quote", "{\"Page\":\"", "error: json_parser() buffer over 9/9\n"},
+      {"the text ends after a digit", "{\"Page\":5", "error: json_parser() buffer over 9/9\n"},
+      {"the text ends after digits", "{\"Page\":512", "error: json_parser() buffer over 11/11\n"},
       {"the text ends in a quoted value", "{\"Page\":\"51",
        "error: json_parser() buffer over 11/11\n"},
   };
@@ -84,7 +84,7 @@ TEST_F(ParametersTest, ValuesWithoutAnEndAreRefused) {
   EXPECT_THAT(daemon_.Received(), ElementsAre());
 }
 
-TEST_F(ParametersTest, NumbersSaturateAndAreThenCutToTheirWidth) {
+TEST_F(ParametersTest, NumbersSaturateAndAreThenTruncatedToTheirWidth) {
   struct Row {
     const char* value;
     int page;
@@ -123,7 +123,7 @@ TEST_F(ParametersTest, NumbersSaturateAndAreThenCutToTheirWidth) {
   }
 }
 
-TEST_F(ParametersTest, ValuesAreCutAt4999Characters) {
+TEST_F(ParametersTest, ValuesAreTruncatedTo4999Characters) {
   const std::string zeros(4998, '0');
   const Outcome fits = Post(Body("PageChange", "\"Page\":" + zeros + "5"));
   EXPECT_EQ(daemon_.Received().back(), Message(5, 1, 15, fits.pid, Bytes({5})));

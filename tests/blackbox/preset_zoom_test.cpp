@@ -1,4 +1,4 @@
-// The zoom positions behind the buttons A, B and C.
+// The zoom positions of the buttons A, B and C.
 #include <string>
 
 #include "settings_test.h"
@@ -101,7 +101,7 @@ TEST_F(PresetZoomTest, Position65535ClearsAButton) {
               Replied(DataJson("GetPresetZoomPosition", Positions("1", "-1", "3"))));
 }
 
-/// The page notices nothing: the file is rewritten and the camera told all the same.
+/// The reply does not show it: the file is rewritten and the notice is sent.
 TEST_F(PresetZoomTest, UnknownButtonsChangeNoPosition) {
   for (const char* id : {"a", "D", "AB", "", "0"}) {
     WriteFile(file_, "preset_c\t3\nother\t1\npreset_a\t1\n");

@@ -7,8 +7,8 @@
 
 #include "harness/camera_test.h"
 
-// What holds for whatever the status block and the daemon's replies contain. The seeds are fixed:
-// a failure comes back.
+// What is true for any contents of the status block and the replies. The seeds are fixed, so that a
+// failure can be repeated.
 
 namespace {
 
@@ -29,7 +29,7 @@ std::string RandomBytes(Random& random, std::size_t size) {
   return bytes;
 }
 
-/// A text that a camera shows: printable, without quotes and backslashes; some end early.
+/// A text as a camera shows it: printable, without quotes and backslashes; some end early.
 std::string RandomText(Random& random, std::size_t size) {
   std::string text(size, '\0');
   for (char& c : text) {
@@ -48,7 +48,7 @@ struct TextArea {
   std::size_t size;
 };
 
-/// Where the status block holds texts, one behind the other.
+/// Where the status block contains consecutive texts.
 constexpr TextArea kTextAreas[] = {{54, 8},   {64, 5},  {71, 17},  {90, 8},   {100, 9},  {238, 140},
                                    {390, 20}, {412, 4}, {452, 30}, {486, 10}, {520, 140}};
 
@@ -119,7 +119,7 @@ TEST_F(RandomStatusTest, ReportIsAlwaysJsonWithTheSameKeys) {
   }
 }
 
-/// A reply to the clip list's request: usually in order, sometimes cut or with a count that lies.
+/// A reply to the clip list's request: usually correct, sometimes truncated or with a wrong count.
 std::string RandomClipReply(Random& random, int& clips) {
   clips = Number(random, 0, 18);
   std::string payload = RandomBytes(random, 2) + Be16(static_cast<std::uint16_t>(clips));

@@ -5,7 +5,7 @@
 
 #include "harness/camera_test.h"
 
-// What becomes of a request to which the system refuses something.
+// Requests for which the operating system refuses a resource.
 
 namespace {
 

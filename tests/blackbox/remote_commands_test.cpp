@@ -145,7 +145,7 @@ TEST_F(RemoteCommandsTest, WithoutParametersTheBareHeaderAnnouncesThePresetLengt
   }
 }
 
-TEST_F(RemoteCommandsTest, TheDaemonsVerdictIsTheResult) {
+TEST_F(RemoteCommandsTest, ReportsTheResultOfTheDaemon) {
   for (const CommandCase& row : AllCommands()) {
     SCOPED_TRACE(row.command);
     const std::string body = Body(row.command, row.params);

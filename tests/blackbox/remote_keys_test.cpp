@@ -93,7 +93,7 @@ TEST_F(RemoteKeysTest, ABarIsPressedWithAnEmptyKey) {
   ExpectSent("SetWebKeyEvent", 17, {{"bar", R"("Kind":"ZoomBar","Key":"")", Bytes({17, 255})}});
 }
 
-TEST_F(RemoteKeysTest, NamesAreTakenWhereverTheyStandInTheParameters) {
+TEST_F(RemoteKeysTest, NamesMayBeAnywhereInTheParameters) {
   ExpectSent("SetWebKeyEvent", 17,
              {{"key first", R"("Key":"Tele3","Kind":"Zoom")", Bytes({8, 2})},
               {"other members", R"("A":1,"Kind":"Zoom","B":"x","Key":"Wide1")", Bytes({8, 3})},

@@ -116,7 +116,7 @@ TEST_F(RemoteSlidersTest, ALargeYSpillsIntoX) {
                R"("Kind":"WhPaintRB","XPosition":10,"YPosition":65537)", Bytes({22, 10, 1})}});
 }
 
-TEST_F(RemoteSlidersTest, AFieldLogsBothAxesCutTo16Bits) {
+TEST_F(RemoteSlidersTest, AFieldLogsBothAxesTruncatedTo16Bits) {
   const struct {
     const char* what;
     const char* x;

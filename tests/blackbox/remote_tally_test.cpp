@@ -187,7 +187,7 @@ TEST_F(RemoteTallyTest, AForeignSessionIsIgnoredWhereNoneIsNeeded) {
        {"SetTallyControlWithPriority", "SetStudioTallyWithoutSession"}) {
     SCOPED_TRACE(command);
     const Exchange exchange =
-        Serve(BodyWithSession(command, "somebody else", R"("Sw":"On","Indication":"Off")"));
+        Serve(BodyWithSession(command, "another client", R"("Sw":"On","Indication":"Off")"));
     EXPECT_THAT(exchange.messages, testing::SizeIs(1));
   }
 }

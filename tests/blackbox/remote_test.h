@@ -79,10 +79,10 @@ class RemoteTest : public CameraTest {
     return lines;
   }
 
-  /// A request's text behind "Params": up to its end.
+  /// The text of a request after "Params": up to its end.
   static std::string Tail(const std::string& params) { return "{" + params + "}}}"; }
 
-  /// The line for a parameter that is not there.
+  /// The line for a missing parameter.
   static LogLine NotFound(const std::string& key) {
     return Error("error: json_parser() key [" + key + "] does not appear\n");
   }

@@ -73,7 +73,7 @@ TEST_F(SessionTest, AnotherIdIsRefused) {
   EXPECT_THAT(log_.Lines(), Logged(Error(MismatchLine("0000", kSession))));
 }
 
-TEST_F(SessionTest, IdsAreComparedToTheLetter) {
+TEST_F(SessionTest, IdsMustMatchExactly) {
   WriteSession("aBc1");
   EXPECT_TRUE(Accepts("aBc1"));
   for (const char* const other : {"abc1", "aBc", "aBc12", "aBc1x", "1"}) {
@@ -119,10 +119,10 @@ TEST_F(SessionTest, TheFirstIdLineDecides) {
   }
 }
 
-TEST_F(SessionTest, LongIdsOfAClientAreCutLikeEveryValue) {
+TEST_F(SessionTest, LongIdsOfAClientAreTruncatedLikeEveryValue) {
   EXPECT_THAT(Post(BodyWithSession("GetSystemInfo", std::string(7000, 'w'))),
               Replied(kSessionErrorReply));
-  // "session error web:[" is 19 bytes long, and the line is cut at 4,999.
+  // "session error web:[" is 19 bytes long, and the line is truncated to 4,999.
   EXPECT_THAT(log_.Lines(), Logged(Error("session error web:[" + std::string(4980, 'w'))));
 }
 
@@ -167,7 +167,7 @@ class SessionRenewalTest : public CameraTest {
   /// Renews the session and expects the file with the times T + `lifetime` and T, where T is the
   /// second in which the handler ran.
   void ExpectRenewal(const std::string& body, int lifetime, const std::string& id = kSession) {
-    // The C library may read a clock that is some milliseconds behind, and the handler's may not.
+    // The C library may read a clock that is some milliseconds late; the handler must not.
     const std::time_t before = std::time(nullptr);
     const Outcome outcome = Post(body);
     const std::time_t after =

@@ -309,7 +309,7 @@ TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
 }
 
 // A file that is there has room for its new contents.
-TEST_F(SettingsFolderTest, FullTakesNewContentsOfFilesThatItHas) {
+TEST_F(SettingsFolderTest, FullTakesNewContentsOfExistingFiles) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
   const FullDisk disk(kFolder);
   FakeDaemon control;

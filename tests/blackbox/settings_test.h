@@ -39,7 +39,7 @@ class SettingsTest : public CameraTest {
     EXPECT_THAT(daemon.Received(), testing::ElementsAre(RenewalNotice()));
   }
 
-  /// A Set command is refused for a parameter that is not there: the file stays as it is, nothing
+  /// A Set command is refused because a parameter is missing: the file does not change, nothing
   /// is sent, and the refusal is logged.
   void ExpectMissing(const std::string& command, const std::string& params,
                      const std::string& missing) {
@@ -79,12 +79,12 @@ class SettingsTest : public CameraTest {
     }
   }
 
-  /// A file that cannot be written is nobody's concern; a control daemon that is not there is.
+  /// A write failure is ignored; an absent control daemon ends the request.
   void ExpectFailures(const std::string& command, const std::string& params,
                       const std::string& content) {
     const std::string body = Body(command, params);
     EXPECT_THAT(Post(body), EndedSilently(1));
-    EXPECT_EQ(ReadFile(file_), content) << "without the daemon, the file is written all the same";
+    EXPECT_EQ(ReadFile(file_), content) << "the file must be written even without the daemon";
 
     WriteFile(file_, "kept\tas it is\n");
     const ReadOnly read_only(file_);

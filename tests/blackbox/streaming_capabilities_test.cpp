@@ -1,5 +1,5 @@
-// What the camera offers to stream: the three Available commands. The tables behind them are held
-// cell by cell beside their module; here each road to a table is taken once.
+// What the camera can stream: the three Available commands. A unit test compares the tables cell by
+// cell; here each way to a table is tested once.
 #include <string>
 
 #include "harness/camera_test.h"

@@ -60,7 +60,7 @@ std::string File(const Settings& settings) {
   return file;
 }
 
-/// A server's file in which every setting but the type is told apart by its key.
+/// A server's file in which the value of every setting, except the type, is its key.
 Settings Distinct(const std::string& type) {
   Settings settings;
   for (const auto& key : kKeys) {
@@ -131,7 +131,7 @@ const std::vector<TransportCase>& Transports() {
         {"Smpte2022Fec", "1"},
         {"FecMatrixL", "10"},
         {"FecMatrixD", "5"}},
-       // The address is stored where UDP has its own.
+       // The address is stored in the key of UDP's address.
        {{"str_alias", "Van"},
         {"type", "5"},
         {"udp_dst_address", "10.0.0.6"},
@@ -147,7 +147,7 @@ std::string Command(const TransportCase& row) {
   return "SetStreamingServerSettings" + row.transport;
 }
 
-/// The parameters as JSON members, without the one that is called `left_out`.
+/// The parameters as JSON members, without the one named `left_out`.
 std::string Params(const TransportCase& row, const std::string& left_out = "") {
   std::string params;
   for (const auto& [name, value] : row.params) {
@@ -331,7 +331,7 @@ TransportCase WithText(const std::string& transport, const std::string& param,
   return changed;
 }
 
-TEST_F(StreamingServersTest, TextsAreCutToTheFieldsThatTheyAreStoredIn) {
+TEST_F(StreamingServersTest, TextsAreTruncatedToTheirFields) {
   const struct {
     const char* transport;
     const char* param;
@@ -391,7 +391,7 @@ TEST_F(StreamingServersTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) 
   EXPECT_EQ(ReadFile(Path("1")), File(udp.set));
 }
 
-TEST_F(StreamingServersTest, AFileThatCannotBeWrittenChangesNothingInTheReply) {
+TEST_F(StreamingServersTest, AWriteFailureDoesNotChangeTheReply) {
   FakeDaemon daemon;
   mkdir(Path("1").c_str(), 0755);
   const TransportCase& udp = Transports()[0];

@@ -41,7 +41,7 @@ class StreamingSettingsTest : public CameraTest {
     EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
   }
 
-  /// A request is refused for a parameter that is not there: no file is touched, nothing is sent.
+  /// A request is refused because a parameter is missing: no file changes, nothing is sent.
   void ExpectMissing(const std::string& command, const std::string& params,
                      const std::string& missing, LogLines traces = {}) {
     SCOPED_TRACE(command + " without " + missing);
@@ -132,7 +132,7 @@ TEST_F(StreamingSettingsTest, EveryResolutionIsStoredAsItsIndex) {
   }
 }
 
-TEST_F(StreamingSettingsTest, EveryFramerateIsStoredBesideTheBitrate) {
+TEST_F(StreamingSettingsTest, StoringAFramerateKeepsTheBitrate) {
   const struct {
     const char* name;
     const char* quality;  // was 42
@@ -144,7 +144,7 @@ TEST_F(StreamingSettingsTest, EveryFramerateIsStoredBesideTheBitrate) {
   }
 }
 
-TEST_F(StreamingSettingsTest, EveryBitrateIsStoredBesideTheFramerate) {
+TEST_F(StreamingSettingsTest, StoringABitrateKeepsTheFramerate) {
   const struct {
     const char* name;
     const char* quality;  // was 43
@@ -326,7 +326,7 @@ TEST_F(StreamingSettingsTest, SettingTheBitrateIsTracedAtLevel4) {
                                      "res:0 qua:106 ser:1", "res:0 qua:106 ser:1"));
 }
 
-TEST_F(StreamingSettingsTest, NamesAreCutTo30Characters) {
+TEST_F(StreamingSettingsTest, NamesAreTruncatedTo30Characters) {
   FakeDaemon daemon;
   const std::string longest(30, 'r');
   Post(Body("SetStreamingSettings",
@@ -350,7 +350,7 @@ TEST_F(StreamingSettingsTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten)
   }
 }
 
-TEST_F(StreamingSettingsTest, AFileThatCannotBeWrittenChangesNothingInTheReply) {
+TEST_F(StreamingSettingsTest, AWriteFailureDoesNotChangeTheReply) {
   FakeDaemon daemon;
   WriteFile(kFile, File("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
@@ -362,16 +362,16 @@ TEST_F(StreamingSettingsTest, AFileThatCannotBeWrittenChangesNothingInTheReply) 
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
 
-TEST_F(StreamingSettingsTest, ADiskWithoutRoomChangesNothingInTheReply) {
+TEST_F(StreamingSettingsTest, AFullDiskDoesNotChangeTheReply) {
   FakeDaemon daemon;
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(16)),
               Replied(ResultJson("SetStreamingBitrate")));
-  EXPECT_FALSE(Exists(kFile));  // a piece of it would be worse than none
+  EXPECT_FALSE(Exists(kFile));  // a partial file would be worse than none
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
 
-TEST_F(StreamingSettingsTest, WithoutAnyRoomAFileStaysAsItIs) {
+TEST_F(StreamingSettingsTest, WithoutAnyRoomAFileKeepsItsContents) {
   const FakeDaemon daemon;
   WriteFile(kFile, File("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");

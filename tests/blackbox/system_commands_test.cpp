@@ -80,7 +80,7 @@ TEST_F(SystemInfoTest, WithoutAStatusBlockEverythingIsZero) {
   EXPECT_THAT(Post(Body("GetSystemInfo")), Replied(Json("RV130/140", "JP", "")));
 }
 
-TEST_F(SystemInfoTest, WhatAShortStatusBlockLacksIsZero) {
+TEST_F(SystemInfoTest, MissingBytesOfAShortStatusBlockAreZero) {
   StatusBlock().SetText(kSerial, "S1").SetByte(kModel, 3).SetByte(kDestination, 3).Store(517);
   EXPECT_THAT(Post(Body("GetSystemInfo")), Replied(Json("RV130", "JP", "S1")));
 }

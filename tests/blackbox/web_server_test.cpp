@@ -1,4 +1,4 @@
-// The handler behind a real web server, and many clients at once.
+// The handler under a real web server, with many simultaneous clients.
 #include "harness/web_server.h"
 
 #include <future>
@@ -21,7 +21,7 @@ struct Exchange {
   bool reaches_control_daemon;
 };
 
-// The daemons here refuse everything, so a result tells where it comes from.
+// The daemons here refuse everything, so a result shows where it comes from.
 
 Exchange Operation(const std::string& command, const std::string& params) {
   return {Body(command, params), command, "DisableError", true};
@@ -105,7 +105,7 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   const ConcurrentDaemon control(kControlSocket, refusal);
   const ConcurrentDaemon streaming(kStreamingSocket, refusal);
   WebServer server;
-  // A file that is being made is empty for a moment, and what reads it then lacks its numbers.
+  // A new file is empty for a moment, and a command that reads it then finds no numbers.
   for (const Exchange& exchange : Mixture("99")) {
     ExpectReply(WebServer::Post(exchange.body), exchange);
   }

@@ -1,5 +1,5 @@
-// The operating system of the fuzzers: core/os.h in memory, driven by one fuzzer input. Linked in
-// place of core/os.cpp, so the product's code is the one that ships.
+// The operating system of the fuzzers: core/os.h in memory, driven by one fuzzer input. It replaces
+// core/os.cpp; all other code is that of the product.
 #pragma once
 
 #include <cstdint>
@@ -17,20 +17,21 @@ struct Conversation {
   std::string reply;  ///< every byte it sends, header included, before it closes
 };
 
-/// Everything a request can see and everything it leaves behind.
+/// Everything that a request reads and everything that it leaves.
 struct World {
   std::map<std::string, std::string> environment;
   std::string input;
   std::map<std::string, std::string> files;
-  bool files_are_readable = true;  ///< what is there can be opened, and then be read
+  bool files_are_readable = true;  ///< if false, files can be opened but not read
   bool files_are_writable = true;
-  std::deque<Conversation> conversations;  ///< one each connection; none left: nobody listens
+  std::deque<Conversation> conversations;  ///< one per connection; with none left, connecting fails
   std::string memory;                      ///< the camera status block
   std::int64_t now = 0;
 
   std::string output;
   std::string errors;
-  std::vector<std::string> messages;  ///< what the daemons were sent, one entry a connection
+  std::vector<std::string>
+      messages;  ///< the bytes that the daemons received, one entry per connection
   std::string last_log_line;
 };
 

@@ -1,5 +1,4 @@
-// The whole road of a request: body, files, camera status block and daemons all come from one
-// fuzzer input.
+// A whole request: body, files, camera status block and daemons come from one fuzzer input.
 #include <string>
 #include <vector>
 
@@ -12,7 +11,7 @@ namespace {
 
 using fuzz::Require;
 
-/// A process that ends normally has printed one whole reply whose announced length is true.
+/// A process that ends normally has printed one complete reply with the correct length.
 void CheckReply(const std::string& output) {
   const std::size_t blank = output.find("\n\n");
   const std::size_t length = output.find("Content-Length:");
@@ -22,7 +21,7 @@ void CheckReply(const std::string& output) {
   Require(output.compare(output.size() - 2, 2, "}}") == 0);
 }
 
-/// Every message begins with a header; only a bare header may announce more than it brings.
+/// Every message begins with a header; only a bare header may announce more bytes than follow.
 void CheckMessages(const std::vector<std::string>& messages) {
   for (const std::string& message : messages) {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(message[i]); };

@@ -1,10 +1,9 @@
-// What a fuzzer input looks like: lines of text, so that people can read and write one, and a
-// change of a few bytes leaves the rest of it as it was. The first character of a line says what it
-// holds (below), the rest of the line is the value; in a value, backslash n is a line feed and
-// backslash backslash a backslash. Lines that mean nothing are skipped.
+// The format of a fuzzer input: lines of text, so that people can read and write it, and a change
+// of a few bytes affects only one line. The first character of a line is its kind (below), the rest
+// is the value. In a value, \n is a line feed and \\ a backslash. Unknown kinds are ignored.
 //
-// Written by the black-box tests, which keep what they do as the fuzzers' seeds, by the fuzzers
-// themselves and by hand; read by the fuzzers.
+// Written by the black-box tests, which record the seeds of the fuzzers, by the fuzzers themselves
+// and by hand; read by the fuzzers.
 #pragma once
 
 #include <string>
@@ -18,16 +17,16 @@ enum Kind : char {
   kContentLength = 'C',  ///< the variable; the body's true length unless given
   kArgument = 'A',       ///< of the command line; the first one is a canned request's number
   kMemory = 'M',         ///< the camera status block
-  kReply = 'R',          ///< all that a daemon sends on the next connection, then it closes
-  kPayload = 'P',        ///< the same, with the header that announces just this
+  kReply = 'R',          ///< the bytes that a daemon sends on the next connection before it closes
+  kPayload = 'P',        ///< the same, after a header with the length of this payload
   kRefusal = 'X',        ///< the next connection is refused
   kEarlyClose = 'W',     ///< the next connection is closed before the message is taken
   kClock = 'T',          ///< seconds since the epoch
   kReadOnly = 'D',       ///< no file can be written
-  kUnreadable = 'U',     ///< every file that is there fails to be read
+  kUnreadable = 'U',     ///< no file can be read
 };
 
-/// A file of the camera is a line, too; its character is the kind.
+/// Each file of the camera is a kind of line, too.
 struct File {
   char kind;
   const char* path;
@@ -56,7 +55,7 @@ struct Line {
 /// One line, its line feed included.
 std::string Format(const Line& line);
 
-/// All lines of an input. Every input can be parsed.
+/// All lines of an input. Every input is valid.
 std::vector<Line> Parse(std::string_view input);
 
 }  // namespace scenario

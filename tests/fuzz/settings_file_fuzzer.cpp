@@ -1,5 +1,5 @@
-// Reads each kind of settings file, which is the fuzzer's, writes what was read and reads it
-// again: settings whose lines are not too long must not change any more.
+// Reads each kind of settings file from the fuzzer input, writes it and reads it again: from then
+// on settings must not change, unless a line is too long.
 #include <sstream>
 #include <string>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Reads the file, writes what was read, and returns what then stands in the file.
+/// Reads the file, writes it again and returns its new contents.
 template <typename Record>
 std::string Rewritten(const SettingsFile<Record>& file, const char* path) {
   Record record;
@@ -18,7 +18,7 @@ std::string Rewritten(const SettingsFile<Record>& file, const char* path) {
   return fuzz::TheWorld().files[path];
 }
 
-/// The rest of a line that is too long is read as a line of its own, so what it sets may change.
+/// The rest of a line that is too long is read as another line, so settings may change.
 bool EveryLineFits(const std::string& file) {
   constexpr std::size_t kLongestLine = 255;  // with its line feed
   std::istringstream lines(file);

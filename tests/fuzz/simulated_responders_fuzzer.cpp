@@ -1,4 +1,4 @@
-// The simulated responders' files, written by the fuzzer.
+// The simulated responders, with files from the fuzzer input.
 #include <string>
 
 #include "core/dlog.h"
@@ -29,7 +29,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::size_t length = Dummy_GetClipInfo(message, clips);
   Require(length == 4U + 32U * clips[3] && length <= sizeof clips);
   Dummy_SetZoomCtrl(position);
-  // A file that has been rewritten once no longer changes.
+  // Rewriting the file again must not change it.
   const std::string rewritten = world.files["/srv/www/htdocs/cam_status"];
   Dummy_SetZoomCtrl(position);
   Require(world.files["/srv/www/htdocs/cam_status"] == rewritten);

@@ -23,13 +23,13 @@ class Conversation {
  public:
   Conversation(int socket, int stop) : socket_(socket), stop_(stop) {}
 
-  /// Waits until at least `bytes` bytes have arrived in all, or none can arrive any more.
+  /// Waits until a total of at least `bytes` bytes has arrived, or no more can arrive.
   void AwaitBytes(std::size_t bytes);
   /// Waits until the other side has closed.
   void AwaitEnd();
-  /// Waits so long, or until the other side closes.
+  /// Waits for the duration, or until the other side closes.
   void Pause(std::chrono::milliseconds duration);
-  /// Sends all of it, as far as the other side is there to take it.
+  /// Sends all bytes, unless the other side closes first.
   void Send(const std::string& bytes);
   /// Takes the exclusive advisory lock on this end, and keeps it.
   void Lock();
@@ -52,7 +52,7 @@ class Conversation {
 /// connection stays open until the other side closes it, unless the script has closed it.
 class Script {
  public:
-  /// Waits for a message; a bare header is enough. The rest of it is recorded all the same.
+  /// Waits for a message; a bare header is enough. The rest is recorded, too.
   Script& AwaitMessage();
   Script& Send(std::string bytes);
   Script& SendInPieces(std::string bytes, std::size_t size, std::chrono::milliseconds delay);
@@ -76,8 +76,8 @@ Script AnswerAndClose(std::string reply);
 Script CloseAfterReading();
 Script CloseBeforeReading();
 
-/// A daemon on a Unix stream socket. It serves one connection after the other by its scripts, in
-/// their order, and those beyond the last script by the default one (`Silent` when none is given).
+/// A daemon on a Unix stream socket. It serves one connection at a time: each plays the next
+/// script, and after the last script the default one (`Silent` unless given).
 class FakeDaemon {
  public:
   explicit FakeDaemon(const std::string& path = kControlSocket, Script by_default = Silent());
@@ -104,17 +104,17 @@ class FakeDaemon {
   SocketThread server_;
 };
 
-/// A daemon that answers any number of clients at once, all of them with the same reply.
+/// A daemon that serves any number of clients simultaneously, each with the same reply.
 class ConcurrentDaemon {
  public:
   ConcurrentDaemon(const std::string& path, std::string reply);
 
-  /// How many messages have come so far.
+  /// The number of messages received so far.
   std::size_t Received() const { return received_; }
 
  private:
   void Serve();
-  /// Answers what has come. Returns false when the client has closed.
+  /// Answers a message. Returns false when the client has closed.
   bool ServeClient(int client);
 
   std::string reply_;
@@ -122,7 +122,7 @@ class ConcurrentDaemon {
   SocketThread server_;
 };
 
-/// A daemon that is too busy to accept: its queue of connections is full for this object's life.
+/// A daemon that does not accept: its queue of connections is full for the lifetime of this object.
 class BusyDaemon {
  public:
   explicit BusyDaemon(const std::string& path = kControlSocket);
@@ -134,7 +134,7 @@ class BusyDaemon {
   std::vector<int> sockets_;
 };
 
-/// Leaves the socket of a daemon that has died: a file that nobody listens on.
+/// Leaves the socket of a daemon that has died: connecting to it fails.
 void LeaveDeadSocket(const std::string& path = kControlSocket);
 
 }  // namespace harness

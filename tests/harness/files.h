@@ -10,10 +10,10 @@ inline constexpr char kLogLevelFile[] = "/var/tmp/lighttpd/cgilog";
 /// The session id that `CameraTest` stores and `Body` sends.
 inline constexpr char kSession[] = "5f0c2a9e71d4";
 
-/// Creates or replaces a file. Throws when that fails.
+/// Creates or replaces a file. Throws if that fails.
 void WriteFile(const std::string& path, const std::string& content);
 
-/// The whole file. Throws when it cannot be read.
+/// The contents of a file. Throws if it cannot be read.
 std::string ReadFile(const std::string& path);
 
 bool Exists(const std::string& path);
@@ -21,7 +21,7 @@ bool Exists(const std::string& path);
 /// Writes a session file as the login component does, with the given id.
 void WriteSession(const std::string& id);
 
-/// Makes a file or folder refuse every writer, root included, for this object's lifetime.
+/// Makes a file or folder read-only, for root, too, for the lifetime of this object.
 class ReadOnly {
  public:
   explicit ReadOnly(std::string path);
@@ -33,8 +33,7 @@ class ReadOnly {
   std::string path_;
 };
 
-/// Puts a disk without room in place of a folder, for this object's lifetime. The files that the
-/// folder holds are on it.
+/// Replaces a folder by a full disk with the same files, for the lifetime of this object.
 class FullDisk {
  public:
   explicit FullDisk(std::string folder);

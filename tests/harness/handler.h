@@ -12,25 +12,25 @@
 
 namespace harness {
 
-/// How the started handler's standard input behaves.
+/// How the standard input of the handler behaves.
 enum class Input {
   kWhole,          // the body, then the end
   kHeldOpen,       // the body, and no end
-  kEndless,        // the body, then more of it without end
+  kEndless,        // the body, then more bytes without end
   kEndlessBlanks,  // the body, then white space without end
   kClosed,         // no descriptor at all
 };
 
-/// Where the started handler's standard output leads to.
+/// Where the standard output of the handler goes.
 enum class Output {
   kPipe,
   kClosed,    // no descriptor at all
-  kFull,      // a device without room
+  kFull,      // a full device
   kNoReader,  // a pipe whose reader has gone
 };
 
-/// How the handler is started: by a web server for a POST with this body, unless changed.
-/// CONTENT_LENGTH is the body's true length until it is set or removed.
+/// How the handler is started: like a web server starts it for a POST with this body, unless
+/// changed. CONTENT_LENGTH is the length of the body unless it is set or removed.
 class Request {
  public:
   explicit Request(std::string body);
@@ -47,9 +47,9 @@ class Request {
   Request& StandardOutput(Output output);
   /// Address space for the handler (not enforced where an emulator or a sanitizer needs its own).
   Request& LimitMemory(std::size_t bytes);
-  /// Longest file that the handler may write; writing beyond fails.
+  /// The longest file that the handler may write; writing more fails.
   Request& LimitFileSize(std::size_t bytes);
-  /// Permissions of files hold for the handler although root starts it.
+  /// File permissions apply to the handler although root starts it.
   Request& WithoutPrivileges();
   /// Descriptors that the handler may have, the standard streams included (not enforced where an
   /// emulator needs its own).
@@ -79,7 +79,7 @@ class Request {
   std::chrono::seconds deadline_{15};
 };
 
-/// What became of a started handler.
+/// How the handler ended and what it printed.
 struct Outcome {
   int exit_status = -1;  // -1: ended by a signal
   int signal = 0;
@@ -87,8 +87,8 @@ struct Outcome {
   std::string errors;  // standard error
   pid_t pid = 0;
   std::chrono::duration<double> elapsed{0};
-  /// Of the handler or of the test program that started it, whichever is larger: to prove a small
-  /// handler small, use LimitMemory.
+  /// The larger one of the handler and the test program that started it. To test that the handler
+  /// needs little memory, use LimitMemory.
   long max_rss_kib = 0;
 };
 
@@ -97,12 +97,12 @@ std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
 /// Starts the handler and waits for its end. A sanitizer's report fails the test.
 Outcome RunHandler(const Request& request);
 
-/// What the handler is started with. The handler is the one that was built with the tests, or the
-/// one that the environment variable CAMERA_BINARY names; in front of a program for another
-/// processor stands CAMERA_EMULATOR ("qemu-arm-static" by default).
+/// The command that starts the handler: the binary that was built with the tests, or the one in the
+/// environment variable CAMERA_BINARY. A binary for another processor is run by CAMERA_EMULATOR
+/// ("qemu-arm-static" by default).
 std::vector<std::string> HandlerCommand();
 
-/// Whether the handler runs in an emulator, and times and sizes are those of the emulator.
+/// Whether the handler runs in an emulator: then times and sizes are those of the emulator.
 bool IsEmulated();
 
 /// The seconds that starting and ending the handler may take on a busy machine.
@@ -126,13 +126,13 @@ std::string DataJson(const std::string& command, const std::string& data,
 /// The reply of a request that reached no command: {"Response":{"Result":".."}}.
 std::string ErrorJson(const std::string& result);
 
-/// All that standard output holds for a reply with this JSON text: HTTP header and text.
+/// The standard output of a reply with this JSON text: HTTP header and text.
 std::string Reply(const std::string& json);
 
 /// The handler printed exactly this reply, nothing on standard error, and ended with this status.
 testing::Matcher<const Outcome&> Replied(const std::string& json, int exit_status = 0);
 
-/// The handler printed nothing at all and ended with this status.
+/// The handler printed nothing and ended with this status.
 testing::Matcher<const Outcome&> EndedSilently(int exit_status);
 
 }  // namespace harness

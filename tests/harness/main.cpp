@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Each test of a program starts with an empty private world, whichever tests came before it.
+/// Each test starts with an empty private world, also in a program that runs many tests.
 class EmptyWorldForEachTest : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& /*test*/) override { harness::ResetPrivateWorld(); }
 };
@@ -14,7 +14,7 @@ class EmptyWorldForEachTest : public testing::EmptyTestEventListener {
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  // The list of tests is asked for while the program is built, where nothing needs to be private.
+  // The build lists the tests, which needs no private world.
   if (!testing::GTEST_FLAG(list_tests)) {
     harness::EnterPrivateWorld();
     testing::UnitTest::GetInstance()->listeners().Append(new EmptyWorldForEachTest);

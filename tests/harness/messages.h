@@ -17,8 +17,8 @@ std::string Be32(std::uint32_t value);
 std::string Le16(std::uint16_t value);
 std::string Le32(std::uint32_t value);
 
-/// A message to the control daemon: header and payload. `length` is the announced length, which a
-/// message without a payload may announce all the same.
+/// A message to the control daemon: header and payload. `length` is the announced length, which may
+/// differ from zero even without a payload.
 std::string Message(int message_class, std::size_t length, int code, pid_t sender,
                     const std::string& payload = "");
 

@@ -32,7 +32,7 @@ void Mount(const char* source, const std::string& target, const char* type, unsi
 
 void MountEmpty(const std::string& target) { Mount("tmpfs", target, "tmpfs", 0, "mode=0755"); }
 
-/// Without root's rights a user namespace, in which this user is root, gives the right to mount.
+/// Non-root users need a user namespace to mount.
 void UnshareMounts() {
   if (geteuid() == 0 && unshare(CLONE_NEWNS) == 0) {
     return;
@@ -45,7 +45,7 @@ void UnshareMounts() {
   WriteProcFile("/proc/self/gid_map", "0 " + gid + " 1");
 }
 
-/// A /dev of our own, in which /dev/log is free to be bound; the usual devices are the real ones.
+/// A private /dev, in which /dev/log can be bound. The other devices are the real ones.
 void ReplaceDev() {
   const std::string staging = "/run/dev";
   fs::create_directory(staging);

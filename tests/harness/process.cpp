@@ -43,7 +43,7 @@ std::string Binary() { return FromEnvironment("CAMERA_BINARY", CAMERA_BINARY); }
 /// Sanitizers reserve terabytes of address space.
 bool IsSanitized() { return ReadFile(Binary()).find("__asan_init") != std::string::npos; }
 
-/// The processor that an ELF file is for; 0 when it is not one.
+/// The processor of an ELF file; 0 if it is not an ELF file.
 int Machine(const std::string& path) {
   Elf32_Ehdr header = {};  // both classes of ELF files are alike up to this field
   std::ifstream file(path, std::ios::binary);
@@ -51,7 +51,7 @@ int Machine(const std::string& path) {
   return file ? header.e_machine : 0;
 }
 
-/// A pair of descriptors that closes what is left of it.
+/// A pipe whose ends are closed when it goes out of scope.
 struct Pipe {
   Pipe() { Check(pipe2(ends, O_CLOEXEC) == 0, "pipe"); }
   ~Pipe() {
@@ -92,7 +92,7 @@ void Limit(__rlimit_resource_t resource, std::size_t bytes) {
 
 }  // namespace
 
-/// One started handler: feeds it, listens to it, and waits for its end.
+/// One run of the handler: writes its input, reads its output and waits for its end.
 class Process {
  public:
   explicit Process(const Request& request) : request_(request) {}
@@ -169,7 +169,7 @@ void Process::BecomeHandler() {
   std::vector<char*> environment = Pointers(environment_);
   std::signal(SIGPIPE, SIG_DFL);
   ConnectStandardStreams();
-  // Whatever started the tests may have left descriptors of its own.
+  // The test runner may have left open descriptors.
   close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
   SetLimits();
   execvpe(command.front(), command.data(), environment.data());

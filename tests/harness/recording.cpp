@@ -39,7 +39,7 @@ void KeepFiles() {
   }
 }
 
-/// Zeros at its end are what a block without them reads as.
+/// Without the zeros at its end, which reads the same.
 void KeepStatusBlock() {
   if (fs::exists(kMemoryFile) && fs::file_size(kMemoryFile) > kStatusBlockOffset) {
     const std::string block = ReadFile(kMemoryFile).substr(kStatusBlockOffset);

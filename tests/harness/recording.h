@@ -6,9 +6,9 @@
 
 namespace harness {
 
-// What the tests do is where fuzzing starts from. With the environment variable CAMERA_RECORDING,
-// every handler that a test starts leaves a file in the folder of that name: what the handler was
-// given, in the form that fuzz/scenario.h describes. Without the variable nothing is kept.
+// Records the seeds of the fuzzers. If the environment variable CAMERA_RECORDING is the name of a
+// folder, every start of the handler leaves a file in it: the input of the handler in the format of
+// fuzz/scenario.h.
 
 /// The name of the current test, as a file can be called.
 std::string NameOfTest();
@@ -18,7 +18,7 @@ std::string NameOfTest();
 void RecordRequest(const std::string& body, const std::map<std::string, std::string>& environment,
                    const std::vector<std::string>& arguments);
 
-/// A daemon has finished a conversation, in which it sent this.
+/// Adds what a daemon has sent in a conversation that is over.
 void RecordConversation(const std::string& sent);
 
 }  // namespace harness

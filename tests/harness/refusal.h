@@ -2,9 +2,10 @@
 
 namespace harness {
 
-/// From now on the system refuses this process, and those it becomes and starts, a system call
-/// (SYS_flock and so on) with an error number. There is no way back: for a process of its own.
-/// @return false where there is no such refusal, in an emulator for one
+/// Makes a system call of this process, and of those that it becomes and starts, fail
+/// (SYS_flock and so on) with an error number. It cannot be undone, so
+/// call it in a separate process.
+/// @return false where this is not supported, for example in an emulator
 bool RefuseSystemCall(long number, int error);
 
 }  // namespace harness

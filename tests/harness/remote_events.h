@@ -2,8 +2,7 @@
 
 namespace harness {
 
-/// A key of a control with the codes that the camera understands, and the row of the handler's
-/// table that the log must name.
+/// A key of a control with its codes, and the row of the handler's table that the log names.
 struct RemoteEventRow {
   int row;
   char kind[20];
@@ -12,7 +11,7 @@ struct RemoteEventRow {
   int key_code;
 };
 
-/// All of them. Written by hand, like all expectations; both kinds of tests read it.
+/// All keys. Written by hand, like all expectations. Unit and black-box tests use it.
 // clang-format off
 inline constexpr RemoteEventRow kRemoteEventRows[] = {
     {0, "Rec", 1, "Start", 0},

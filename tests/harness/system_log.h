@@ -33,15 +33,15 @@ LogLine Debug(std::string text);  // priority 7: level 5 and above
 /// Takes "<PRI>Mon dd hh:mm:ss ident: text" apart. Any other form has priority -1 and is whole.
 LogLine ParseLogLine(const std::string& datagram);
 
-/// The system log daemon of the private world: bound to /dev/log, it keeps what arrives.
+/// The system log daemon of the private world: listens on /dev/log and keeps what arrives.
 class SystemLog {
  public:
   SystemLog();
 
-  /// Everything sent so far. What a process that has ended has sent is complete in it.
+  /// All lines so far. Those of a process that has ended are complete.
   LogLines Lines();
 
-  /// The same, and forgets it: the next call returns what came after this one.
+  /// The same, and forgets them: the next call returns only later lines.
   LogLines TakeLines();
 
  private:
@@ -60,8 +60,8 @@ class StalledLog {
   StalledLog(const StalledLog&) = delete;
   StalledLog& operator=(const StalledLog&) = delete;
 
-  /// Reads again, until `count` lines have come that were not in the queue at first. Throws
-  /// std::runtime_error when they do not come.
+  /// Reads again until `count` lines have arrived in addition to those that filled the queue.
+  /// Throws std::runtime_error if they do not arrive.
   LogLines Read(std::size_t count);
 
  private:

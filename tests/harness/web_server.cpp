@@ -29,7 +29,7 @@ constexpr char kConfiguration[] = "/run/web_server/lighttpd.conf";
 constexpr char kHandler[] = "/run/web_server/camera_remote.cgi";
 constexpr char kHandlerErrors[] = "/run/web_server/errors";
 
-/// Waits up to half a minute, which a busy machine may need.
+/// Waits for up to half a minute, which a busy machine may need.
 template <typename Condition>
 bool Await(Condition condition) {
   for (int attempt = 0; attempt < 3000; ++attempt) {
@@ -49,7 +49,7 @@ void WriteConfiguration() {
                 "cgi.assign = (\".cgi\" => \"\")\n");
 }
 
-/// The handler under the name that the web server knows, its emulator in front of it if need be.
+/// The handler, with its emulator if it needs one, under the name that the web server knows.
 void WriteHandler() {
   std::string line = "#!/bin/sh\nexec";
   for (const std::string& word : HandlerCommand()) {
@@ -67,12 +67,12 @@ bool Accepts() {
   return socket >= 0;
 }
 
-/// The parent of a process; 0 when there is no such process any more.
+/// The parent of a process; 0 if the process has ended.
 pid_t ParentOf(const std::string& process) {
   std::ifstream stat("/proc/" + process + "/stat");
   std::string line;
   std::getline(stat, line);
-  // The name, in parentheses, may hold anything; behind it stand the state and the parent.
+  // The name, in parentheses, may contain anything; after it come the state and the parent.
   const std::size_t end_of_name = line.rfind(')');
   return end_of_name == std::string::npos ? 0 : std::stoi(line.substr(end_of_name + 4));
 }
@@ -104,7 +104,7 @@ void WebServer::Start() {
   prctl(PR_SET_CHILD_SUBREAPER, 1);
   pid_ = fork();
   if (pid_ == 0) {
-    // A crowd of handlers must not hold up the tests that run beside and measure time.
+    // Many handlers must not slow down tests that run in parallel and measure time.
     nice(19);
     execl(kProgram, kProgram, "-D", "-f", kConfiguration, nullptr);
     _exit(127);

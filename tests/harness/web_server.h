@@ -12,7 +12,7 @@ struct HttpReply {
 };
 
 /// A real web server in the private world, with the handler as its one CGI program. It listens on a
-/// Unix socket, so that tests can run side by side.
+/// Unix socket, so that tests can run in parallel.
 class WebServer {
  public:
   /// Throws std::runtime_error when it does not start.
@@ -21,22 +21,21 @@ class WebServer {
   WebServer(const WebServer&) = delete;
   WebServer& operator=(const WebServer&) = delete;
 
-  /// Posts a request and waits for the whole reply. May be called by many threads at once.
+  /// Posts a request and waits for the whole reply. Many threads may call it simultaneously.
   static HttpReply Post(const std::string& body);
 
-  /// Waits for the end of its child processes, and until it has taken note of each. Returns false
-  /// when that takes too long.
+  /// Waits until all its child processes have ended and been reaped. Returns false if that takes
+  /// too long.
   bool AwaitChildren() const;
 
-  /// Ends the web server. Returns false when it had to be killed. Its exit status tells only
-  /// whether it was still closing connections.
+  /// Ends the web server. Returns false if it had to be killed.
   bool Stop();
 
-  /// Waits for the end of whatever the web server has left behind, which became children of this
-  /// process. Returns false when that takes too long.
+  /// Waits for the end of processes that the web server has left and that became children of this
+  /// process. Returns false if that takes too long.
   static bool AwaitOrphans();
 
-  /// What the handlers have written on their standard error.
+  /// The standard error of all handlers.
   static std::string HandlerErrors();
 
  private:
