@@ -12,11 +12,14 @@ void WriteSessionFile(const std::string& id) {
   std::filesystem::create_directories(path.parent_path());
   std::ofstream file;
   file.exceptions(std::ios::failbit | std::ios::badbit);
-  file.open(path);
+  // A renewal that is on its way keeps to the file that it has read, so a new one takes its place.
+  const std::filesystem::path complete = path.string() + ".new";
+  file.open(complete);
   const std::time_t now = std::time(nullptr);
   file << "ID\t" << id << "\nlifetime\t" << now + kLifetimeSeconds << "\nsessiontime\t" << now
        << "\n";
   file.close();
+  std::filesystem::rename(complete, path);
 }
 
 }  // namespace simulator

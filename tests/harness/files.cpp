@@ -32,7 +32,9 @@ std::string ReadFile(const std::string& path) {
 bool Exists(const std::string& path) { return std::filesystem::exists(path); }
 
 void WriteSession(const std::string& id) {
-  WriteFile(kSessionFile, "ID\t" + id + "\nlifetime\t1700000030\nsessiontime\t1700000000\n");
+  const std::string complete = std::string(kSessionFile) + ".new";
+  WriteFile(complete, "ID\t" + id + "\nlifetime\t1700000030\nsessiontime\t1700000000\n");
+  std::filesystem::rename(complete, kSessionFile);
 }
 
 ReadOnly::ReadOnly(std::string path) : path_(std::move(path)) {

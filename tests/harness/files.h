@@ -18,7 +18,7 @@ std::string ReadFile(const std::string& path);
 
 bool Exists(const std::string& path);
 
-/// Writes a session file as the login component does, with the given id.
+/// Puts a session file with this id in the place of the old one, as the login component does.
 void WriteSession(const std::string& id);
 
 /// Makes a file or folder read-only, for root, too, for the lifetime of this object.
