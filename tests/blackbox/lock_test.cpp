@@ -1,12 +1,17 @@
-// Advisory locks that others hold for ever: on every file that the handler uses, and on the
-// daemons' ends of its connections.
+// Advisory locks that others hold: on the settings folder, on every file that the handler uses, and
+// on the daemons' ends of its connections.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <future>
 #include <string>
 #include <system_error>
+#include <thread>
 
 #include "harness/camera_test.h"
 
@@ -17,7 +22,7 @@ using namespace harness;
 /// Holds the exclusive advisory lock on a file.
 class HeldLock {
  public:
-  explicit HeldLock(const std::string& path) : file_(open(path.c_str(), O_RDWR | O_CLOEXEC)) {
+  explicit HeldLock(const std::string& path) : file_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (flock(file_, LOCK_EX | LOCK_NB) != 0) {
       throw std::system_error(errno, std::generic_category(), "lock on " + path);
     }
@@ -56,6 +61,106 @@ TEST_F(LockTest, OnFilesHinderNoReaderAndNoWriter) {
   ExpectAnswer(Body("GetSystemInfo"),
                DataJson("GetSystemInfo", R"("Model":"RV130","Destination":"JP",)"
                                          R"("ApiVersion":"1.08.0","Serial":"")"));
+}
+
+constexpr char kFolder[] = "/var/tmp/lighttpd";
+
+TEST_F(LockTest, OnTheFolderForEverCostsOneSecond) {
+  struct Row {
+    const char* what;
+    std::string body;
+    std::string reply;
+  };
+  const Row rows[] = {
+      {"a command that stores", Body("SetNTPServer", R"("Address":"new")"),
+       ResultJson("SetNTPServer")},
+      {"a command that reads", Body("GetNTPStatus"),
+       DataJson("GetNTPStatus", R"("Address":"new","TcSync":"Off","Status":"Master")")},
+      {"a command that stores in two files",
+       Body("SetCldstrmStreamInfoToStrmsrv", R"("EventID":0,"StrmsrvID":1)"),
+       ResultJson("SetCldstrmStreamInfoToStrmsrv")},
+      {"a renewal", Body("SessionRenewal", R"("Update":1)"), ResultJson("SessionRenewal")},
+  };
+  WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
+  const FakeDaemon control;
+  const FakeDaemon streaming(kStreamingSocket, Answer(ReplyMessage(std::string(324, '\0'))));
+  const HeldLock folder(kFolder);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    const Outcome outcome = Post(row.body);
+    EXPECT_THAT(outcome, Replied(row.reply));
+    EXPECT_GE(outcome.elapsed.count(), 1);
+    EXPECT_LT(outcome.elapsed.count(), IsEmulated() ? 1 + TimeMargin() : 1.9);
+  }
+  EXPECT_EQ(ReadFile("/var/tmp/lighttpd/ntp"), "address\tnew\ntc_sync\t0\n");
+}
+
+TEST_F(LockTest, OnTheFolderHindersNoCommandWithoutSettings) {
+  const HeldLock folder(kFolder);
+  const Outcome outcome = Post(Body("GetSystemInfo"));
+  EXPECT_EQ(outcome.exit_status, 0);
+  EXPECT_LT(outcome.elapsed.count(), IsEmulated() ? TimeMargin() : 0.9);
+}
+
+class HeldFolderTest : public LockTest {
+ protected:
+  /// Starts a request while the folder is locked, waits until it has said this, has `meanwhile`
+  /// happen and gives the lock back.
+  Outcome PostDuring(const std::string& body, const LogLine& last,
+                     const std::function<void()>& meanwhile) {
+    std::future<Outcome> outcome;
+    {
+      const HeldLock folder(kFolder);
+      outcome = std::async(std::launch::async, [&body] { return Post(body); });
+      for (LogLines lines = log_.Lines(); lines.empty() || !(lines.back() == last);
+           lines = log_.Lines()) {
+        if (outcome.wait_for(std::chrono::milliseconds(1)) == std::future_status::ready) {
+          ADD_FAILURE() << "ended without the lock";
+          break;
+        }
+      }
+      meanwhile();
+    }
+    return outcome.get();
+  }
+};
+
+TEST_F(HeldFolderTest, AWriterStartsFromWhatTheOneBeforeItHasStored) {
+  WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t1\n");
+  const FakeDaemon control;
+  EXPECT_THAT(PostDuring(Body("SetNTPServer", R"("Address":"new")"),
+                         Info("##### SetNTPServer Parse() addr:new"),
+                         [] { WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n"); }),
+              Replied(ResultJson("SetNTPServer")));
+  EXPECT_EQ(ReadFile("/var/tmp/lighttpd/ntp"), "address\tnew\ntc_sync\t0\n");
+}
+
+class EndedSessionTest : public HeldFolderTest {
+ protected:
+  /// The session is still valid when the request arrives, and over before it can be renewed.
+  void ExpectNoRenewal(const std::function<void()>& end) {
+    const std::string body = Body("SessionRenewal", R"("Update":1)");
+    const std::string reply = ResultJson("SessionRenewal", "RequestedError");
+    const LogLine parse = Info("##### SessionRenewal Parse() params={\"Update\":1}}}");
+    EXPECT_THAT(PostDuring(body, parse, end), Replied(reply));
+    EXPECT_THAT(log_.Lines(),
+                Logged(Error("rcv post_data = " + body), parse, Error("send res_str = " + reply)));
+  }
+};
+
+TEST_F(EndedSessionTest, IsNotCreatedAgain) {
+  ExpectNoRenewal([] { std::filesystem::remove(kSessionFile); });
+  EXPECT_FALSE(Exists(kSessionFile));
+}
+
+TEST_F(EndedSessionTest, DoesNotReplaceTheNewOne) {
+  ExpectNoRenewal([] { WriteSession("new"); });
+  EXPECT_EQ(ReadFile(kSessionFile), "ID\tnew\nlifetime\t1700000030\nsessiontime\t1700000000\n");
+}
+
+TEST_F(EndedSessionTest, IsNotWrittenIntoAFileWithoutAnId) {
+  ExpectNoRenewal([] { WriteFile(kSessionFile, ""); });
+  EXPECT_EQ(ReadFile(kSessionFile), "");
 }
 
 // The handler locks its own end.

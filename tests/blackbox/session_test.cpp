@@ -261,6 +261,7 @@ TEST_F(SessionRenewalTest, AnotherSessionIsNotRenewed) {
   EXPECT_EQ(ReadFile(kSessionFile), before);
 }
 
+constexpr char kCannotWriteLine[] = "cannot write [/var/tmp/lighttpd/.session]";
 constexpr char kNotRenewed[] =
     "{\"Response\":{\"Requested\":\"SessionRenewal\",\"Result\":\"RequestedError\"}}";
 
@@ -269,6 +270,25 @@ TEST_F(SessionRenewalTest, AFileThatCannotBeOpenedIsReported) {
   const std::string before = ReadFile(kSessionFile);
   EXPECT_THAT(Post(Body("SessionRenewal", "\"Update\":1")), Replied(kNotRenewed));
   EXPECT_EQ(ReadFile(kSessionFile), before);
+  EXPECT_THAT(log_.Lines(), testing::Contains(Error(kCannotWriteLine)));
+}
+
+// The command line checks no session and has no id.
+TEST_F(SessionRenewalTest, FromTheCommandLineCreatesTheFileOrReplacesItsContents) {
+  const Request request =
+      Request::CommandLine({"100", BodyWithoutSession("SessionRenewal", "\"Update\":0")});
+  for (const bool is_missing : {true, false}) {
+    SCOPED_TRACE(is_missing);
+    if (is_missing) {
+      std::filesystem::remove(kSessionFile);
+    } else {
+      WriteSession("other");
+    }
+    EXPECT_THAT(RunHandler(request), Replied("{\"Response\":{\"Requested\":\"SessionRenewal\","
+                                             "\"Result\":\"Success\"}}"));
+    EXPECT_THAT(ReadFile(kSessionFile), testing::MatchesRegex("ID\t\nlifetime\t[0-9]+\n"
+                                                              "sessiontime\t[0-9]+\n"));
+  }
 }
 
 TEST_F(SessionRenewalTest, AFileThatCannotBeWrittenIsReportedAndKept) {
@@ -276,6 +296,7 @@ TEST_F(SessionRenewalTest, AFileThatCannotBeWrittenIsReportedAndKept) {
   EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1")).LimitFileSize(0)),
               Replied(kNotRenewed));
   EXPECT_EQ(ReadFile(kSessionFile), before);
+  EXPECT_THAT(log_.Lines(), testing::Contains(Error(kCannotWriteLine)));
 }
 
 TEST_F(SessionRenewalTest, AFileThatIsWrittenOnlyInPartIsReported) {

@@ -1,11 +1,17 @@
 // The settings folder when it is missing, out of reach, write-protected or on a full disk: every
 // command that reads or writes a file in it.
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "harness/camera_test.h"
@@ -283,6 +289,150 @@ TEST_F(SettingsFolderTest, PipesInPlaceOfFilesAreNotWaitedFor) {
   EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"ntp")")),
               Replied(ResultJson("SetNTPServer")));
   EXPECT_TRUE(fs::is_fifo(std::string(kFolder) + "/ntp"));
+}
+
+// Another program has the pipe open, and it is full.
+TEST_F(SettingsFolderTest, APipeInPlaceOfAFileSurvivesAWrite) {
+  constexpr char kPath[] = "/var/tmp/lighttpd/ntp";
+  const FakeDaemon control;
+  ASSERT_EQ(mkfifo(kPath, 0600), 0);
+  const int pipe = open(kPath, O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  const std::string block(4096, 'x');
+  while (write(pipe, block.data(), block.size()) > 0) {
+  }
+  const std::string body = Body("SetNTPServer", R"("Address":"ntp")");
+  EXPECT_THAT(Post(body), Replied(ResultJson("SetNTPServer")));
+  close(pipe);
+  EXPECT_TRUE(fs::is_fifo(kPath));
+  EXPECT_THAT(log_.Lines(), testing::Contains(Error("cannot write [/var/tmp/lighttpd/ntp]")));
+}
+
+TEST_F(SettingsFolderTest, DevicesWithoutEndInPlaceOfFilesEndARead) {
+  const FakeDaemon control;
+  for (const char* const name : {"cgilog", "ntp"}) {
+    fs::create_symlink("/dev/zero", std::string(kFolder) + "/" + name);
+  }
+  for (const auto& [body, json] :
+       {std::pair(Body("GetNTPStatus"),
+                  DataJson("GetNTPStatus", R"("Address":"","TcSync":"Off","Status":"Master")")),
+        std::pair(Body("SetNTPServer", R"("Address":"ntp")"), ResultJson("SetNTPServer"))}) {
+    SCOPED_TRACE(body);
+    const Outcome outcome = Post(body);
+    EXPECT_THAT(outcome, Replied(json));
+    EXPECT_LT(outcome.elapsed.count(), TimeMargin());
+  }
+  EXPECT_TRUE(fs::is_symlink(std::string(kFolder) + "/ntp"));
+}
+
+TEST_F(SettingsFolderTest, ADeviceWithoutEndInPlaceOfTheSessionHoldsNoSession) {
+  fs::remove(kSessionFile);
+  fs::create_symlink("/dev/zero", kSessionFile);
+  const Outcome outcome = Post(Body("GetSystemInfo"));
+  EXPECT_THAT(outcome, Replied("{\"Response\":{\"Result\":\"SessionError\"}}"));
+  EXPECT_LT(outcome.elapsed.count(), TimeMargin());
+}
+
+TEST_F(SettingsFolderTest, OfAFileNoMoreThan16MiBAreRead) {
+  constexpr std::size_t kLimit = 16777216;
+  const std::string last_line = "address\tinside\n";
+  WriteFile("/var/tmp/lighttpd/ntp",
+            std::string(kLimit - last_line.size(), '\n') + last_line + "address\toutside\n");
+  EXPECT_THAT(
+      Post(Body("GetNTPStatus")),
+      Replied(DataJson("GetNTPStatus", R"("Address":"inside","TcSync":"Off","Status":"Master")")));
+}
+
+TEST_F(SettingsFolderTest, AHugeFileIsReplacedByOneOfTheUsualSize) {
+  const FakeDaemon control;
+  WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n" + std::string(20000000, 'x'));
+  EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"ntp")")),
+              Replied(ResultJson("SetNTPServer")));
+  EXPECT_EQ(ReadFile("/var/tmp/lighttpd/ntp"), "address\tntp\ntc_sync\t0\n");
+}
+
+TEST_F(SettingsFolderTest, AFileWithoutRoomToGrowKeepsItsOldContents) {
+  WriteFile("/var/tmp/lighttpd/web_zoom_preset", "preset_a\t1\npreset_b\t2\npreset_c\t3\n");
+  const FakeDaemon control;
+  const std::string body = Body("SetPresetZoomPosition", R"("ID":"C","Position":-2147483648)");
+  // 33 bytes are there, 43 are needed.
+  EXPECT_THAT(RunHandler(Request(body).LimitFileSize(40)),
+              Replied(ResultJson("SetPresetZoomPosition")));
+  EXPECT_EQ(ReadFile("/var/tmp/lighttpd/web_zoom_preset"),
+            "preset_a\t1\npreset_b\t2\npreset_c\t3\n");
+  EXPECT_THAT(log_.Lines(),
+              testing::Contains(Error("cannot write [/var/tmp/lighttpd/web_zoom_preset]")));
+}
+
+TEST_F(SettingsFolderTest, AFileStaysTheSameWhenItIsRewritten) {
+  constexpr char kPath[] = "/var/tmp/lighttpd/ntp";
+  WriteFile(kPath, "address\told\ntc_sync\t0\n");
+  fs::permissions(kPath, fs::perms(0640));
+  struct stat before = {};
+  stat(kPath, &before);
+  const FakeDaemon control;
+  for (const char* const address : {"longer", "s"}) {
+    Post(Body("SetNTPServer", std::string("\"Address\":\"") + address + '"'));
+    struct stat after = {};
+    stat(kPath, &after);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+  }
+}
+
+/// A writer that is killed when it makes a system call, and what it leaves for others to find.
+struct Kill {
+  const char* what;
+  std::string before;  // empty: there is no file
+  const char* address;
+  long system_call;
+  std::string left;  // empty: still no file
+  std::string then;  // what the next writer, which switches "tc_sync" off, makes of it
+};
+
+TEST_F(SettingsFolderTest, AWriterThatIsKilledLeavesNothingForTheNextOne) {
+  if (IsEmulated()) {
+    GTEST_SKIP() << "an emulator cannot be told which system call to end at";
+  }
+  const Kill rows[] = {
+      {"before it cuts the file", "address\tlonger\ntc_sync\t1\n", "s", SYS_ftruncate,
+       "address\ts\ntc_sync\t1\n\n\n\n\n\n", "address\ts\ntc_sync\t0\n"},
+      {"before it fills a file that it has lengthened", "address\ts\ntc_sync\t1\n", "longer",
+       SYS_pwritev, "address\ts\ntc_sync\t1\n\n\n\n\n\n", "address\ts\ntc_sync\t0\n"},
+      {"before it names a new file", "", "s", SYS_linkat, "",
+       "address\t192.168.0.100\ntc_sync\t0\n"},
+  };
+  constexpr char kPath[] = "/var/tmp/lighttpd/ntp";
+  const FakeDaemon control;
+  for (const Kill& row : rows) {
+    SCOPED_TRACE(row.what);
+    fs::remove(kPath);
+    if (!row.before.empty()) {
+      WriteFile(kPath, row.before);
+    }
+    const std::string body =
+        Body("SetNTPServer", std::string("\"Address\":\"") + row.address + '"');
+    EXPECT_EQ(RunHandler(Request(body).KillAt(row.system_call)).signal, SIGSYS);
+    EXPECT_EQ(Exists(kPath) ? ReadFile(kPath) : "", row.left);
+    EXPECT_THAT(Post(Body("SetNTPSettings", R"("TcSync":"Off")")),
+                Replied(ResultJson("SetNTPSettings")));
+    EXPECT_EQ(ReadFile(kPath), row.then);
+  }
+}
+
+TEST_F(SettingsFolderTest, AFileIsCreatedAlsoWhereANewOneCannotBeNamed) {
+  const FakeDaemon control;
+  EXPECT_THAT(
+      RunHandler(Request(Body("SetNTPServer", R"("Address":"s")")).Refuse(SYS_linkat, EPERM)),
+      Replied(ResultJson("SetNTPServer")));
+  EXPECT_EQ(ReadFile("/var/tmp/lighttpd/ntp"), "address\ts\ntc_sync\t1\n");
+}
+
+TEST_F(SettingsFolderTest, ALinkToAMissingFileStaysALink) {
+  const FakeDaemon control;
+  fs::create_symlink("/var/tmp/elsewhere", "/var/tmp/lighttpd/ntp");
+  EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"s")")), Replied(ResultJson("SetNTPServer")));
+  EXPECT_TRUE(fs::is_symlink("/var/tmp/lighttpd/ntp"));
+  EXPECT_EQ(ReadFile("/var/tmp/elsewhere"), "address\ts\ntc_sync\t1\n");
 }
 
 TEST_F(SettingsFolderTest, APipeInPlaceOfTheSessionHoldsNoSession) {

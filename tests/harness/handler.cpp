@@ -120,6 +120,11 @@ Request& Request::Refuse(long system_call, int error) {
   return *this;
 }
 
+Request& Request::KillAt(long system_call) {
+  last_call_ = system_call;
+  return *this;
+}
+
 Request& Request::Deadline(std::chrono::seconds deadline) {
   deadline_ = deadline;
   return *this;

@@ -56,6 +56,9 @@ class Request {
   Request& LimitDescriptors(std::size_t count);
   /// The system refuses this system call (SYS_flock and so on) with this error.
   Request& Refuse(long system_call, int error);
+  /// The handler is killed (by SIGSYS) when it makes this system call, which is then not carried
+  /// out. Not for an emulator.
+  Request& KillAt(long system_call);
   /// After so long the handler is killed and the test fails; emulation gets three times as much.
   Request& Deadline(std::chrono::seconds deadline);
 
@@ -76,6 +79,7 @@ class Request {
   std::size_t descriptor_limit_ = 0;
   long refused_call_ = -1;
   int refusal_ = 0;
+  long last_call_ = -1;
   std::chrono::seconds deadline_{15};
 };
 

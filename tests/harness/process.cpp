@@ -218,6 +218,9 @@ void Process::SetLimits() const {
   if (request_.refused_call_ >= 0 && !RefuseSystemCall(request_.refused_call_, request_.refusal_)) {
     _exit(kExecFailed);
   }
+  if (request_.last_call_ >= 0 && !EndAtSystemCall(request_.last_call_)) {
+    _exit(kExecFailed);
+  }
 }
 
 void Process::Serve() {

@@ -8,4 +8,9 @@ namespace harness {
 /// @return false where this is not supported, for example in an emulator
 bool RefuseSystemCall(long number, int error);
 
+/// From now on the system kills this process, and those it becomes and starts, with SIGSYS instead
+/// of carrying out this system call.
+/// @return false where there is no such thing, in an emulator for one
+bool EndAtSystemCall(long number);
+
 }  // namespace harness
