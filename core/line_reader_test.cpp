@@ -48,6 +48,22 @@ TEST(LineReader, ReadsFilesOfAnyLength) {
   EXPECT_EQ(Lines<256>(contents), lines);
 }
 
+TEST(LineReader, ReadsNoMoreThan16MiB) {
+  const std::string last = "last\n";
+  harness::WriteFile(kPath, std::string(16777216 - last.size(), '\n') + last + "beyond\n");
+  const os::Descriptor file = os::OpenForReading(kPath);
+  LineReader<256> reader(file);
+  std::size_t count = 0;
+  std::string read;
+  while (const char* line = reader.Next()) {
+    read = line;
+    ++count;
+  }
+  EXPECT_EQ(read, last);
+  EXPECT_EQ(count, 16777216 - last.size() + 1);
+  EXPECT_FALSE(reader.Failed());
+}
+
 TEST(LineReader, FindsNoLinesWhereThereIsNoReadableFile) {
   for (const char* const path : {"/var/tmp/lighttpd/missing", "/var/tmp/lighttpd"}) {
     const os::Descriptor file = os::OpenForReading(path);

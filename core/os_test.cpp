@@ -8,14 +8,18 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <string>
 #include <thread>
 
 #include "harness/files.h"
+#include "harness/refusal.h"
 #include "harness/system_log.h"
 
 namespace {
@@ -79,6 +83,46 @@ TEST(Lock, IsStillAwaitedAfterASignal) {
   EXPECT_EQ(flock(others.Number(), LOCK_EX | LOCK_NB), -1);
 }
 
+TEST(Lock, KeepsSharedLocksOutToo) {
+  harness::WriteFile(kPath, "");
+  const os::Descriptor mine = os::OpenForReading(kPath);
+  const os::Descriptor others = os::OpenForReading(kPath);
+  ASSERT_TRUE(os::Lock(mine));
+  EXPECT_EQ(flock(others.Number(), LOCK_SH | LOCK_NB), -1);
+  os::Unlock(mine);
+  ASSERT_TRUE(os::LockInTime(mine));
+  EXPECT_EQ(flock(others.Number(), LOCK_SH | LOCK_NB), -1);
+}
+
+TEST(LockInTime, WaitsForAnotherToGiveTheLockBack) {
+  harness::WriteFile(kPath, "");
+  const os::Descriptor mine = os::OpenForReading(kPath);
+  const os::Descriptor others = os::OpenForReading(kPath);
+  ASSERT_TRUE(os::Lock(others));
+  std::thread other([&others] {
+    std::this_thread::sleep_for(50ms);
+    os::Unlock(others);
+  });
+  EXPECT_TRUE(os::LockInTime(mine));
+  other.join();
+  EXPECT_EQ(flock(others.Number(), LOCK_EX | LOCK_NB), -1);
+}
+
+TEST(LockInTime, WaitsForOneSecondInAll) {
+  harness::WriteFile(kPath, "");
+  const os::Descriptor mine = os::OpenForReading(kPath);
+  const os::Descriptor others = os::OpenForReading(kPath);
+  ASSERT_TRUE(os::Lock(others));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(os::LockInTime(mine));
+  const auto first = std::chrono::steady_clock::now();
+  EXPECT_FALSE(os::LockInTime(mine));
+  EXPECT_GE(first - start, 900ms);
+  EXPECT_LT(std::chrono::steady_clock::now() - first, 500ms);
+  os::Unlock(others);
+  EXPECT_TRUE(os::LockInTime(mine));
+}
+
 TEST(ReceiveAll, GoesOnAfterASignal) {
   const SocketPair pair;
   const os::Descriptor socket(pair.ends[0]);
@@ -104,6 +148,61 @@ TEST(Rewrite, FailsForAFileThatIsOpenForReadingAlone) {
   harness::WriteFile(kPath, "before");
   EXPECT_FALSE(os::Rewrite(os::OpenForReading(kPath), "after"));
   EXPECT_EQ(harness::ReadFile(kPath), "before");
+}
+
+TEST(Rewrite, ReplacesContentsOfAnyLengthByOnesOfAnyLength) {
+  const std::size_t lengths[] = {0, 1, 100, 4096, 4097, 10000};
+  for (const std::size_t before : lengths) {
+    for (const std::size_t after : lengths) {
+      SCOPED_TRACE(std::to_string(before) + " bytes before, " + std::to_string(after) + " after");
+      harness::WriteFile(kPath, std::string(before, 'b'));
+      EXPECT_TRUE(os::Rewrite(os::OpenForUpdate(kPath), std::string(after, 'a')));
+      EXPECT_EQ(harness::ReadFile(kPath), std::string(after, 'a'));
+    }
+  }
+}
+
+TEST(Rewrite, DoesNotDependOnWhatWasReadBefore) {
+  harness::WriteFile(kPath, "before");
+  const os::Descriptor file = os::OpenForUpdate(kPath);
+  char bytes[3];
+  std::size_t count = 0;
+  ASSERT_TRUE(os::Read(file, bytes, sizeof bytes, count));
+  EXPECT_TRUE(os::Rewrite(file, "after"));
+  EXPECT_EQ(harness::ReadFile(kPath), "after");
+}
+
+TEST(WriteFile, LetsTheUmaskDecideOnThePermissions) {
+  umask(027);
+  EXPECT_TRUE(os::WriteFile(kPath, "new"));
+  struct stat status = {};
+  stat(kPath, &status);
+  EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST(WriteFile, WritesNothingIntoAPipe) {
+  ASSERT_EQ(mkfifo(kPath, 0600), 0);
+  const os::Descriptor reader = os::OpenForReading(kPath);
+  EXPECT_FALSE(os::WriteFile(kPath, "new"));
+  struct stat status = {};
+  ASSERT_EQ(stat(kPath, &status), 0);
+  EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+// Where an open file cannot be named, the name is there first.
+TEST(WriteFile, LeavesNoEmptyFileWhenThereIsNoRoom) {
+  constexpr int kSkipped = 2;  // an emulator has no system calls to refuse
+  EXPECT_EXIT(
+      {
+        const bool refuses = harness::RefuseSystemCall(SYS_linkat, EPERM) &&
+                             harness::RefuseSystemCall(SYS_pwrite64, ENOSPC);
+        _exit(refuses ? static_cast<int>(os::WriteFile(kPath, "new")) : kSkipped);
+      },
+      [](int status) {
+        return WIFEXITED(status) && (WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == kSkipped);
+      },
+      "");
+  EXPECT_FALSE(harness::Exists(kPath));
 }
 
 TEST(CreateStreamSocket, FailsWithoutAFreeDescriptor) {

@@ -189,6 +189,27 @@ TEST_F(SimulatedResponders, WhatCannotBeReadReadsAsZerosAndIsNotRewritten) {
   EXPECT_EQ(StatusReply(), std::string(38, '\0'));
 }
 
+TEST_F(SimulatedResponders, PipesInPlaceOfFilesAreNotWaitedFor) {
+  ASSERT_EQ(mkfifo(kCamStatus, 0600), 0);
+  ASSERT_EQ(mkfifo(kClipInfo, 0600), 0);
+  EXPECT_EQ(StatusReply(), std::string(38, '\0'));
+  EXPECT_EQ(ClipReply(ClipRequest(0, 1, 15)), std::string(4, '\0'));
+  Dummy_SetZoomCtrl(5);
+  struct stat status = {};
+  ASSERT_EQ(stat(kCamStatus, &status), 0);
+  EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(SimulatedResponders, NoMoreThan16MiBOfAFileAreReadAndALongerOneIsNotRewritten) {
+  const std::string contents = "Status=3\nZoom=1\n" + std::string(16777216, '\n') + "Status=4\n";
+  WriteFile(kCamStatus, contents);
+  std::string expected(38, '\0');
+  expected[2] = 3;
+  EXPECT_EQ(StatusReply(), expected);
+  Dummy_SetZoomCtrl(5);
+  EXPECT_TRUE(harness::ReadFile(kCamStatus) == contents);
+}
+
 TEST_F(SimulatedResponders, WithoutTheLockNothingIsReadOrWritten) {
   WriteFile(kCamStatus, "Status=3\nZoom=1\n");
   constexpr int kSkipped = 2;  // an emulator has no system calls to refuse
