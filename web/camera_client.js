@@ -117,7 +117,8 @@ const LARGEST_NUMBER = 2 ** 31 - 1;
 const LARGEST_BLOCK = 2 ** 32 - 1;
 
 const CLIPS_PER_BLOCK = 32;
-const LARGEST_CLIP = 125 * CLIPS_PER_BLOCK;
+const BLOCKS = 125;
+const LARGEST_CLIP = BLOCKS * CLIPS_PER_BLOCK;
 
 function checkText(name, text) {
   const found = FORBIDDEN.exec(text);
@@ -366,12 +367,18 @@ export class Camera {
 /// The parameters in the order of the table, then those that are not in it. A command that has
 /// parameters is never sent without any: it would not check them and store zeros.
 function inOrder(row, params) {
-  const names = Object.keys(row?.parameters ?? {});
+  const names = wireNames(row);
   if (names.length === 0) {
     return params;
   }
   const known = names.filter((name) => Object.hasOwn(params ?? {}, name));
   return Object.assign({}, ...known.map((name) => ({ [name]: params[name] })), params);
+}
+
+/// Of the blocks of a selection the camera finds only those in ascending order.
+function wireNames(row) {
+  const names = Object.keys(row?.parameters ?? {});
+  return names.includes("Clips") ? Array.from({ length: BLOCKS }, (_, i) => `block${i}`) : names;
 }
 
 // The methods. Those of commands without parameters take the options alone. Options: `signal` (an

@@ -301,13 +301,17 @@ test("the order of the members is fixed", async () => {
   const camera = fresh();
   answer(SUCCESS);
   answer(SUCCESS);
+  answer(SUCCESS);
   await camera.send("SetPresetZoomPosition", { Position: 5, Other: "x", ID: "A" });
+  await camera.send("SetWebFtp1UploadASelect", { block10: 1, block2: -1 });
   await camera.send("Unknown", { B: 1, A: 2 });
   assert.deepEqual(
     posted.map(({ body }) => body),
     [
       '{"Request":{"Command":"SetPresetZoomPosition","SessionID":"some-id",' +
         '"Params":{"ID":"A","Position":5,"Other":"x"}}}',
+      '{"Request":{"Command":"SetWebFtp1UploadASelect","SessionID":"some-id",' +
+        '"Params":{"block2":-1,"block10":1}}}',
       '{"Request":{"Command":"Unknown","SessionID":"some-id","Params":{"B":1,"A":2}}}',
     ],
   );

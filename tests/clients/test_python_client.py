@@ -174,14 +174,17 @@ def test_the_hook_sees_what_went_wrong(server):
 
 
 def test_the_order_of_the_members_is_fixed(server):
-    server.answer(SUCCESS)
-    server.answer(SUCCESS)
+    for _ in range(3):
+        server.answer(SUCCESS)
     camera = Camera(server.url, "id")
     camera.send("SetPresetZoomPosition", {"Position": 5, "Other": "x", "ID": "A"})
+    camera.send("SetWebFtp1UploadASelect", {"block10": 1, "block2": -1})
     camera.send("Unknown", {"B": 1, "A": 2})
     assert server.bodies == [
         '{"Request":{"Command":"SetPresetZoomPosition","SessionID":"id",'
         '"Params":{"ID":"A","Position":5,"Other":"x"}}}',
+        '{"Request":{"Command":"SetWebFtp1UploadASelect","SessionID":"id",'
+        '"Params":{"block2":-1,"block10":1}}}',
         '{"Request":{"Command":"Unknown","SessionID":"id","Params":{"B":1,"A":2}}}',
     ]
 

@@ -76,7 +76,7 @@ class Camera(Commands):
         if row is not None and row.parameters:
             # Never without any: the camera would not check them and store zeros.
             given = params or {}
-            known = {name: given[name] for name in row.parameters if name in given}
+            known = {name: given[name] for name in row.wire_names if name in given}
             params = {**known, **given}
         session_id = None if row is not None and not row.needs_session else self.session_id
         exchange = Exchange(command, serialize_request(command, session_id, params))

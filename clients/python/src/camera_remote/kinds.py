@@ -3,10 +3,10 @@
 from __future__ import annotations
 
 from dataclasses import dataclass, field
-from typing import Any, Dict, Iterable, List, Mapping, Optional, Union
+from typing import Any, Dict, Iterable, List, Mapping, Optional, Sequence, Union
 
 from camera_remote.errors import InvalidValue
-from camera_remote.wire import Value, clip_blocks
+from camera_remote.wire import BLOCK_NAMES, Value, clip_blocks
 
 # The upload selection is one parameter here, and 125 on the wire.
 CLIPS = "Clips"
@@ -100,6 +100,11 @@ class Command:
     needs_session: bool = True
     # Seconds to wait for a reply that may take longer than usual.
     timeout: Optional[float] = None
+
+    @property
+    def wire_names(self) -> Sequence[str]:
+        """The names of the parameters on the wire, in the order in which they are sent."""
+        return BLOCK_NAMES if CLIPS in self.parameters else list(self.parameters)
 
     def wire_parameters(self, params: Mapping[str, Any]) -> Optional[Dict[str, Value]]:
         """The parameters as they are sent, or None for a command that has none."""

@@ -25,7 +25,10 @@ _LARGEST_NUMBER = 2**31 - 1
 _LARGEST_BLOCK = 2**32 - 1
 
 _CLIPS_PER_BLOCK = 32
-_LARGEST_CLIP = 125 * _CLIPS_PER_BLOCK
+_BLOCKS = 125
+_LARGEST_CLIP = _BLOCKS * _CLIPS_PER_BLOCK
+# Of the blocks of a selection the camera finds only those in ascending order.
+BLOCK_NAMES = tuple(f"block{block}" for block in range(_BLOCKS))
 
 
 def serialize_request(
