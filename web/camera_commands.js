@@ -9,6 +9,8 @@ const text = (longest = Infinity) => ({ type: "text", longest });
 /// A list of clip numbers, sent as the bitmap block0 to block124.
 const clips = () => ({ type: "clips" });
 
+const row = (name, parameters = {}, traits = {}) => ({ name, parameters, ...traits });
+
 const Resolution = word(
   "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "480x270", "640x360",
 );
@@ -26,217 +28,102 @@ const Kind = word(
 /// Rows: `name`; `parameters`, their kinds by their names; `needsSession`, if it is false;
 /// `timeout`, the milliseconds to wait for a reply that may take longer than usual.
 export const COMMANDS = [
-  { name: "GetSystemInfo", parameters: {} },
-  { name: "HeartbeatConfirmation", parameters: {}, needsSession: false },
-  { name: "SessionRenewal", parameters: { Update: number(0, 1) } },
-  { name: "PageChange", parameters: { Page: number(0, 255) } },
-  { name: "SystemRequest", parameters: { Request: word("Resume") } },
-  { name: "GetCamStatus", parameters: {} },
-  {
-    name: "GetClipInfo",
-    parameters: {
-      Slot: SlotLetter,
-      StartIndexNo: number(1, 32767),
-      ClipNum: number(1, 32767),
-    },
-    timeout: 25000,
-  },
-  {
-    name: "SetClipInfo",
-    parameters: {
-      Slot: SlotLetter,
-      IndexNo: number(0, 65535),
-      OKMark: word("Mark", "NoMark"),
-    },
-  },
-  { name: "SetWebFtpUploadAll", parameters: { Server: number(0, 255), Slot: number(0, 255) } },
-  { name: "SetWebFtpUploadOkMarked", parameters: { Server: number(0, 255), Slot: number(0, 255) } },
-  { name: "SetWebFtp1UploadASelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp2UploadASelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp3UploadASelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp4UploadASelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp1UploadBSelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp2UploadBSelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp3UploadBSelect", parameters: { Clips: clips() } },
-  { name: "SetWebFtp4UploadBSelect", parameters: { Clips: clips() } },
-  { name: "WebFtpOperateResponse", parameters: { Response: number(0, 255) } },
-  { name: "SetWebKeyEvent", parameters: { Kind: Kind, Key: text() } },
-  { name: "SetWebButtonEvent", parameters: { Kind: Kind, Button: text() } },
-  { name: "SetWebSliderEvent", parameters: { Kind: Kind, Position: number(0, 65535) } },
-  {
-    name: "SetWebXYFieldEvent",
-    parameters: {
-      Kind: Kind,
-      XPosition: number(0, 255),
-      YPosition: number(0, 255),
-    },
-  },
-  {
-    name: "SeesawSwitchOperation",
-    parameters: {
-      Kind: Kind,
-      Direction: text(),
-      Speed: number(0, 255),
-    },
-  },
-  {
-    name: "ZoomSwitchOperation",
-    parameters: {
-      Direction: word("Wide", "Tele", "Stop"),
-      Speed: number(0, 255),
-    },
-  },
-  {
-    name: "SetTallyLampPriority",
-    parameters: {
-      Priority: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb"),
-    },
-  },
-  {
-    name: "SetTallyLampCtrl",
-    parameters: {
-      Sw: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb"),
-    },
-  },
-  {
-    name: "SetTallyControlWithPriority",
-    parameters: {
-      Sw: word("On", "Off", ""),
-    },
-    needsSession: false,
-  },
-  { name: "SetStudioTally", parameters: { Indication: word("Off", "Program", "Preview") } },
-  {
-    name: "SetStudioTallyWithoutSession",
-    parameters: {
-      Indication: word("Off", "Program", "Preview"),
-    },
-    needsSession: false,
-  },
-  { name: "SetCamCtrl", parameters: { CamCtrl: word("Rec", "Stop") } },
-  { name: "SetZoomCtrl", parameters: { Position: number(0, 65535) } },
-  { name: "JpegEncode", parameters: { Operate: word("Start", "Stop") } },
-  { name: "MonitorStart", parameters: {} },
-  { name: "MonitorStop", parameters: {} },
-  { name: "GetPresetZoomPosition", parameters: {} },
-  {
-    name: "SetPresetZoomPosition",
-    parameters: {
-      ID: word("A", "B", "C"),
-      Position: number(-2147483648, 2147483647),
-    },
-  },
-  { name: "GetNTPStatus", parameters: {} },
-  { name: "SetNTPServer", parameters: { Address: text(30) } },
-  { name: "SetNTPSettings", parameters: { TcSync: word("On", "Off") } },
-  { name: "SetIFBCtrl", parameters: { Streaming: word("Start", "Stop") } },
-  { name: "GetIFBSettings", parameters: {} },
-  {
-    name: "SetIFBSettings",
-    parameters: {
-      Function: word("Enable", "Disable"),
-      Address: text(30),
-      Port: number(-2147483648, 2147483647),
-      Mountpoint: text(30),
-    },
-  },
-  { name: "SetStreamingCtrl", parameters: { Streaming: word("On", "Off") } },
-  { name: "GetStreamingSettings", parameters: {} },
-  { name: "SetStreamingSettings", parameters: { Resolution: Resolution, Bitrate: Bitrate } },
-  { name: "SetStreamingResolution", parameters: { Resolution: Resolution } },
-  { name: "SetStreamingFramerate", parameters: { Framerate: Framerate } },
-  { name: "SetStreamingBitrate", parameters: { Bitrate: Bitrate } },
-  { name: "AvailableStreamingResolutionSettings", parameters: {} },
-  { name: "AvailableStreamingFramerateSettings", parameters: { Resolution: Resolution } },
-  {
-    name: "AvailableStreamingBitrateSettings",
-    parameters: {
-      Type: StreamingType,
-      Resolution: Resolution,
-      Framerate: Framerate,
-    },
-  },
-  { name: "GetCurrentStreamingServerID", parameters: {} },
-  { name: "SetCurrentStreamingServerID", parameters: { ID: number(-2147483648, 3) } },
-  { name: "GetStreamingServerSettings", parameters: { ID: number(-2147483648, 2147483647) } },
-  {
-    name: "SetStreamingServerSettingsUDP",
-    parameters: {
-      ID: number(-2147483648, 2147483647),
-      Alias: text(245),
-      DstAddress: text(129),
-      DstPort: number(-2147483648, 2147483647),
-      PcrJitter: number(-2147483648, 2147483647),
-    },
-  },
-  {
-    name: "SetStreamingServerSettingsRTSP",
-    parameters: {
-      ID: number(-2147483648, 2147483647),
-      Alias: text(245),
-      Password: text(39),
-    },
-  },
-  {
-    name: "SetStreamingServerSettingsZIXI",
-    parameters: {
-      ID: number(-2147483648, 2147483647),
-      Alias: text(245),
-      DstAddress: text(129),
-      DstPort: number(-2147483648, 2147483647),
-      StreamId: text(69),
-      Password: text(129),
-      Latency: number(-2147483648, 2147483647),
-      AdaptiveBitrate: number(-2147483648, 2147483647),
-    },
-  },
-  {
-    name: "SetStreamingServerSettingsRTMP",
-    parameters: {
-      ID: number(-2147483648, 2147483647),
-      Alias: text(245),
-      DstUrl: text(199),
-      StreamKey: text(69),
-    },
-  },
-  {
-    name: "SetStreamingServerSettingsRTP",
-    parameters: {
-      ID: number(-2147483648, 2147483647),
-      Alias: text(245),
-      DstAddress: text(129),
-      DstPort: number(-2147483648, 2147483647),
-      Smpte2022Fec: number(-2147483648, 2147483647),
-      FecMatrixL: number(-2147483648, 2147483647),
-      FecMatrixD: number(-2147483648, 2147483647),
-    },
-  },
-  {
-    name: "SetCldstrmLogin",
-    parameters: {
-      Username: text(127),
-      Password: text(63),
-      ServerURL: text(127),
-    },
-  },
-  { name: "SetCldstrmLogout", parameters: {} },
-  { name: "SetCldstrmEventListObtain", parameters: {} },
-  { name: "GetCldstrmEventList", parameters: {} },
-  { name: "SetCldstrmStreamInfoObtain", parameters: { EventID: number(0, 19) } },
-  {
-    name: "SetCldstrmStreamInfoToStrmsrv",
-    parameters: {
-      EventID: number(0, 19),
-      StrmsrvID: number(0, 3),
-    },
-  },
-  {
-    name: "SetCldstrmClearStatus",
-    parameters: {
-      Login: number(0, 255),
-      GetEventList: number(0, 255),
-      GetStreamInfo: number(0, 255),
-    },
-  },
-  { name: "GetGPSInfo", parameters: {} },
+  row("GetSystemInfo"),
+  row("HeartbeatConfirmation", {}, { needsSession: false }),
+  row("SessionRenewal", { Update: number(0, 1) }),
+  row("PageChange", { Page: number(0, 255) }),
+  row("SystemRequest", { Request: word("Resume") }),
+  row("GetCamStatus"),
+  row("GetClipInfo", {
+    Slot: SlotLetter, StartIndexNo: number(1, 32767), ClipNum: number(1, 32767),
+  }, { timeout: 25000 }),
+  row("SetClipInfo", {
+    Slot: SlotLetter, IndexNo: number(0, 65535), OKMark: word("Mark", "NoMark"),
+  }),
+  row("SetWebFtpUploadAll", { Server: number(0, 255), Slot: number(0, 255) }),
+  row("SetWebFtpUploadOkMarked", { Server: number(0, 255), Slot: number(0, 255) }),
+  row("SetWebFtp1UploadASelect", { Clips: clips() }),
+  row("SetWebFtp2UploadASelect", { Clips: clips() }),
+  row("SetWebFtp3UploadASelect", { Clips: clips() }),
+  row("SetWebFtp4UploadASelect", { Clips: clips() }),
+  row("SetWebFtp1UploadBSelect", { Clips: clips() }),
+  row("SetWebFtp2UploadBSelect", { Clips: clips() }),
+  row("SetWebFtp3UploadBSelect", { Clips: clips() }),
+  row("SetWebFtp4UploadBSelect", { Clips: clips() }),
+  row("WebFtpOperateResponse", { Response: number(0, 255) }),
+  row("SetWebKeyEvent", { Kind: Kind, Key: text() }),
+  row("SetWebButtonEvent", { Kind: Kind, Button: text() }),
+  row("SetWebSliderEvent", { Kind: Kind, Position: number(0, 65535) }),
+  row("SetWebXYFieldEvent", { Kind: Kind, XPosition: number(0, 255), YPosition: number(0, 255) }),
+  row("SeesawSwitchOperation", { Kind: Kind, Direction: text(), Speed: number(0, 255) }),
+  row("ZoomSwitchOperation", { Direction: word("Wide", "Tele", "Stop"), Speed: number(0, 255) }),
+  row("SetTallyLampPriority", { Priority: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") }),
+  row("SetTallyLampCtrl", { Sw: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") }),
+  row("SetTallyControlWithPriority", { Sw: word("On", "Off", "") }, { needsSession: false }),
+  row("SetStudioTally", { Indication: word("Off", "Program", "Preview") }),
+  row("SetStudioTallyWithoutSession", {
+    Indication: word("Off", "Program", "Preview"),
+  }, { needsSession: false }),
+  row("SetCamCtrl", { CamCtrl: word("Rec", "Stop") }),
+  row("SetZoomCtrl", { Position: number(0, 65535) }),
+  row("JpegEncode", { Operate: word("Start", "Stop") }),
+  row("MonitorStart"),
+  row("MonitorStop"),
+  row("GetPresetZoomPosition"),
+  row("SetPresetZoomPosition", {
+    ID: word("A", "B", "C"), Position: number(-2147483648, 2147483647),
+  }),
+  row("GetNTPStatus"),
+  row("SetNTPServer", { Address: text(30) }),
+  row("SetNTPSettings", { TcSync: word("On", "Off") }),
+  row("SetIFBCtrl", { Streaming: word("Start", "Stop") }),
+  row("GetIFBSettings"),
+  row("SetIFBSettings", {
+    Function: word("Enable", "Disable"), Address: text(30), Port: number(-2147483648, 2147483647),
+    Mountpoint: text(30),
+  }),
+  row("SetStreamingCtrl", { Streaming: word("On", "Off") }),
+  row("GetStreamingSettings"),
+  row("SetStreamingSettings", { Resolution: Resolution, Bitrate: Bitrate }),
+  row("SetStreamingResolution", { Resolution: Resolution }),
+  row("SetStreamingFramerate", { Framerate: Framerate }),
+  row("SetStreamingBitrate", { Bitrate: Bitrate }),
+  row("AvailableStreamingResolutionSettings"),
+  row("AvailableStreamingFramerateSettings", { Resolution: Resolution }),
+  row("AvailableStreamingBitrateSettings", {
+    Type: StreamingType, Resolution: Resolution, Framerate: Framerate,
+  }),
+  row("GetCurrentStreamingServerID"),
+  row("SetCurrentStreamingServerID", { ID: number(-2147483648, 3) }),
+  row("GetStreamingServerSettings", { ID: number(-2147483648, 2147483647) }),
+  row("SetStreamingServerSettingsUDP", {
+    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
+    number(-2147483648, 2147483647), PcrJitter: number(-2147483648, 2147483647),
+  }),
+  row("SetStreamingServerSettingsRTSP", {
+    ID: number(-2147483648, 2147483647), Alias: text(245), Password: text(39),
+  }),
+  row("SetStreamingServerSettingsZIXI", {
+    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
+    number(-2147483648, 2147483647), StreamId: text(69), Password: text(129), Latency:
+    number(-2147483648, 2147483647), AdaptiveBitrate: number(-2147483648, 2147483647),
+  }),
+  row("SetStreamingServerSettingsRTMP", {
+    ID: number(-2147483648, 2147483647), Alias: text(245), DstUrl: text(199), StreamKey: text(69),
+  }),
+  row("SetStreamingServerSettingsRTP", {
+    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
+    number(-2147483648, 2147483647), Smpte2022Fec: number(-2147483648, 2147483647), FecMatrixL:
+    number(-2147483648, 2147483647), FecMatrixD: number(-2147483648, 2147483647),
+  }),
+  row("SetCldstrmLogin", { Username: text(127), Password: text(63), ServerURL: text(127) }),
+  row("SetCldstrmLogout"),
+  row("SetCldstrmEventListObtain"),
+  row("GetCldstrmEventList"),
+  row("SetCldstrmStreamInfoObtain", { EventID: number(0, 19) }),
+  row("SetCldstrmStreamInfoToStrmsrv", { EventID: number(0, 19), StrmsrvID: number(0, 3) }),
+  row("SetCldstrmClearStatus", {
+    Login: number(0, 255), GetEventList: number(0, 255), GetStreamInfo: number(0, 255),
+  }),
+  row("GetGPSInfo"),
 ];

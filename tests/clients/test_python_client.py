@@ -252,7 +252,8 @@ def test_the_camera_reads_what_passes_the_check():
                 "Udp": {"DstAddress": "10.0.0.1", "DstPort": 1, "PcrJitter": 2}}
 
 
-@pytest.mark.parametrize("url", ["", "127.0.0.1:8080", "ftp://camera", "http://"])
+@pytest.mark.parametrize("url", ["", "127.0.0.1:8080", "ftp://camera", "http://",
+                                 "http://camera:99999", "http://camera:x", "http://[::1"])
 def test_an_address_that_is_none(url):
     with pytest.raises(InvalidValue, match="http://127.0.0.1:8080"):
         Camera(url)

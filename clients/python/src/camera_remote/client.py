@@ -55,10 +55,7 @@ class Camera(Commands):
         set later. timeout: for how many seconds the camera may stay silent; by default a time that
         suits the command. on_exchange: called after each exchange.
         """
-        address = urllib.parse.urlsplit(url)
-        if address.scheme not in ("http", "https") or not address.hostname:
-            raise InvalidValue(f'{url!r} is no address like "http://127.0.0.1:8080"')
-        self._address = address
+        self._address = _parse_address(url)
         self.session_id = session_id
         self.timeout = timeout
         self.on_exchange = on_exchange
@@ -169,3 +166,14 @@ class Camera(Commands):
         if self._address.scheme == "https":
             return http.client.HTTPSConnection(host, port, timeout=timeout)
         return http.client.HTTPConnection(host, port, timeout=timeout)
+
+
+def _parse_address(url: str) -> urllib.parse.SplitResult:
+    try:
+        address = urllib.parse.urlsplit(url)
+        valid = address.scheme in ("http", "https") and address.hostname and address.port != 0
+    except ValueError:
+        valid = False
+    if not valid:
+        raise InvalidValue(f'{url!r} is no address like "http://127.0.0.1:8080"')
+    return address
