@@ -39,6 +39,6 @@ build_packages() {
     echo googletest nlohmann-json3-dev
   fi
   if [[ $2 == *CAMERA_BUILD_SIMULATOR=ON* ]]; then
-    echo libcli11-dev
+    echo libcli11-dev libcpp-httplib-dev nlohmann-json3-dev pkgconf
   fi
 }

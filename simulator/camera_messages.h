@@ -2,6 +2,8 @@
 // pages, the monitor picture and the settings files.
 #pragma once
 
+#include <string>
+
 #include "simulator/daemon.h"
 
 namespace simulator {
@@ -21,11 +23,16 @@ Reply StopMonitor(Camera& camera, const Bytes& payload);
 /// Bytes 0-1: the position, signed, big-endian.
 Reply SetZoomPosition(Camera& camera, const Bytes& payload);
 
-/// The reply's bytes 4-23: the antenna's level, 24-43: the location.
+/// The reply's bytes 4-23: the antenna's level, from 24 on: the location.
 Reply ReportGps(Camera& camera, const Bytes& payload);
 
 /// Byte 0: the page now shown. The reply tells which pages are allowed: byte 1 planning metadata,
 /// byte 2 edit metadata, byte 3 view remote, byte 4 settings.
 Reply ChangePage(Camera& camera, const Bytes& payload);
+
+// What these messages say, in words.
+std::string DescribeRecording(const Bytes& payload);
+std::string DescribeZoomPosition(const Bytes& payload);
+std::string DescribePage(const Bytes& payload);
 
 }  // namespace simulator

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "simulator/date_time.h"
+#include "simulator/recording.h"
+#include "simulator/upload.h"
 
 namespace simulator {
 namespace {
 
-constexpr std::uint8_t kSlotA = 0;
-constexpr std::uint8_t kSlotB = 1;
 constexpr std::size_t kClipsPerReply = 15;
 
 std::size_t U16(const Bytes& bytes, std::size_t offset) {
@@ -22,14 +25,11 @@ void PutU16(Bytes& bytes, std::size_t offset, std::size_t value) {
 
 /// Null for a slot that the camera does not have.
 Slot* FindSlot(Camera& camera, std::uint8_t slot) {
-  switch (slot) {
-    case kSlotA:
-      return &camera.SlotA();
-    case kSlotB:
-      return &camera.SlotB();
-    default:
-      return nullptr;
-  }
+  return slot < camera.state().slots.size() ? &camera.state().slots[slot] : nullptr;
+}
+
+std::string SlotName(std::uint8_t slot) {
+  return slot < 2 ? std::string(1, static_cast<char>('A' + slot)) : std::to_string(slot);
 }
 
 /// The 32 bytes that describe a clip.
@@ -40,12 +40,13 @@ Bytes ClipRecord(const Clip& clip, std::size_t index_number) {
   std::copy_n(clip.name.begin(), std::min(clip.name.size(), kNameWidth - 1), record.begin() + 2);
   std::copy(clip.first_frame.begin(), clip.first_frame.end(), record.begin() + 12);
   std::copy(clip.last_frame.begin(), clip.last_frame.end(), record.begin() + 16);
-  PutU16(record, 20, clip.recorded_at.year);
-  record[22] = static_cast<std::uint8_t>(clip.recorded_at.month - 1);
-  record[23] = clip.recorded_at.day;
-  record[24] = clip.recorded_at.hour;
-  record[25] = clip.recorded_at.minute;
-  record[26] = clip.recorded_at.second;
+  const DateTime date = DateTimeOf(clip.recorded_at);
+  PutU16(record, 20, static_cast<std::size_t>(date.year));
+  record[22] = static_cast<std::uint8_t>(date.month - 1);
+  record[23] = static_cast<std::uint8_t>(date.day);
+  record[24] = static_cast<std::uint8_t>(date.hour);
+  record[25] = static_cast<std::uint8_t>(date.minute);
+  record[26] = static_cast<std::uint8_t>(date.second);
   record[27] = clip.ok_mark ? 1 : 0;
   record[28] = clip.four_to_three ? 1 : 0;
   record[30] = clip.edit_lock ? 1 : 0;
@@ -53,10 +54,13 @@ Bytes ClipRecord(const Clip& clip, std::size_t index_number) {
 }
 
 template <typename Choice>
-Reply StartUpload(Camera& camera, std::size_t server, std::uint8_t slot_number, Choice chosen) {
+Reply UploadClips(Camera& camera, std::size_t server, std::uint8_t slot_number, Choice chosen) {
   const Slot* const slot = FindSlot(camera, slot_number);
-  if (slot == nullptr || server >= Upload::kServers) {
+  if (slot == nullptr || server >= camera.state().upload.servers.size()) {
     return ResultOnly(Result::kRequestedError);
+  }
+  if (!HasCard(*slot)) {
+    return ResultOnly(Result::kDisableError);
   }
   std::vector<std::string> files;
   for (std::size_t i = 0; i < slot->clips.size(); ++i) {
@@ -64,8 +68,7 @@ Reply StartUpload(Camera& camera, std::size_t server, std::uint8_t slot_number, 
       files.push_back(slot->clips[i].name + ".MOV");
     }
   }
-  return ResultOnly(camera.upload().Start(server, files) ? Result::kSuccess
-                                                         : Result::kDisableError);
+  return ResultOnly(StartUpload(camera.state(), static_cast<int>(server), std::move(files)));
 }
 
 }  // namespace
@@ -74,6 +77,9 @@ Reply ListClips(Camera& camera, const Bytes& payload) {
   const Slot* const slot = FindSlot(camera, payload[0]);
   if (slot == nullptr) {
     return ResultOnly(Result::kRequestedError);
+  }
+  if (!HasCard(*slot)) {
+    return ResultOnly(Result::kDisableError);
   }
   const std::size_t first = std::max<std::size_t>(U16(payload, 2), 1);
   const std::size_t end =
@@ -90,27 +96,30 @@ Reply ListClips(Camera& camera, const Bytes& payload) {
 Reply MarkClip(Camera& camera, const Bytes& payload) {
   Slot* const slot = FindSlot(camera, payload[0]);
   const std::size_t index = U16(payload, 2);
-  if (slot == nullptr || index < 1 || index > slot->clips.size()) {
+  if (slot == nullptr) {
     return ResultOnly(Result::kRequestedError);
   }
-  if (slot->write_protected) {
+  if (!HasCard(*slot) || slot->write_protected) {
     return ResultOnly(Result::kDisableError);
+  }
+  if (index < 1 || index > slot->clips.size()) {
+    return ResultOnly(Result::kRequestedError);
   }
   slot->clips[index - 1].ok_mark = payload[4] != 0;
   return ResultOnly(Result::kSuccess);
 }
 
 Reply UploadAllClips(Camera& camera, const Bytes& payload) {
-  return StartUpload(camera, payload[0], payload[1], [](std::size_t, const Clip&) { return true; });
+  return UploadClips(camera, payload[0], payload[1], [](std::size_t, const Clip&) { return true; });
 }
 
 Reply UploadMarkedClips(Camera& camera, const Bytes& payload) {
-  return StartUpload(camera, payload[0], payload[1],
+  return UploadClips(camera, payload[0], payload[1],
                      [](std::size_t, const Clip& clip) { return clip.ok_mark; });
 }
 
 Reply UploadSelection(Camera& camera, std::size_t server, std::uint8_t slot, const Bytes& payload) {
-  return StartUpload(camera, server, slot, [&payload](std::size_t i, const Clip&) {
+  return UploadClips(camera, server, slot, [&payload](std::size_t i, const Clip&) {
     // Within a number of 4 bytes, the highest byte comes first.
     const std::size_t byte = i / 32 * 4 + 3 - i % 32 / 8;
     return byte < payload.size() && (payload[byte] >> i % 8 & 1) != 0;
@@ -118,8 +127,31 @@ Reply UploadSelection(Camera& camera, std::size_t server, std::uint8_t slot, con
 }
 
 Reply AnswerUploadPrompt(Camera& camera, const Bytes& payload) {
-  return ResultOnly(camera.upload().AnswerPrompt(payload[0] != 0) ? Result::kSuccess
-                                                                  : Result::kDisableError);
+  return ResultOnly(AnswerUploadQuestion(camera.state(), payload[0] != 0));
+}
+
+std::string DescribeClipList(const Bytes& payload) {
+  return "list " + std::to_string(U16(payload, 4)) + " clips of slot " + SlotName(payload[0]) +
+         " from " + std::to_string(U16(payload, 2));
+}
+
+std::string DescribeClipMark(const Bytes& payload) {
+  return std::string(payload[4] != 0 ? "set" : "clear") + " the OK mark of clip " +
+         std::to_string(U16(payload, 2)) + " in slot " + SlotName(payload[0]);
+}
+
+std::string DescribeUploadAll(const Bytes& payload) {
+  return "upload all clips of slot " + SlotName(payload[1]) + " to FTP" +
+         std::to_string(payload[0] + 1);
+}
+
+std::string DescribeUploadMarked(const Bytes& payload) {
+  return "upload the marked clips of slot " + SlotName(payload[1]) + " to FTP" +
+         std::to_string(payload[0] + 1);
+}
+
+std::string DescribeUploadAnswer(const Bytes& payload) {
+  return "answer the upload's question with " + std::to_string(payload[0]);
 }
 
 }  // namespace simulator

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "simulator/daemon.h"
 
@@ -33,5 +34,12 @@ template <std::size_t server, std::uint8_t slot>
 Reply UploadSelectedClips(Camera& camera, const Bytes& payload) {
   return UploadSelection(camera, server, slot, payload);
 }
+
+// What these messages say, in words.
+std::string DescribeClipList(const Bytes& payload);
+std::string DescribeClipMark(const Bytes& payload);
+std::string DescribeUploadAll(const Bytes& payload);
+std::string DescribeUploadMarked(const Bytes& payload);
+std::string DescribeUploadAnswer(const Bytes& payload);
 
 }  // namespace simulator

@@ -1,21 +1,21 @@
 #include "simulator/clips.h"
 
-#include <ctime>
+#include <tuple>
 
 namespace simulator {
 
-DateTime CurrentDateTime() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local = {};
-  localtime_r(&now, &local);
-  return {
-      static_cast<std::uint16_t>(local.tm_year + 1900), static_cast<std::uint8_t>(local.tm_mon + 1),
-      static_cast<std::uint8_t>(local.tm_mday),         static_cast<std::uint8_t>(local.tm_hour),
-      static_cast<std::uint8_t>(local.tm_min),          static_cast<std::uint8_t>(local.tm_sec)};
+bool operator==(const Clip& a, const Clip& b) {
+  const auto members = [](const Clip& clip) {
+    return std::tie(clip.name, clip.first_frame, clip.last_frame, clip.recorded_at, clip.ok_mark,
+                    clip.four_to_three, clip.edit_lock);
+  };
+  return members(a) == members(b);
 }
 
 Clips RecordedClips(char card, std::size_t count) {
   // One clip every five minutes from 08:00 on, a little longer each time.
+  constexpr std::int64_t kFirst = 1700726400;  // 2023-11-23T08:00:00
+  constexpr std::int64_t kSecondsBetween = 300;
   constexpr std::int64_t kFramesBetween = 9000;
   constexpr std::int64_t kShortestClip = 450;
   Clips clips;
@@ -24,15 +24,9 @@ Clips RecordedClips(char card, std::size_t count) {
     const std::int64_t first = kFramesBetween * number;
     Clip clip;
     clip.name = NextClipName(card, clips);
-    clip.first_frame = DropFrameTimeCode(first);
-    clip.last_frame = DropFrameTimeCode(first + kShortestClip * (number % 7 + 1) - 1);
-    const int minutes = static_cast<int>(i) * 5;
-    clip.recorded_at = {2023,
-                        11,
-                        23,
-                        static_cast<std::uint8_t>(8 + minutes / 60),
-                        static_cast<std::uint8_t>(minutes % 60),
-                        static_cast<std::uint8_t>(i * 7 % 60)};
+    clip.first_frame = TimeCodeOf(first, Counting::k30Drop);
+    clip.last_frame = TimeCodeOf(first + kShortestClip * (number % 7 + 1) - 1, Counting::k30Drop);
+    clip.recorded_at = kFirst + kSecondsBetween * number + number * 7 % 60;
     clip.ok_mark = i % 4 == 1;
     clip.edit_lock = i % 5 == 4;
     clips.push_back(clip);

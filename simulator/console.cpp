@@ -1,6 +1,6 @@
 #include "simulator/console.h"
 
-#include <algorithm>
+#include <cstdio>
 #include <iostream>
 
 namespace simulator {
@@ -11,19 +11,25 @@ void Console::Line(const std::string& line) const {
   }
 }
 
-std::string HexText(const Bytes& bytes) {
-  constexpr std::size_t kShown = 32;
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::string text;
-  for (std::size_t i = 0; i < std::min(bytes.size(), kShown); ++i) {
-    text += i == 0 ? "" : " ";
-    text += kDigits[bytes[i] >> 4];
-    text += kDigits[bytes[i] & 0xf];
+void Console::Request(const Entry& entry) const {
+  if (quiet_) {
+    return;
   }
-  if (bytes.size() > kShown) {
-    text += " and " + std::to_string(bytes.size() - kShown) + " more";
+  char ms[32];
+  std::snprintf(ms, sizeof ms, "%.1f ms", entry.ms);
+  constexpr std::size_t kTimeOfDay = 11;
+  std::string line =
+      entry.time.substr(kTimeOfDay) + "  " + (entry.command.empty() ? "-" : entry.command) + "  " +
+      (entry.result.empty() ? std::to_string(entry.status) : entry.result) + "  " + ms;
+  for (const MessageRecord& message : entry.messages) {
+    for (const std::string& change : message.changes) {
+      line += "\n              " + change;
+    }
   }
-  return text;
+  if (!entry.reason.empty()) {
+    line += "\n              " + entry.reason;
+  }
+  Line(line);
 }
 
 }  // namespace simulator

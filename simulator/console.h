@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "simulator/message.h"
+#include "simulator/journal.h"
 
 namespace simulator {
 
@@ -14,12 +14,11 @@ class Console {
 
   void Line(const std::string& line) const;
 
+  /// A request that has ended: one line, and one for each change.
+  void Request(const Entry& entry) const;
+
  private:
   bool quiet_;
 };
-
-/// Bytes as two hexadecimal digits each with blanks between, for example "0f 01"; the first 32 of
-/// them, then how many more there are.
-std::string HexText(const Bytes& bytes);
 
 }  // namespace simulator

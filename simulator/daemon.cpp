@@ -3,67 +3,50 @@
 #include <algorithm>
 #include <utility>
 
+#include "simulator/state_fields.h"
+
 namespace simulator {
-namespace {
-
-std::string ResultText(const Reply& reply) {
-  if (!reply) {
-    return "no reply";
-  }
-  switch (reply->empty() ? 0 : reply->front()) {
-    case 0:
-      return "success";
-    case 1:
-      return "requested error";
-    case 2:
-      return "disabled";
-    default:
-      return "result " + std::to_string(reply->front());
-  }
-}
-
-}  // namespace
 
 Reply ResultOnly(Result result) { return Bytes{static_cast<std::uint8_t>(result)}; }
 
-Reply Accept(Camera&, const Bytes&) { return ResultOnly(Result::kSuccess); }
+Daemon::Daemon(std::string name, std::vector<MessageRow> messages, Camera& camera)
+    : name_(std::move(name)), messages_(std::move(messages)), camera_(camera) {}
 
-Daemon::Daemon(std::string name, std::vector<MessageRow> messages, Camera& camera,
-               const Console& console)
-    : name_(std::move(name)), messages_(std::move(messages)), camera_(camera), console_(console) {}
-
-Reply Daemon::Answer(const Message& message) const {
-  const MessageRow row = Find(message);
-  const std::string before = camera_.Summary();
-  Reply reply = message.payload.size() < row.payload_length ? ResultOnly(Result::kRequestedError)
-                                                            : row.answer(camera_, message.payload);
-  Show(row, message, reply);
-  for (const std::string& news : camera_.TakeNews()) {
-    console_.Line("camera: " + news);
+Answered Daemon::Answer(const Message& message) const {
+  const MessageRow* const row = Find(message);
+  if (row == nullptr || message.payload.size() < row->payload_length) {
+    return {ResultOnly(Result::kRequestedError), {}};
   }
-  if (const std::string after = camera_.Summary(); after != before) {
-    console_.Line("camera: " + after);
+  if (row->asks) {
+    return {row->answer(camera_, message.payload), {}};
   }
-  return reply;
+  const State before = camera_.state();
+  Answered answered{row->answer(camera_, message.payload), {}};
+  answered.changes = Differences(before, camera_.state());
+  for (std::string& news : camera_.TakeNews()) {
+    answered.changes.push_back(std::move(news));
+  }
+  return answered;
 }
 
-MessageRow Daemon::Find(const Message& message) const {
+std::string Daemon::Describe(const Message& message) const {
+  const MessageRow* const row = Find(message);
+  if (row == nullptr) {
+    return "unknown message " + std::to_string(message.message_class) + "/" +
+           std::to_string(message.code);
+  }
+  if (message.payload.size() < row->payload_length) {
+    return std::string(row->name) + ", incomplete";
+  }
+  return row->describe != nullptr ? row->describe(message.payload) : row->name;
+}
+
+const MessageRow* Daemon::Find(const Message& message) const {
   const auto row =
       std::find_if(messages_.begin(), messages_.end(), [&message](const MessageRow& candidate) {
         return candidate.message_class == message.message_class && candidate.code == message.code;
       });
-  return row != messages_.end()
-             ? *row
-             : MessageRow{message.message_class, message.code, "unknown message", 0, Accept};
-}
-
-void Daemon::Show(const MessageRow& row, const Message& message, const Reply& reply) const {
-  std::string line = name_ + ": " + row.name + " (" + std::to_string(row.message_class) + "/" +
-                     std::to_string(row.code) + ")";
-  if (!message.payload.empty()) {
-    line += " " + HexText(message.payload);
-  }
-  console_.Line(line + " -> " + ResultText(reply));
+  return row != messages_.end() ? &*row : nullptr;
 }
 
 }  // namespace simulator

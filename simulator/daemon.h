@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "simulator/camera.h"
-#include "simulator/console.h"
 #include "simulator/message.h"
+#include "simulator/result.h"
 
 namespace simulator {
 
@@ -20,35 +20,44 @@ using Reply = std::optional<Bytes>;
 /// A reply that carries only a result.
 Reply ResultOnly(Result result);
 
-/// Answers a message of which the simulated camera knows the name alone.
-Reply Accept(Camera& camera, const Bytes& payload);
-
 /// One message of a daemon.
 struct MessageRow {
   std::uint8_t message_class;
   std::uint8_t code;
-  const char* name;            ///< as shown on the console
+  const char* name;            ///< for users
   std::size_t payload_length;  ///< a message with a shorter payload is refused
   Reply (*answer)(Camera& camera, const Bytes& payload);
+  /// What a message says in words; null: its name says it all.
+  std::string (*describe)(const Bytes& payload) = nullptr;
+  bool asks = false;  ///< it changes nothing
 };
 
-/// Finds the row of a message, has it answered, and shows both on the console.
+/// What a daemon has made of a message.
+struct Answered {
+  Reply reply;
+  std::vector<std::string> changes;  ///< of the camera's state, for its user
+};
+
+/// Finds the row of a message and has it answered.
 class Daemon {
  public:
-  Daemon(std::string name, std::vector<MessageRow> messages, Camera& camera,
-         const Console& console);
+  Daemon(std::string name, std::vector<MessageRow> messages, Camera& camera);
 
-  /// A message that stands in no row is accepted.
-  Reply Answer(const Message& message) const;
+  [[nodiscard]] const std::string& name() const { return name_; }
+
+  /// A message that stands in no row is refused.
+  [[nodiscard]] Answered Answer(const Message& message) const;
+
+  /// The message in words: "iris close 3".
+  [[nodiscard]] std::string Describe(const Message& message) const;
 
  private:
-  [[nodiscard]] MessageRow Find(const Message& message) const;
-  void Show(const MessageRow& row, const Message& message, const Reply& reply) const;
+  /// Null for a message that the daemon does not know.
+  [[nodiscard]] const MessageRow* Find(const Message& message) const;
 
   std::string name_;
   std::vector<MessageRow> messages_;
   Camera& camera_;
-  const Console& console_;
 };
 
 }  // namespace simulator

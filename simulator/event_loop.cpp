@@ -2,43 +2,68 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 namespace simulator {
+namespace {
+
+constexpr std::chrono::milliseconds kTickInterval{100};
+
+}  // namespace
 
 void EventLoop::Add(int fd, Callback on_readable) { readers_[fd] = std::move(on_readable); }
 
 void EventLoop::Remove(int fd) { readers_.erase(fd); }
 
+void EventLoop::After(std::chrono::milliseconds delay, Callback callback) {
+  timers_.emplace(Clock::now() + delay, std::move(callback));
+}
+
 void EventLoop::OnTick(Callback tick) { tick_ = std::move(tick); }
 
-void EventLoop::Run() {
-  using std::chrono::milliseconds;
-  constexpr milliseconds kTickInterval{100};
-  auto next_tick = std::chrono::steady_clock::now();
+void EventLoop::Run(std::mutex& lock) {
+  const std::lock_guard<std::mutex> held(lock);
+  auto next_tick = Clock::now();
   running_ = true;
   while (running_) {
-    const auto now = std::chrono::steady_clock::now();
-    if (now >= next_tick) {
+    HandleTimers();
+    if (Clock::now() >= next_tick) {
       tick_();
-      next_tick = now + kTickInterval;
+      next_tick = Clock::now() + kTickInterval;
     }
-    const auto wait = std::chrono::ceil<milliseconds>(next_tick - now);
-    WaitOnce(static_cast<int>(wait.count()));
+    HandleReadable(TimeToWait(next_tick), lock);
   }
 }
 
-void EventLoop::WaitOnce(int timeout_ms) {
+void EventLoop::HandleTimers() {
+  while (!timers_.empty() && timers_.begin()->first <= Clock::now()) {
+    const Callback callback = std::move(timers_.begin()->second);
+    timers_.erase(timers_.begin());
+    callback();
+  }
+}
+
+int EventLoop::TimeToWait(Clock::time_point next_tick) const {
+  const auto next = timers_.empty() ? next_tick : std::min(next_tick, timers_.begin()->first);
+  const auto wait = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now());
+  return static_cast<int>(std::max<std::int64_t>(0, wait.count()));
+}
+
+void EventLoop::HandleReadable(int timeout_ms, std::mutex& lock) {
   std::vector<pollfd> waiting;
   for (const auto& [fd, callback] : readers_) {
     waiting.push_back({fd, POLLIN, 0});
   }
-  if (poll(waiting.data(), waiting.size(), timeout_ms) < 0 && errno != EINTR) {
-    throw std::system_error(errno, std::generic_category(), "poll");
+  lock.unlock();
+  const int count = poll(waiting.data(), waiting.size(), timeout_ms);
+  const int error = errno;
+  lock.lock();
+  if (count < 0 && error != EINTR) {
+    throw std::system_error(error, std::generic_category(), "poll");
   }
   for (const pollfd& entry : waiting) {
     const auto reader = entry.revents != 0 ? readers_.find(entry.fd) : readers_.end();

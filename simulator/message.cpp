@@ -8,7 +8,6 @@ namespace {
 constexpr std::size_t kClassOffset = 1;
 constexpr std::size_t kLengthOffset = 2;
 constexpr std::size_t kCodeOffset = 4;
-constexpr std::size_t kSenderOffset = 8;
 constexpr std::size_t kLongestPayload = 0xffff;
 
 }  // namespace
@@ -21,13 +20,11 @@ Message TakeMessage(Bytes& received) {
   Message message;
   message.message_class = received[kClassOffset];
   message.code = received[kCodeOffset];
-  for (std::size_t i = 0; i < sizeof message.sender; ++i) {
-    message.sender |= std::uint32_t{received[kSenderOffset + i]} << (8 * i);
-  }
   const std::size_t end = std::min(received.size(), kHeaderSize + AnnouncedLength(received));
   const auto payload = received.begin() + kHeaderSize;
   const auto rest = received.begin() + static_cast<std::ptrdiff_t>(end);
   message.payload.assign(payload, rest);
+  message.bytes.assign(received.begin(), rest);
   received.erase(received.begin(), rest);
   return message;
 }
@@ -41,6 +38,16 @@ Bytes MakeReply(const Message& request, const Bytes& payload) {
   reply[kCodeOffset] = request.code;
   std::copy_n(payload.begin(), length, reply.begin() + kHeaderSize);
   return reply;
+}
+
+std::string HexText(const Bytes& bytes) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 0xf];
+  }
+  return text;
 }
 
 }  // namespace simulator

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace simulator {
@@ -17,8 +18,8 @@ constexpr std::size_t kHeaderSize = 12;
 struct Message {
   std::uint8_t message_class = 0;
   std::uint8_t code = 0;
-  std::uint32_t sender = 0;
   Bytes payload;
+  Bytes bytes;  ///< all of it, with the header
 };
 
 /// The payload length that a header announces. `received` holds at least `kHeaderSize` bytes.
@@ -31,5 +32,8 @@ Message TakeMessage(Bytes& received);
 /// A reply on the wire: a header that repeats the request's class and code and announces the
 /// payload, then the payload, of which at most 65535 bytes are kept.
 Bytes MakeReply(const Message& request, const Bytes& payload);
+
+/// Bytes as two hexadecimal digits each, without anything between.
+std::string HexText(const Bytes& bytes);
 
 }  // namespace simulator

@@ -4,6 +4,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -18,7 +19,7 @@ namespace {
 /// without its payload is all there will be; it waits for an answer five seconds at most.
 constexpr std::chrono::milliseconds kPayloadPatience{250};
 /// How long a connection may stay open without a word.
-constexpr std::chrono::seconds kIdlePatience{30};
+constexpr std::chrono::seconds kIdlePatience{60};
 
 sockaddr_un SocketAddress(const std::string& path) {
   sockaddr_un address = {};
@@ -60,71 +61,130 @@ void MessageServer::Listen(const std::string& path, Answer answer) {
 }
 
 void MessageServer::Accept(const Listener& listener) {
-  UniqueFd client(accept4(listener.fd.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-  const int fd = client.Get();
-  if (fd < 0) {
-    return;
+  while (true) {
+    UniqueFd client(accept4(listener.fd.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    const int fd = client.Get();
+    if (fd < 0) {
+      return;
+    }
+    ucred sender = {};
+    socklen_t size = sizeof sender;
+    getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &sender, &size);
+    const Number number = ++last_number_;
+    connections_.emplace(
+        number, Connection{std::move(client), sender.pid, &listener.answer, {}, Clock::now()});
+    loop_.Add(fd, [this, number] { Receive(number); });
   }
-  connections_.insert_or_assign(fd,
-                                Connection{std::move(client), &listener.answer, {}, Clock::now()});
-  loop_.Add(fd, [this, fd] { Receive(fd); });
 }
 
-void MessageServer::Receive(int fd) {
-  Connection& connection = connections_.at(fd);
+void MessageServer::ReceiveAll() {
+  for (const Listener& listener : listeners_) {
+    Accept(listener);
+  }
+  std::vector<Number> numbers;
+  for (const auto& [number, connection] : connections_) {
+    numbers.push_back(number);
+  }
+  for (const Number number : numbers) {
+    Receive(number);
+  }
+}
+
+void MessageServer::Receive(Number number) {
+  const auto found = connections_.find(number);
+  if (found == connections_.end()) {
+    return;
+  }
+  Connection& connection = found->second;
   std::array<std::uint8_t, 4096> piece;
-  const ssize_t count = recv(fd, piece.data(), piece.size(), 0);
+  const ssize_t count = recv(connection.fd.Get(), piece.data(), piece.size(), MSG_DONTWAIT);
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
     return;
   }
   if (count <= 0) {
-    Close(fd);
+    Close(number);
     return;
   }
   connection.received.insert(connection.received.end(), piece.begin(), piece.begin() + count);
   connection.last_arrival = Clock::now();
   while (connection.received.size() >= kHeaderSize &&
          connection.received.size() >= kHeaderSize + AnnouncedLength(connection.received)) {
-    if (!AnswerOne(connection)) {
-      Close(fd);
+    if (!AnswerOne(number, connection)) {
+      Close(number);
       return;
     }
   }
 }
 
-bool MessageServer::AnswerOne(Connection& connection) {
+bool MessageServer::AnswerOne(Number number, Connection& connection) {
+  constexpr std::chrono::milliseconds kBetweenPieces{1};
   const Message message = TakeMessage(connection.received);
-  const std::optional<Bytes> payload = (*connection.answer)(message);
-  if (!payload) {
-    return true;
-  }
-  const Bytes reply = MakeReply(message, *payload);
+  const Delivery delivery = (*connection.answer)(message, connection.sender);
+  const Bytes& reply = delivery.reply;
   // Replies are far smaller than a socket's buffer: one that does not fit has no reader.
-  return send(connection.fd.Get(), reply.data(), reply.size(), MSG_NOSIGNAL) ==
-         static_cast<ssize_t>(reply.size());
+  const auto send_all = [&connection, &reply](std::size_t length) {
+    return send(connection.fd.Get(), reply.data(), length, MSG_NOSIGNAL) ==
+           static_cast<ssize_t>(length);
+  };
+  switch (delivery.way) {
+    case Delivery::Way::kNoReply:
+    case Delivery::Way::kSilent:
+      return true;
+    case Delivery::Way::kAtOnce:
+      return send_all(reply.size());
+    case Delivery::Way::kLater:
+      SendLater(number, std::chrono::milliseconds(delivery.delay_ms), reply, reply.size());
+      return true;
+    case Delivery::Way::kPieces:
+      SendLater(number, kBetweenPieces, reply, 1);
+      return true;
+    case Delivery::Way::kShort:
+      send_all(std::min(reply.size(), delivery.length));
+      return false;
+  }
+  return false;
+}
+
+/// Sends `bytes` in pieces of so many, a while before each.
+void MessageServer::SendLater(Number number, std::chrono::milliseconds delay, const Bytes& bytes,
+                              std::size_t piece) {
+  loop_.After(delay, [this, number, delay, bytes, piece] {
+    const auto found = connections_.find(number);
+    if (found == connections_.end()) {
+      return;
+    }
+    const std::size_t length = std::min(piece, bytes.size());
+    const bool is_sent = send(found->second.fd.Get(), bytes.data(), length, MSG_NOSIGNAL) ==
+                         static_cast<ssize_t>(length);
+    if (is_sent && length < bytes.size()) {
+      SendLater(number, delay, {bytes.begin() + static_cast<std::ptrdiff_t>(length), bytes.end()},
+                piece);
+    }
+  });
 }
 
 void MessageServer::SettleOverdue() {
   const Clock::time_point now = Clock::now();
-  std::vector<int> finished;
-  for (auto& [fd, connection] : connections_) {
+  std::vector<Number> finished;
+  for (auto& [number, connection] : connections_) {
     const auto silence = now - connection.last_arrival;
     if (silence < (connection.received.empty() ? Clock::duration(kIdlePatience)
                                                : Clock::duration(kPayloadPatience))) {
       continue;
     }
-    if (connection.received.size() < kHeaderSize || !AnswerOne(connection)) {
-      finished.push_back(fd);
+    if (connection.received.size() < kHeaderSize || !AnswerOne(number, connection)) {
+      finished.push_back(number);
     }
   }
-  for (const int fd : finished) {
-    Close(fd);
+  for (const Number number : finished) {
+    Close(number);
   }
 }
 
-void MessageServer::Close(int fd) {
-  loop_.Remove(fd);
-  connections_.erase(fd);
+void MessageServer::Close(Number number) {
+  const auto found = connections_.find(number);
+  loop_.Remove(found->second.fd.Get());
+  connections_.erase(found);
 }
 
 }  // namespace simulator

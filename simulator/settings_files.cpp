@@ -1,9 +1,12 @@
 #include "simulator/settings_files.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace simulator {
@@ -11,13 +14,69 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool IsSettingsFile(const std::string& name) {
-  constexpr std::string_view kNames[] = {"ntp", "ifb", "web_zoom_preset", "streaming"};
-  return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames) ||
-         name.rfind("streaming_server", 0) == 0;
+constexpr char kFolder[] = "/var/tmp/lighttpd";
+constexpr std::string_view kServerFile = "streaming_server";
+
+struct FileKeys {
+  std::string_view file;
+  std::vector<std::string_view> keys;  ///< in the file's order
+};
+
+/// Every settings file; the streaming servers' names have a number at the end.
+const std::vector<FileKeys>& AllKeys() {
+  static const std::vector<FileKeys> all = {
+      {"ntp", {"address", "tc_sync"}},
+      {"ifb",
+       {"ifb_function", "ifb_address", "ifb_port", "ifb_mountpoint", "ifb_type", "ifb_codec",
+        "ifb_channel", "ifb_sample_rate", "ifb_username", "ifb_password"}},
+      {"web_zoom_preset", {"preset_a", "preset_b", "preset_c"}},
+      {"streaming",
+       {"resolution", "quality", "server", "rfresolution", "cldstrmusername", "cldstrmpassword",
+        "serverurl"}},
+      {kServerFile,
+       {"str_alias",
+        "type",
+        "udp_dst_address",
+        "udp_dst_port",
+        "udp_pcr_jitter",
+        "tcp_dst_address",
+        "tcp_dst_port",
+        "zixi_dst_address",
+        "zixi_dst_port",
+        "zixi_stream_id",
+        "zixi_username",
+        "zixi_password",
+        "zixi_latency",
+        "zixi_adaptive_bitrate",
+        "rtsp_dst_port",
+        "rtsp_stream_id",
+        "rtsp_username",
+        "rtsp_password",
+        "rtmp_destination_url",
+        "rtmp_stream_key",
+        "rtp_dst_address",
+        "rtp_dst_port",
+        "rtp_smpte2022_fec",
+        "rtp_fec_matrix_l",
+        "rtp_fec_matrix_d"}},
+  };
+  return all;
 }
 
-/// Lines of a key, a tab and a value.
+/// Null for a file that is none of the settings files.
+const FileKeys* KeysOf(const std::string& file) {
+  for (const FileKeys& keys : AllKeys()) {
+    if (file == keys.file && file != kServerFile) {
+      return &keys;
+    }
+  }
+  const std::string number = file.rfind(kServerFile, 0) == 0 ? file.substr(kServerFile.size()) : "";
+  const std::size_t digits = number.rfind('-', 0) == 0 ? 1 : 0;
+  const bool is_number =
+      number.size() > digits && number.find_first_not_of("0123456789", digits) == std::string::npos;
+  return is_number ? &AllKeys().back() : nullptr;
+}
+
 std::map<std::string, std::string> ReadSettings(const fs::path& path) {
   std::map<std::string, std::string> settings;
   std::ifstream file(path);
@@ -28,39 +87,161 @@ std::map<std::string, std::string> ReadSettings(const fs::path& path) {
   return settings;
 }
 
-std::string Differences(const std::map<std::string, std::string>& before,
-                        const std::map<std::string, std::string>& after) {
-  std::string text;
+bool IsSecret(const std::string& key) {
+  return key.find("password") != std::string::npos || key.find("stream_key") != std::string::npos;
+}
+
+std::string Shown(const std::string& key, const std::string& value) {
+  return IsSecret(key) && !value.empty() ? "***" : value;
+}
+
+void AddDifferences(const std::string& file, const std::map<std::string, std::string>& before,
+                    const std::map<std::string, std::string>& after,
+                    std::vector<std::string>& lines) {
   for (const auto& [key, value] : after) {
     const auto old = before.find(key);
-    if (old != before.end() && old->second == value) {
-      continue;
+    if (old == before.end() || old->second != value) {
+      lines.push_back("settings." + file + "." + key + " " +
+                      (old != before.end() ? Shown(key, old->second) + " -> " : "") +
+                      Shown(key, value));
     }
-    text += text.empty() ? "" : ", ";
-    text += key;
-    text += old != before.end() ? " \"" + old->second + "\" -> " : " ";
-    text += '"' + value + '"';
+  }
+}
+
+[[noreturn]] void Reject(const std::string& path, const std::string& why) {
+  throw Rejected("settings." + path + ": " + why);
+}
+
+std::string ValueFrom(const std::string& path, const Json& value) {
+  constexpr std::size_t kLongest = 200;
+  const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+  const std::string text = value.is_string() ? value.get<std::string>() : "";
+  if (!value.is_string() || text.size() > kLongest ||
+      std::any_of(text.begin(), text.end(), is_control)) {
+    Reject(path, "must be a text of at most 200 bytes without control characters");
   }
   return text;
 }
 
 }  // namespace
 
-std::vector<std::string> SettingsFiles::Reload() {
-  std::vector<std::string> changes;
+SettingsFiles::Changes SettingsFiles::Reload() {
+  Changes changes;
+  std::map<std::string, Settings> files;
   std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator("/var/tmp/lighttpd", error)) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(kFolder, error)) {
     const std::string name = entry.path().filename();
-    if (!IsSettingsFile(name)) {
+    if (KeysOf(name) != nullptr) {
+      files[name] = ReadSettings(entry.path());
+    }
+  }
+  for (const auto& [name, settings] : files) {
+    const std::size_t before = changes.lines.size();
+    AddDifferences(name, files_[name], settings, changes.lines);
+    const bool changed = changes.lines.size() > before;
+    changes.ntp = changes.ntp || (changed && name == "ntp");
+    changes.streaming = changes.streaming || (changed && name.rfind("streaming", 0) == 0);
+  }
+  files_ = std::move(files);
+  return changes;
+}
+
+const std::string* SettingsFiles::Find(const std::string& file, const std::string& key) const {
+  const auto settings = files_.find(file);
+  if (settings == files_.end()) {
+    return nullptr;
+  }
+  const auto value = settings->second.find(key);
+  return value != settings->second.end() ? &value->second : nullptr;
+}
+
+bool SettingsFiles::TimeCodeFollowsNtp() const {
+  const std::string* const value = Find("ntp", "tc_sync");
+  return value == nullptr ? files_.count("ntp") == 0 : *value == "1";
+}
+
+bool SettingsFiles::PresetIsSet(const std::string& preset) const {
+  constexpr std::string_view kNotSet = "65535";
+  const std::string* const value = Find("web_zoom_preset", preset);
+  return value != nullptr && !value->empty() && *value != kNotSet;
+}
+
+int SettingsFiles::RecordingFormat() const {
+  const std::string* const value = Find("streaming", "rfresolution");
+  return value != nullptr ? static_cast<int>(std::strtol(value->c_str(), nullptr, 10)) : 0;
+}
+
+Json SettingsFiles::ToJson() const {
+  Json all = Json::object();
+  for (const auto& [file, settings] : files_) {
+    Json members = Json::object();
+    for (const std::string_view key : KeysOf(file)->keys) {
+      const auto value = settings.find(std::string(key));
+      if (value != settings.end()) {
+        members[value->first] = value->second;
+      }
+    }
+    all[file] = std::move(members);
+  }
+  return all;
+}
+
+SettingsFiles SettingsFiles::Patched(const Json& patch) const {
+  SettingsFiles patched = *this;
+  if (!patch.is_object()) {
+    throw Rejected("settings: must be an object");
+  }
+  for (const auto& [file, members] : patch.items()) {
+    const FileKeys* const known = KeysOf(file);
+    if (known == nullptr) {
+      Reject(file, "no such file");
+    }
+    if (members.is_null()) {
+      patched.files_.erase(file);
       continue;
     }
-    Settings settings = ReadSettings(entry.path());
-    if (const std::string text = Differences(files_[name], settings); !text.empty()) {
-      changes.push_back(std::string("settings ").append(name).append(": ").append(text));
+    if (!members.is_object()) {
+      Reject(file, "must be an object, or null to remove the file");
     }
-    files_[name] = std::move(settings);
+    Settings& settings = patched.files_[file];
+    for (const auto& [key, value] : members.items()) {
+      if (std::find(known->keys.begin(), known->keys.end(), key) == known->keys.end()) {
+        Reject(file + "." + key, "no such key");
+      }
+      if (value.is_null()) {
+        settings.erase(key);
+      } else {
+        settings[key] = ValueFrom(file + "." + key, value);
+      }
+    }
   }
-  return changes;
+  return patched;
+}
+
+void SettingsFiles::Write() const {
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(kFolder, error)) {
+    const std::string name = entry.path().filename();
+    if (KeysOf(name) != nullptr && files_.count(name) == 0) {
+      fs::remove(entry.path());
+    }
+  }
+  for (const auto& [name, settings] : files_) {
+    const fs::path path = fs::path(kFolder) / name;
+    if (ReadSettings(path) == settings && fs::exists(path)) {
+      continue;
+    }
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    for (const std::string_view key : KeysOf(name)->keys) {
+      const auto value = settings.find(std::string(key));
+      if (value != settings.end()) {
+        file << key << '\t' << value->second << '\n';
+      }
+    }
+    if (!file.flush()) {
+      throw std::system_error(errno, std::generic_category(), path);
+    }
+  }
 }
 
 }  // namespace simulator

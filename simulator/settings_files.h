@@ -1,23 +1,48 @@
-// The settings files as the camera sees them: read anew when the handler says that they have
-// changed.
+// The settings files as the camera sees them, and as a scene may say what they hold.
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "simulator/json.h"
+
 namespace simulator {
 
-/// The lines of the settings files under /var/tmp/lighttpd, by file and key.
+/// The settings files under /var/tmp/lighttpd: lines of a key, a tab and a value, by file and key.
+/// The handler writes them; the camera reads them when it is told that they have changed.
 class SettingsFiles {
  public:
+  struct Changes {
+    std::vector<std::string> lines;  ///< each key that has changed, for the user
+    bool ntp = false;
+    bool streaming = false;
+  };
+
   /// Reads all files anew.
-  /// @return a line for each file that has changed since the last time: its name, and the keys that
-  ///         have changed with their old and new values
-  std::vector<std::string> Reload();
+  Changes Reload();
+
+  /// Whether the time code is to be set by NTP.
+  [[nodiscard]] bool TimeCodeFollowsNtp() const;
+  /// Whether "preset_a", "preset_b" or "preset_c" holds a zoom position.
+  [[nodiscard]] bool PresetIsSet(const std::string& preset) const;
+  /// The recording format that the streaming settings tell.
+  [[nodiscard]] int RecordingFormat() const;
+
+  /// Every file that exists, with its keys and values.
+  [[nodiscard]] Json ToJson() const;
+  /// What the files will hold after a JSON merge patch; null removes a file.
+  /// @throws Rejected for a file or key that does not exist, or a value that it cannot hold
+  [[nodiscard]] SettingsFiles Patched(const Json& patch) const;
+  /// Makes the files on the disk as they are here; others are removed.
+  /// @throws std::system_error when that fails
+  void Write() const;
 
  private:
   using Settings = std::map<std::string, std::string>;
+
+  [[nodiscard]] const std::string* Find(const std::string& file, const std::string& key) const;
 
   std::map<std::string, Settings> files_;
 };

@@ -1,8 +1,11 @@
 #include "simulator/streaming_daemon.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
+#include <vector>
+
+#include "simulator/cloud_client.h"
+#include "simulator/models.h"
 
 namespace simulator {
 namespace {
@@ -27,30 +30,30 @@ void PutText(Bytes& reply, std::size_t offset, std::size_t width, const std::str
 
 /// Bytes 0-127 user name, 128-191 password, 192-319 server URL.
 Reply LogIn(Camera& camera, const Bytes& payload) {
-  camera.cloud().LogIn(TextIn(payload, 128, 64), TextIn(payload, 192, 128));
+  LogInToCloud(camera.state(), TextIn(payload, 128, 64), TextIn(payload, 192, 128));
   return ResultOnly(Result::kSuccess);
 }
 
 Reply LogOut(Camera& camera, const Bytes&) {
-  camera.cloud().LogOut();
+  LogOutOfCloud(camera.state());
   return ResultOnly(Result::kSuccess);
 }
 
-Reply ObtainEvents(Camera& camera, const Bytes&) {
-  camera.cloud().ObtainEvents();
+Reply ObtainList(Camera& camera, const Bytes&) {
+  ObtainCloudEvents(camera.state());
   return ResultOnly(Result::kSuccess);
 }
 
 /// The reply's bytes 4-5: the number of events, little-endian.
 Reply CountEvents(Camera& camera, const Bytes&) {
   Bytes reply(6);
-  reply[4] = static_cast<std::uint8_t>(camera.cloud().Events().size());
+  reply[4] = static_cast<std::uint8_t>(ObtainedEvents(camera.state()).size());
   return reply;
 }
 
 /// The reply's bytes 4-131: the title.
 Reply GetEvent(Camera& camera, const Bytes& payload) {
-  const std::vector<CloudEvent> events = camera.cloud().Events();
+  const std::vector<CloudEvent>& events = ObtainedEvents(camera.state());
   const std::size_t index = EventIndex(payload);
   if (index >= events.size()) {
     return ResultOnly(Result::kRequestedError);
@@ -60,15 +63,16 @@ Reply GetEvent(Camera& camera, const Bytes& payload) {
   return reply;
 }
 
-Reply ObtainStreamInfo(Camera& camera, const Bytes& payload) {
-  camera.cloud().ObtainStreamInfo(EventIndex(payload));
+Reply ObtainInfo(Camera& camera, const Bytes& payload) {
+  ObtainStreamInfo(camera.state(), static_cast<int>(EventIndex(payload)));
   return ResultOnly(Result::kSuccess);
 }
 
 /// The reply's bytes 4-195: the ingest URL, 196-259: the stream key, 260-323: the title.
 Reply GetStreamInfo(Camera& camera, const Bytes& payload) {
-  const std::optional<CloudEvent> event = camera.cloud().StreamInfo(EventIndex(payload));
-  if (!event) {
+  const CloudEvent* const event =
+      ObtainedStreamInfo(camera.state(), static_cast<int>(EventIndex(payload)));
+  if (event == nullptr) {
     return ResultOnly(Result::kRequestedError);
   }
   Bytes reply(324);
@@ -81,30 +85,55 @@ Reply GetStreamInfo(Camera& camera, const Bytes& payload) {
 /// Byte 0: clears the login's state unless 0, byte 1: the event list's, byte 2: the stream
 /// information's.
 Reply ClearStatus(Camera& camera, const Bytes& payload) {
+  Cloud& cloud = camera.state().cloud;
   if (payload[0] != 0) {
-    camera.cloud().ClearLogin();
+    cloud.login = {};
   }
   if (payload[1] != 0) {
-    camera.cloud().ClearEvents();
+    cloud.event_list = {};
   }
   if (payload[2] != 0) {
-    camera.cloud().ClearStreamInfo();
+    cloud.stream_info = {};
   }
   return ResultOnly(Result::kSuccess);
 }
+
+std::string DescribeLogin(const Bytes& payload) {
+  return "cloud login of " + TextIn(payload, 0, 128) + " at " + TextIn(payload, 192, 128);
+}
+
+std::string DescribeEvent(const Bytes& payload) {
+  return "title of event " + std::to_string(EventIndex(payload));
+}
+
+std::string DescribeObtainInfo(const Bytes& payload) {
+  return "obtain stream information of event " + std::to_string(EventIndex(payload));
+}
+
+std::string DescribeGetInfo(const Bytes& payload) {
+  return "stream information of event " + std::to_string(EventIndex(payload));
+}
+
+/// Disabled on a camera without the service.
+template <Reply (*kAnswer)(Camera&, const Bytes&)>
+Reply OfService(Camera& camera, const Bytes& payload) {
+  return HasCloud(camera.state()) ? kAnswer(camera, payload) : ResultOnly(Result::kDisableError);
+}
+
+constexpr bool kAsks = true;
 
 }  // namespace
 
 std::vector<MessageRow> StreamingMessages() {
   return {
-      {11, 99, "cloud login", 320, LogIn},
-      {11, 100, "cloud logout", 0, LogOut},
-      {11, 101, "obtain event list", 0, ObtainEvents},
-      {11, 102, "number of events", 0, CountEvents},
-      {11, 103, "one event", 4, GetEvent},
-      {11, 104, "obtain stream information", 4, ObtainStreamInfo},
-      {11, 105, "stream information", 4, GetStreamInfo},
-      {11, 106, "clear status", 4, ClearStatus},
+      {11, 99, "cloud login", 320, OfService<LogIn>, DescribeLogin},
+      {11, 100, "cloud logout", 0, OfService<LogOut>},
+      {11, 101, "obtain event list", 0, OfService<ObtainList>},
+      {11, 102, "number of events", 0, OfService<CountEvents>, nullptr, kAsks},
+      {11, 103, "title of an event", 4, OfService<GetEvent>, DescribeEvent, kAsks},
+      {11, 104, "obtain stream information", 4, OfService<ObtainInfo>, DescribeObtainInfo},
+      {11, 105, "stream information", 4, OfService<GetStreamInfo>, DescribeGetInfo, kAsks},
+      {11, 106, "clear status", 4, OfService<ClearStatus>},
   };
 }
 

@@ -3,145 +3,209 @@
 #include <algorithm>
 #include <utility>
 
+#include "simulator/models.h"
+#include "simulator/network.h"
+#include "simulator/recording.h"
+
 namespace simulator {
 namespace {
 
-using std::chrono::milliseconds;
+constexpr Milliseconds kTimePerFile = 3000;
+constexpr Milliseconds kTimePerStep = 700;
+/// How long an upload waits for the network to come back.
+constexpr Milliseconds kRecoveryPatience = 30000;
 
-constexpr milliseconds kTimePerFile{3000};
-constexpr milliseconds kTimePerStep{700};
+const FtpServer& ServerOf(const Upload& upload) {
+  return upload.servers[static_cast<std::size_t>(upload.server)];
+}
+
+void Enter(Upload& upload, UploadPhase phase) {
+  upload.phase = phase;
+  upload.in_phase = 0;
+}
+
+void Fail(Upload& upload, UploadError error) {
+  upload.error = error;
+  Enter(upload, UploadPhase::kUnmount);
+}
+
+/// Connected, and trusted: may files of these names be there already?
+void AskOrSend(Upload& upload) {
+  Enter(upload, ServerOf(upload).asks_to_overwrite ? UploadPhase::kPrompt : UploadPhase::kPutFile);
+}
+
+/// The end of the phase in which the camera connects.
+void Connect(Upload& upload) {
+  const FtpServer& server = ServerOf(upload);
+  if (server.answer == ServerAnswer::kUnreachable) {
+    Fail(upload, kServerUnreachable);
+  } else if (server.answer == ServerAnswer::kLoginRefused) {
+    Fail(upload, kLoginRefused);
+  } else if (!server.trusted) {
+    Enter(upload, UploadPhase::kTrust);
+  } else {
+    AskOrSend(upload);
+  }
+}
+
+void EndFile(Upload& upload) {
+  ++upload.file;
+  upload.in_phase = 0;
+  if (ServerOf(upload).answer == ServerAnswer::kNoSpace) {
+    Fail(upload, kNoSpaceOnServer);
+  } else if (upload.file >= static_cast<int>(upload.files.size())) {
+    Enter(upload, UploadPhase::kUnmount);
+  }
+}
+
+/// How long a phase takes; 0 for one that does not end by itself.
+Milliseconds Duration(UploadPhase phase) {
+  switch (phase) {
+    case UploadPhase::kOff:
+    case UploadPhase::kUnnamed:
+    case UploadPhase::kTrust:
+    case UploadPhase::kPrompt:
+      return 0;
+    case UploadPhase::kPutFile:
+      return kTimePerFile;
+    case UploadPhase::kRecover:
+      return kRecoveryPatience;
+    case UploadPhase::kStart:
+    case UploadPhase::kOccupySlot:
+    case UploadPhase::kClear:
+    case UploadPhase::kMount:
+    case UploadPhase::kParse:
+    case UploadPhase::kTrans:
+    case UploadPhase::kUnmount:
+    case UploadPhase::kReleaseSlot:
+    case UploadPhase::kResume:
+      break;
+  }
+  return kTimePerStep;
+}
+
+void EndPhase(Upload& upload) {
+  switch (upload.phase) {
+    case UploadPhase::kStart:
+      return Enter(upload, UploadPhase::kOccupySlot);
+    case UploadPhase::kOccupySlot:
+      return Enter(upload, UploadPhase::kClear);
+    case UploadPhase::kClear:
+      return Enter(upload, UploadPhase::kMount);
+    case UploadPhase::kMount:
+      return Enter(upload, UploadPhase::kParse);
+    case UploadPhase::kParse:
+      return Enter(upload, UploadPhase::kTrans);
+    case UploadPhase::kTrans:
+      return Connect(upload);
+    case UploadPhase::kPutFile:
+      return EndFile(upload);
+    case UploadPhase::kUnmount:
+      return Enter(upload, UploadPhase::kReleaseSlot);
+    case UploadPhase::kReleaseSlot:
+      upload.files.clear();
+      upload.file = 0;
+      return Enter(upload, UploadPhase::kOff);
+    case UploadPhase::kRecover:
+      return Fail(upload, kConnectionLost);
+    case UploadPhase::kResume:
+      return Enter(upload, UploadPhase::kPutFile);
+    case UploadPhase::kOff:
+    case UploadPhase::kUnnamed:
+    case UploadPhase::kTrust:
+    case UploadPhase::kPrompt:
+      break;
+  }
+}
+
+void FollowNetwork(State& state) {
+  Upload& upload = state.upload;
+  if (upload.phase == UploadPhase::kPutFile && !IsOnline(state)) {
+    Enter(upload, UploadPhase::kRecover);
+  } else if (upload.phase == UploadPhase::kRecover && IsOnline(state)) {
+    Enter(upload, UploadPhase::kResume);
+  }
+}
+
+Milliseconds Sent(const Upload& upload) {
+  return upload.file * kTimePerFile + (upload.phase == UploadPhase::kPutFile ? upload.in_phase : 0);
+}
+
+Milliseconds Whole(const Upload& upload) {
+  return static_cast<Milliseconds>(upload.files.size()) * kTimePerFile;
+}
+
+bool IsSending(const Upload& upload) {
+  return !upload.files.empty() &&
+         (upload.phase == UploadPhase::kPutFile || upload.phase == UploadPhase::kRecover ||
+          upload.phase == UploadPhase::kResume);
+}
 
 }  // namespace
 
-bool Upload::Start(std::size_t server, std::vector<std::string> files) {
-  if (phase_ != Phase::kOff) {
-    return false;
+Result StartUpload(State& state, int server, std::vector<std::string> files) {
+  Upload& upload = state.upload;
+  if (!HasUpload(state) || upload.phase != UploadPhase::kOff || HasOpenClip(state) ||
+      !IsOnline(state)) {
+    return Result::kDisableError;
   }
   if (!files.empty()) {
-    server_ = server;
-    files_ = std::move(files);
-    in_phase_ = milliseconds(0);
-    phase_ = Phase::kStart;
+    upload.server = server;
+    upload.files = std::move(files);
+    upload.file = 0;
+    upload.error = kNoUploadError;
+    Enter(upload, UploadPhase::kStart);
   }
-  return true;
+  return Result::kSuccess;
 }
 
-bool Upload::AnswerPrompt(bool yes) {
-  if (phase_ != Phase::kTrust) {
-    return false;
+Result AnswerUploadQuestion(State& state, bool yes) {
+  Upload& upload = state.upload;
+  if (upload.phase == UploadPhase::kTrust) {
+    upload.servers[static_cast<std::size_t>(upload.server)].trusted = yes;
+    if (yes) {
+      AskOrSend(upload);
+    } else {
+      Fail(upload, kNotTrusted);
+    }
+    return Result::kSuccess;
   }
-  trusted_[server_] = yes;
-  in_phase_ = milliseconds(0);
-  phase_ = yes ? Phase::kPutFile : Phase::kUnmount;
-  return true;
-}
-
-void Upload::Advance(milliseconds elapsed) {
-  in_phase_ += elapsed;
-  while (Duration() > milliseconds(0) && in_phase_ >= Duration()) {
-    in_phase_ -= Duration();
-    NextPhase();
+  if (upload.phase == UploadPhase::kPrompt) {
+    Enter(upload, yes ? UploadPhase::kPutFile : UploadPhase::kUnmount);
+    return Result::kSuccess;
   }
+  return Result::kDisableError;
 }
 
-milliseconds Upload::Duration() const {
-  switch (phase_) {
-    case Phase::kOff:
-    case Phase::kTrust:
-      return milliseconds(0);
-    case Phase::kPutFile:
-      return kTimePerFile * files_.size();
-    case Phase::kStart:
-    case Phase::kOccupySlot:
-    case Phase::kMount:
-    case Phase::kParse:
-    case Phase::kUnmount:
-    case Phase::kReleaseSlot:
-      return kTimePerStep;
+int CurrentFile(const Upload& upload) {
+  return IsSending(upload) ? std::min(upload.file + 1, static_cast<int>(upload.files.size())) : 0;
+}
+
+int UploadPercent(const Upload& upload) {
+  return IsSending(upload)
+             ? static_cast<int>(std::min<Milliseconds>(100, Sent(upload) * 100 / Whole(upload)))
+             : 0;
+}
+
+std::chrono::seconds UploadRemainingTime(const Upload& upload) {
+  const Milliseconds left =
+      IsSending(upload) ? std::max<Milliseconds>(0, Whole(upload) - Sent(upload)) : 0;
+  return std::chrono::ceil<std::chrono::seconds>(std::chrono::milliseconds(left));
+}
+
+std::string UploadMessage(const Upload& upload) {
+  const int file = CurrentFile(upload);
+  return file > 0 ? upload.files[static_cast<std::size_t>(file - 1)] : "";
+}
+
+void AdvanceUpload(State& state, Milliseconds elapsed) {
+  Upload& upload = state.upload;
+  FollowNetwork(state);
+  upload.in_phase += elapsed;
+  const Milliseconds duration = Duration(upload.phase);
+  if (duration > 0 && upload.in_phase >= duration) {
+    EndPhase(upload);
   }
-  return milliseconds(0);
-}
-
-void Upload::NextPhase() {
-  switch (phase_) {
-    case Phase::kStart:
-      phase_ = Phase::kOccupySlot;
-      break;
-    case Phase::kOccupySlot:
-      phase_ = Phase::kMount;
-      break;
-    case Phase::kMount:
-      phase_ = Phase::kParse;
-      break;
-    case Phase::kParse:
-      phase_ = trusted_[server_] ? Phase::kPutFile : Phase::kTrust;
-      break;
-    case Phase::kPutFile:
-      phase_ = Phase::kUnmount;
-      break;
-    case Phase::kUnmount:
-      phase_ = Phase::kReleaseSlot;
-      break;
-    case Phase::kReleaseSlot:
-      files_.clear();
-      phase_ = Phase::kOff;
-      break;
-    case Phase::kOff:
-    case Phase::kTrust:
-      break;
-  }
-}
-
-std::size_t Upload::CurrentFile() const {
-  if (phase_ != Phase::kPutFile) {
-    return 0;
-  }
-  return std::min(files_.size(), static_cast<std::size_t>(in_phase_ / kTimePerFile) + 1);
-}
-
-int Upload::Percent() const {
-  return phase_ == Phase::kPutFile ? static_cast<int>(in_phase_ * 100 / Duration()) : 0;
-}
-
-std::chrono::seconds Upload::RemainingTime() const {
-  if (phase_ != Phase::kPutFile) {
-    return std::chrono::seconds(0);
-  }
-  return std::chrono::ceil<std::chrono::seconds>(Duration() - in_phase_);
-}
-
-std::string Upload::Message() const {
-  return phase_ == Phase::kPutFile ? files_[CurrentFile() - 1] : "";
-}
-
-std::array<std::uint8_t, 20> Upload::ServerKey() const {
-  std::array<std::uint8_t, 20> key{};
-  for (std::size_t i = 0; i < key.size(); ++i) {
-    key[i] = static_cast<std::uint8_t>((i + 1) * 37 + server_ * 64);
-  }
-  return key;
-}
-
-std::string Upload::Summary() const {
-  const std::string ftp = " FTP" + std::to_string(server_ + 1);
-  switch (phase_) {
-    case Phase::kOff:
-      return "off";
-    case Phase::kTrust:
-      return "asks whether to trust" + ftp;
-    case Phase::kPutFile:
-      return "of file " + std::to_string(CurrentFile()) + "/" + std::to_string(TotalFiles()) +
-             " to" + ftp;
-    case Phase::kStart:
-    case Phase::kOccupySlot:
-    case Phase::kMount:
-    case Phase::kParse:
-      return "to" + ftp + " begins";
-    case Phase::kUnmount:
-    case Phase::kReleaseSlot:
-      return "to" + ftp + " ends";
-  }
-  return "";
 }
 
 }  // namespace simulator

@@ -38,6 +38,7 @@ private_folders() {
   mount -t tmpfs tmpfs /srv
   mkdir -p /var/tmp/lighttpd /srv/www/htdocs /srv/www/api /srv/www/cgi-bin
   cp build/release/camera_remote.cgi /srv/www/cgi-bin
+  cp build/release/camera_tap /srv
   # Bound, not copied: a change to the page shows with the next reload.
   mount --no-canonicalize --bind ./web /srv/www/htdocs
   mount --no-canonicalize --bind ./api /srv/www/api
@@ -108,7 +109,7 @@ start_camera() {
   shift
   build/release/simulated_camera --session "$session" "$@" &
   camera=$!
-  wait_until test -S /run/quonta_cp.sock || fail "the simulated camera does not start"
+  wait_until test -S /run/simulator/http.sock || fail "the simulated camera does not start"
 }
 
 # start_web_server PORT: fails if the port cannot be used.

@@ -1,0 +1,15 @@
+// The battery empties with time.
+#pragma once
+
+#include "simulator/state.h"
+
+namespace simulator {
+
+/// Whether nothing is left in it: the camera answers, but does not record.
+bool IsEmpty(const Battery& battery);
+
+/// Lets time pass: a minute of time, a percent of capacity or a tenth of a volt is gone each so
+/// often, and the level sinks with it.
+void AdvanceBattery(Battery& battery, Milliseconds elapsed);
+
+}  // namespace simulator

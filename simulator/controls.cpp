@@ -1,0 +1,614 @@
+#include "simulator/controls.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+#include "simulator/exposure.h"
+#include "simulator/lens.h"
+#include "simulator/models.h"
+#include "simulator/network.h"
+#include "simulator/recording.h"
+#include "simulator/values.h"
+
+namespace simulator {
+namespace {
+
+enum Kind : std::uint8_t {
+  kRec = 1,
+  kFullAuto = 2,
+  kIris = 3,
+  kGain = 4,
+  kAeLevel = 5,
+  kShutter = 6,
+  kWhiteBalance = 7,
+  kZoom = 8,
+  kFocus = 9,
+  kUser = 10,
+  kDisplay = 11,
+  kMenu = 12,
+  kStreaming = 13,
+  kTally = 14,
+  kStudioTally = 15,
+  kDetail = 16,
+  kZoomBar = 17,
+  kFocusBar = 18,
+  kIrisBar = 19,
+  kPaintRed = 20,
+  kPaintBlue = 21,
+  kPaintField = 22,
+  kIfb = 24,
+  kMasterBlack = 25,
+  kZoomSeesaw = 26,
+  kIrisSeesaw = 27,
+  kMasterBlackSeesaw = 28,
+  kFocusSeesaw = 29,
+  kSystem = 30,
+};
+
+// --- When a control can be used -----------------------------------------------------------------
+
+bool Always(const State&) { return true; }
+bool Awake(const State& s) { return !s.suspended; }
+bool Shooting(const State& s) { return !s.suspended && s.mode == Mode::kCamera; }
+bool ByHand(const State& s) { return Shooting(s) && !s.full_auto; }
+bool IrisByHand(const State& s) { return ByHand(s) && s.iris.mode == IrisMode::kManual; }
+bool GainByHand(const State& s) {
+  return ByHand(s) && s.gain.mode != GainMode::kAlc && s.gain.mode != GainMode::kLolux;
+}
+bool AeLevelCounts(const State& s) { return Shooting(s) && AeIsOn(s); }
+bool ShutterByHand(const State& s) {
+  return ByHand(s) && s.shutter.mode != ShutterMode::kOff && s.shutter.mode != ShutterMode::kEei;
+}
+bool WhiteCanBeAdjusted(const State& s) {
+  return ByHand(s) && (s.white_balance.mode == WhiteBalanceMode::kA ||
+                       s.white_balance.mode == WhiteBalanceMode::kB);
+}
+bool PaintByHand(const State& s) {
+  return ByHand(s) && s.white_balance.mode != WhiteBalanceMode::kFaw;
+}
+bool FocusByHand(const State& s) { return Shooting(s) && s.focus.mode != FocusMode::kAuto; }
+bool MenuCanOpen(const State& s) { return Awake(s) && !HasOpenClip(s); }
+bool MenuIsUsed(const State& s) { return Awake(s) && (s.display.menu || s.mode != Mode::kCamera); }
+bool LampByWeb(const State& s) { return s.tally.control == TallyControl::kWeb; }
+
+/// What a user switch does is on its label; those that show clips need a card that is free.
+template <std::size_t kSwitch>
+bool SwitchIsUsed(const State& s) {
+  const std::string& label = s.user[kSwitch].label;
+  if (s.suspended || label.empty() || label == "None") {
+    return false;
+  }
+  if (label == "Rec Review" || label == "Clip Review") {
+    return (s.mode == Mode::kCamera || s.mode == Mode::kPlay) && !HasOpenClip(s) &&
+           s.upload.phase == UploadPhase::kOff &&
+           std::any_of(s.slots.begin(), s.slots.end(),
+                       [](const Slot& slot) { return HasCard(slot) && !slot.clips.empty(); });
+  }
+  return s.mode == Mode::kCamera;
+}
+
+// --- What a key does ----------------------------------------------------------------------------
+
+using Action = Result (*)(State&);
+
+/// Sets a member of a member of the state.
+template <auto kPart, auto kMember, auto kValue>
+Result Set(State& s) {
+  s.*kPart.*kMember = kValue;
+  return Result::kSuccess;
+}
+
+/// Switches a member of a member of the state.
+template <auto kPart, auto kMember>
+Result Toggle(State& s) {
+  s.*kPart.*kMember = !(s.*kPart.*kMember);
+  return Result::kSuccess;
+}
+
+template <bool kOn>
+Result SetFullAuto(State& s) {
+  s.full_auto = kOn;
+  return Result::kSuccess;
+}
+
+template <int kThirds>
+Result MoveIris(State& s) {
+  StepIris(s, kThirds);
+  return Result::kSuccess;
+}
+
+Result PushAutoIris(State& s) {
+  s.iris.mode = IrisMode::kAuto;
+  s.iris.stop = CurrentIrisStop(s);
+  s.iris.mode = IrisMode::kManual;
+  return Result::kSuccess;
+}
+
+Result GainByHandAgain(State& s) {
+  if (s.gain.mode == GainMode::kAlc || s.gain.mode == GainMode::kLolux) {
+    s.gain.mode = GainMode::kManualL;
+  }
+  return Result::kSuccess;
+}
+
+template <int kStep>
+Result StepGain(State& s) {
+  int& db = s.gain.db[static_cast<std::size_t>(s.gain.mode)];
+  db = std::clamp(db + kStep, kGainLowest, kGainHighest);
+  return Result::kSuccess;
+}
+
+template <int kStep>
+Result StepAeLevel(State& s) {
+  s.ae.level = std::clamp(s.ae.level + kStep, -kAeLevelEnd, kAeLevelEnd);
+  return Result::kSuccess;
+}
+
+template <int kStep>
+Result StepShutter(State& s) {
+  Shutter& shutter = s.shutter;
+  if (shutter.mode == ShutterMode::kVariable) {
+    constexpr int kFineBelow = 1000;  // tenths of a hertz
+    const int step = shutter.variable_tenth_hz + kStep < kFineBelow ? 1 : 10;
+    shutter.variable_tenth_hz =
+        std::clamp(shutter.variable_tenth_hz + kStep * step, kVariableLowest, kVariableHighest);
+  } else {
+    shutter.step = std::clamp(shutter.step + kStep, 0, static_cast<int>(kShutterSpeeds.size()) - 1);
+  }
+  return Result::kSuccess;
+}
+
+Result WhiteByHandAgain(State& s) {
+  if (s.white_balance.mode == WhiteBalanceMode::kFaw) {
+    s.white_balance.mode = WhiteBalanceMode::kPreset;
+  }
+  return Result::kSuccess;
+}
+
+Result AdjustWhite(State& s) {
+  WhiteBalance& white = s.white_balance;
+  (white.mode == WhiteBalanceMode::kA ? white.a_kelvin : white.b_kelvin) = s.light.kelvin;
+  return Result::kSuccess;
+}
+
+template <auto kColor, int kStep>
+Result StepPaint(State& s) {
+  int& paint = s.white_balance.*kColor;
+  paint = std::clamp(paint + kStep, -kPaintScale, kPaintScale);
+  return Result::kSuccess;
+}
+
+template <int kPositions>
+Result StepZoom(State& s) {
+  ZoomTo(s, s.zoom.position + kPositions);
+  return Result::kSuccess;
+}
+
+template <int kPositions>
+Result MoveFocus(State& s) {
+  StepFocus(s, kPositions);
+  return Result::kSuccess;
+}
+
+Result FocusToInfinity(State& s) {
+  s.focus.position = kFocusInfinity;
+  return Result::kSuccess;
+}
+
+Result PushAuto(State& s) {
+  PushAutoFocus(s);
+  return Result::kSuccess;
+}
+
+template <auto kControl, int kStep, int kEnd>
+Result StepLevel(State& s) {
+  int& level = (s.*kControl).level;
+  level = std::clamp(level + kStep, -kEnd, kEnd);
+  return Result::kSuccess;
+}
+template <int kStep>
+constexpr Action kStepBlack = StepLevel<&State::master_black, kStep, kMasterBlackEnd>;
+template <int kStep>
+constexpr Action kStepDetail = StepLevel<&State::detail, kStep, kDetailEnd>;
+
+template <std::size_t kSwitch>
+Result PressUserSwitch(State& s) {
+  UserSwitch& pressed = s.user[kSwitch];
+  pressed.on = !pressed.on;
+  if (pressed.label == "AE Lock") {
+    s.ae.lock = pressed.on;
+  } else if (pressed.label == "Face Detect") {
+    s.face_detection = pressed.on;
+  } else if (pressed.label == "Rec Review" || pressed.label == "Clip Review") {
+    s.mode = s.mode == Mode::kPlay ? Mode::kCamera : Mode::kPlay;
+    pressed.on = s.mode == Mode::kPlay;
+  }
+  return Result::kSuccess;
+}
+
+Result NextInformation(State& s) {
+  constexpr int kKinds = 3;
+  s.display.information = (s.display.information + 1) % kKinds;
+  return Result::kSuccess;
+}
+
+Result CloseMenu(State& s) {
+  s.display.menu = false;
+  return Result::kSuccess;
+}
+
+/// The menu itself is not played.
+Result MoveInMenu(State&) { return Result::kSuccess; }
+
+template <bool kOn>
+Result TakeLamp(State& s) {
+  s.tally.control = TallyControl::kWeb;
+  s.tally.lamp = kOn;
+  return Result::kSuccess;
+}
+
+template <bool kOn>
+Result SwitchIfb(State& s) {
+  if (!HasIfb(s)) {
+    return Result::kDisableError;
+  }
+  s.ifb.on = kOn;
+  return Result::kSuccess;
+}
+
+Result Resume(State& s) {
+  s.suspended = false;
+  return Result::kSuccess;
+}
+
+// --- The keys -----------------------------------------------------------------------------------
+
+struct Key {
+  std::uint8_t kind;
+  std::uint8_t key;
+  std::string_view name;
+  std::size_t enable_flag;  ///< its offset in the status block; 0: none
+  bool (*is_used)(const State&);
+  Action act;
+};
+
+using I = Iris;
+using G = Gain;
+using Sh = Shutter;
+using W = WhiteBalance;
+using F = Focus;
+using D = Display;
+using T = Tally;
+using S = State;
+
+constexpr Key kKeys[] = {
+    {kRec, 0, "rec start", 0, Always, StartRecording},
+    {kRec, 1, "rec stop", 0, Always, StopRecording},
+    {kFullAuto, 0, "full auto on", 130, Shooting, SetFullAuto<true>},
+    {kFullAuto, 1, "full auto off", 131, Shooting, SetFullAuto<false>},
+    {kIris, 0, "iris manual", 132, ByHand, Set<&S::iris, &I::mode, IrisMode::kManual>},
+    {kIris, 1, "iris auto", 133, ByHand, Set<&S::iris, &I::mode, IrisMode::kAuto>},
+    {kIris, 2, "iris open 1", 134, IrisByHand, MoveIris<-1>},
+    {kIris, 3, "iris open 2", 135, IrisByHand, MoveIris<-3>},
+    {kIris, 4, "iris open 3", 136, IrisByHand, MoveIris<-6>},
+    {kIris, 5, "iris close 1", 137, IrisByHand, MoveIris<1>},
+    {kIris, 6, "iris close 2", 138, IrisByHand, MoveIris<3>},
+    {kIris, 7, "iris close 3", 139, IrisByHand, MoveIris<6>},
+    {kIris, 8, "iris push auto", 140, IrisByHand, PushAutoIris},
+    {kGain, 0, "gain manual", 141, ByHand, GainByHandAgain},
+    {kGain, 1, "gain ALC", 142, ByHand, Set<&S::gain, &G::mode, GainMode::kAlc>},
+    {kGain, 2, "gain L", 143, ByHand, Set<&S::gain, &G::mode, GainMode::kManualL>},
+    {kGain, 3, "gain M", 144, ByHand, Set<&S::gain, &G::mode, GainMode::kManualM>},
+    {kGain, 4, "gain H", 145, ByHand, Set<&S::gain, &G::mode, GainMode::kManualH>},
+    {kGain, 5, "gain low light", 146, ByHand, Set<&S::gain, &G::mode, GainMode::kLolux>},
+    {kGain, 6, "gain up", 120, GainByHand, StepGain<kGainStep>},
+    {kGain, 7, "gain down", 121, GainByHand, StepGain<-kGainStep>},
+    {kAeLevel, 0, "AE level up", 193, AeLevelCounts, StepAeLevel<1>},
+    {kAeLevel, 1, "AE level down", 194, AeLevelCounts, StepAeLevel<-1>},
+    {kShutter, 0, "shutter off", 147, ByHand, Set<&S::shutter, &Sh::mode, ShutterMode::kOff>},
+    {kShutter, 1, "shutter manual", 148, ByHand, Set<&S::shutter, &Sh::mode, ShutterMode::kManual>},
+    {kShutter, 2, "shutter step", 200, ByHand, Set<&S::shutter, &Sh::mode, ShutterMode::kStep>},
+    {kShutter, 3, "shutter variable", 201, ByHand,
+     Set<&S::shutter, &Sh::mode, ShutterMode::kVariable>},
+    {kShutter, 4, "shutter EEI", 149, ByHand, Set<&S::shutter, &Sh::mode, ShutterMode::kEei>},
+    {kShutter, 5, "shutter faster", 151, ShutterByHand, StepShutter<1>},
+    {kShutter, 6, "shutter slower", 150, ShutterByHand, StepShutter<-1>},
+    {kWhiteBalance, 0, "white manual", 152, ByHand, WhiteByHandAgain},
+    {kWhiteBalance, 1, "white FAW", 153, ByHand,
+     Set<&S::white_balance, &W::mode, WhiteBalanceMode::kFaw>},
+    {kWhiteBalance, 2, "white A", 155, ByHand,
+     Set<&S::white_balance, &W::mode, WhiteBalanceMode::kA>},
+    {kWhiteBalance, 3, "white B", 156, ByHand,
+     Set<&S::white_balance, &W::mode, WhiteBalanceMode::kB>},
+    {kWhiteBalance, 4, "white preset", 154, ByHand,
+     Set<&S::white_balance, &W::mode, WhiteBalanceMode::kPreset>},
+    {kWhiteBalance, 5, "white adjust", 157, WhiteCanBeAdjusted, AdjustWhite},
+    {kWhiteBalance, 6, "white paint red up", 192, PaintByHand, StepPaint<&W::paint_red, 1>},
+    {kWhiteBalance, 7, "white paint red down", 192, PaintByHand, StepPaint<&W::paint_red, -1>},
+    {kWhiteBalance, 8, "white paint blue up", 192, PaintByHand, StepPaint<&W::paint_blue, 1>},
+    {kWhiteBalance, 9, "white paint blue down", 192, PaintByHand, StepPaint<&W::paint_blue, -1>},
+    {kZoom, 0, "zoom tele 1", 158, Shooting, StepZoom<10>},
+    {kZoom, 1, "zoom tele 2", 159, Shooting, StepZoom<30>},
+    {kZoom, 2, "zoom tele 3", 160, Shooting, StepZoom<90>},
+    {kZoom, 3, "zoom wide 1", 161, Shooting, StepZoom<-10>},
+    {kZoom, 4, "zoom wide 2", 162, Shooting, StepZoom<-30>},
+    {kZoom, 5, "zoom wide 3", 163, Shooting, StepZoom<-90>},
+    {kFocus, 0, "focus manual", 164, Shooting, Set<&S::focus, &F::mode, FocusMode::kManual>},
+    {kFocus, 1, "focus auto", 165, Shooting, Set<&S::focus, &F::mode, FocusMode::kAuto>},
+    {kFocus, 2, "focus far 1", 166, FocusByHand, MoveFocus<1>},
+    {kFocus, 3, "focus far 2", 167, FocusByHand, MoveFocus<10>},
+    {kFocus, 4, "focus far 3", 168, FocusByHand, MoveFocus<50>},
+    {kFocus, 5, "focus infinity", 172, FocusByHand, FocusToInfinity},
+    {kFocus, 6, "focus near 1", 169, FocusByHand, MoveFocus<-1>},
+    {kFocus, 7, "focus near 2", 170, FocusByHand, MoveFocus<-10>},
+    {kFocus, 8, "focus near 3", 171, FocusByHand, MoveFocus<-50>},
+    {kFocus, 9, "focus push auto", 173, FocusByHand, PushAuto},
+    {kMasterBlack, 0, "master black up 1", 122, Shooting, kStepBlack<1>},
+    {kMasterBlack, 1, "master black up 2", 123, Shooting, kStepBlack<3>},
+    {kMasterBlack, 2, "master black up 3", 124, Shooting, kStepBlack<10>},
+    {kMasterBlack, 3, "master black down 1", 125, Shooting, kStepBlack<-1>},
+    {kMasterBlack, 4, "master black down 2", 126, Shooting, kStepBlack<-3>},
+    {kMasterBlack, 5, "master black down 3", 127, Shooting, kStepBlack<-10>},
+    {kDetail, 0, "detail up", 220, Shooting, kStepDetail<1>},
+    {kDetail, 1, "detail down", 221, Shooting, kStepDetail<-1>},
+    {kUser, 0, "user switch 1", 174, SwitchIsUsed<0>, PressUserSwitch<0>},
+    {kUser, 1, "user switch 2", 175, SwitchIsUsed<1>, PressUserSwitch<1>},
+    {kUser, 2, "user switch 3", 176, SwitchIsUsed<2>, PressUserSwitch<2>},
+    {kUser, 3, "user switch 4", 177, SwitchIsUsed<3>, PressUserSwitch<3>},
+    {kUser, 4, "user switch 5", 178, SwitchIsUsed<4>, PressUserSwitch<4>},
+    {kUser, 5, "user switch 6", 179, SwitchIsUsed<5>, PressUserSwitch<5>},
+    {kUser, 6, "user switch 7", 180, SwitchIsUsed<6>, PressUserSwitch<6>},
+    {kUser, 7, "user switch 8", 195, SwitchIsUsed<7>, PressUserSwitch<7>},
+    {kUser, 8, "user switch 9", 196, SwitchIsUsed<8>, PressUserSwitch<8>},
+    {kUser, 9, "user switch 10", 197, SwitchIsUsed<9>, PressUserSwitch<9>},
+    {kUser, 10, "user switch 11", 198, SwitchIsUsed<10>, PressUserSwitch<10>},
+    {kUser, 11, "lens return", 199, SwitchIsUsed<11>, PressUserSwitch<11>},
+    {kDisplay, 0, "display on", 181, Awake, Set<&S::display, &D::on, true>},
+    {kDisplay, 1, "display off", 182, Awake, Set<&S::display, &D::on, false>},
+    {kDisplay, 2, "character mix SDI", 202, Awake, Toggle<&S::display, &D::mix_sdi>},
+    {kDisplay, 3, "character mix HDMI", 203, Awake, Toggle<&S::display, &D::mix_hdmi>},
+    {kDisplay, 4, "character mix video", 204, Awake, Toggle<&S::display, &D::mix_video>},
+    {kDisplay, 5, "display information", 183, Awake, NextInformation},
+    {kDisplay, 6, "status screen", 184, Awake, Toggle<&S::display, &D::status_screen>},
+    {kMenu, 0, "menu", 185, MenuCanOpen, Toggle<&S::display, &D::menu>},
+    {kMenu, 1, "menu cancel", 187, MenuIsUsed, CloseMenu},
+    {kMenu, 2, "menu set", 186, MenuIsUsed, MoveInMenu},
+    {kMenu, 3, "menu up", 188, MenuIsUsed, MoveInMenu},
+    {kMenu, 4, "menu down", 190, MenuIsUsed, MoveInMenu},
+    {kMenu, 5, "menu left", 189, MenuIsUsed, MoveInMenu},
+    {kMenu, 6, "menu right", 191, MenuIsUsed, MoveInMenu},
+    {kStreaming, 0, "streaming start", 0, Always, StartStreaming},
+    {kStreaming, 1, "streaming stop", 0, Always, StopStreaming},
+    {kTally, 0, "tally by the camera", 0, Always,
+     Set<&S::tally, &T::control, TallyControl::kCamera>},
+    {kTally, 1, "tally by the web", 0, Always, Set<&S::tally, &T::control, TallyControl::kWeb>},
+    {kTally, 2, "tally on", 0, LampByWeb, Set<&S::tally, &T::lamp, true>},
+    {kTally, 3, "tally off", 0, LampByWeb, Set<&S::tally, &T::lamp, false>},
+    {kTally, 4, "tally on, by the web", 0, Always, TakeLamp<true>},
+    {kTally, 5, "tally off, by the web", 0, Always, TakeLamp<false>},
+    {kStudioTally, 0, "studio tally off", 0, Always, Set<&S::tally, &T::studio, StudioTally::kOff>},
+    {kStudioTally, 1, "studio tally program", 0, Always,
+     Set<&S::tally, &T::studio, StudioTally::kProgram>},
+    {kStudioTally, 2, "studio tally preview", 0, Always,
+     Set<&S::tally, &T::studio, StudioTally::kPreview>},
+    {kIfb, 0, "return audio start", 0, Always, SwitchIfb<true>},
+    {kIfb, 1, "return audio stop", 0, Always, SwitchIfb<false>},
+    {kSystem, 0, "resume", 0, Always, Resume},
+};
+
+const Key* FindKey(std::uint8_t kind, std::uint8_t key) {
+  const auto* const row = std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& k) {
+    return k.kind == kind && k.key == key;
+  });
+  return row != std::end(kKeys) ? row : nullptr;
+}
+
+/// Flags without a key of their own: one for each group, and those of the zoom.
+struct GroupFlag {
+  std::size_t offset;
+  bool (*is_used)(const State&);
+};
+
+constexpr GroupFlag kGroupFlags[] = {
+    {205, Shooting},       // full auto
+    {206, ByHand},         // iris
+    {207, ByHand},         // gain
+    {208, ByHand},         // shutter
+    {209, ByHand},         // white balance
+    {210, Shooting},       // zoom
+    {211, Shooting},       // focus
+    {212, AeLevelCounts},  // AE level
+    {213, Shooting},       // zoom: tele, wide, presets, clearing them
+    {214, Shooting},      {215, Shooting}, {216, Shooting},
+};
+
+/// The zoom's presets can be used once they are set.
+struct PresetFlag {
+  std::size_t offset;
+  const char* setting;
+};
+
+constexpr PresetFlag kPresetFlags[] = {{217, "preset_a"}, {218, "preset_b"}, {219, "preset_c"}};
+
+// --- Sliders, the field, switches ---------------------------------------------------------------
+
+struct Slider {
+  std::uint8_t kind;
+  std::string_view name;
+  bool (*is_used)(const State&);
+  void (*move)(State&, int position);
+};
+
+void SetPaintRed(State& s, int position) {
+  s.white_balance.paint_red = std::clamp(position, -kPaintScale, kPaintScale);
+}
+
+void SetPaintBlue(State& s, int position) {
+  s.white_balance.paint_blue = std::clamp(position, -kPaintScale, kPaintScale);
+}
+
+void SetFocus(State& s, int position) {
+  s.focus.position = std::clamp(position, 0, kFocusInfinity);
+}
+
+/// The bar runs from 0, open, to 999, closed.
+void SetIris(State& s, int position) {
+  constexpr int kBarEnd = 999;
+  constexpr int kStops = static_cast<int>(kIrisStops.size());
+  s.iris.stop = std::clamp(position, 0, kBarEnd) * (kStops - 1) / kBarEnd;
+}
+
+constexpr Slider kSliders[] = {
+    {kZoomBar, "zoom bar", Shooting, ZoomTo},
+    {kFocusBar, "focus bar", FocusByHand, SetFocus},
+    {kIrisBar, "iris bar", IrisByHand, SetIris},
+    {kPaintRed, "white paint red", PaintByHand, SetPaintRed},
+    {kPaintBlue, "white paint blue", PaintByHand, SetPaintBlue},
+};
+
+struct Seesaw {
+  std::uint8_t kind;
+  std::string_view name;
+  std::string_view first;   ///< what direction 1 is called
+  std::string_view second;  ///< what direction 2 is called
+  Direction first_direction;
+  bool (*is_used)(const State&);
+  void (*run)(State&, Direction direction, int speed);
+};
+
+constexpr Seesaw kSeesaws[] = {
+    {kZoomSeesaw, "zoom", "wide", "tele", Direction::kDown, Shooting, RunZoom},
+    {kIrisSeesaw, "iris", "open", "close", Direction::kDown, IrisByHand, RunIris},
+    {kMasterBlackSeesaw, "master black", "up", "down", Direction::kUp, Shooting, RunMasterBlack},
+    {kFocusSeesaw, "focus", "far", "near", Direction::kUp, FocusByHand, RunFocus},
+};
+
+template <typename Row, std::size_t count>
+const Row* FindKind(const Row (&rows)[count], std::uint8_t kind) {
+  const auto* const row = std::find_if(std::begin(rows), std::end(rows),
+                                       [kind](const Row& r) { return r.kind == kind; });
+  return row != std::end(rows) ? row : nullptr;
+}
+
+Reply Operate(State& state, const Seesaw& seesaw, std::uint8_t direction, int speed) {
+  if (!seesaw.is_used(state)) {
+    return ResultOnly(Result::kDisableError);
+  }
+  const Direction second_direction =
+      seesaw.first_direction == Direction::kUp ? Direction::kDown : Direction::kUp;
+  seesaw.run(state,
+             direction == 1   ? seesaw.first_direction
+             : direction == 2 ? second_direction
+                              : Direction::kStopped,
+             speed);
+  return ResultOnly(Result::kSuccess);
+}
+
+std::string Describe(const Seesaw& seesaw, std::uint8_t direction, int speed) {
+  const std::string name = std::string(seesaw.name) + " seesaw ";
+  if (direction != 1 && direction != 2) {
+    return name + "stop";
+  }
+  return name + std::string(direction == 1 ? seesaw.first : seesaw.second) + ", speed " +
+         std::to_string(speed);
+}
+
+int Position(const Bytes& payload) {
+  return static_cast<std::int16_t>(payload[1] << 8 | payload[2]);
+}
+
+std::string Unknown(const char* what, const Bytes& payload) {
+  return std::string(what) + " of unknown kind " + std::to_string(payload[0]);
+}
+
+}  // namespace
+
+Reply PressKey(Camera& camera, const Bytes& payload) {
+  const Key* const key = FindKey(payload[0], payload[1]);
+  if (key == nullptr) {
+    return ResultOnly(Result::kRequestedError);
+  }
+  if (!key->is_used(camera.state())) {
+    return ResultOnly(Result::kDisableError);
+  }
+  return ResultOnly(key->act(camera.state()));
+}
+
+Reply MoveSlider(Camera& camera, const Bytes& payload) {
+  const Slider* const slider = FindKind(kSliders, payload[0]);
+  if (slider == nullptr) {
+    return ResultOnly(Result::kRequestedError);
+  }
+  if (!slider->is_used(camera.state())) {
+    return ResultOnly(Result::kDisableError);
+  }
+  slider->move(camera.state(), Position(payload));
+  return ResultOnly(Result::kSuccess);
+}
+
+Reply MoveField(Camera& camera, const Bytes& payload) {
+  if (payload[0] != kPaintField) {
+    return ResultOnly(Result::kRequestedError);
+  }
+  if (!PaintByHand(camera.state())) {
+    return ResultOnly(Result::kDisableError);
+  }
+  SetPaintRed(camera.state(), payload[1] - kPaintScale);
+  SetPaintBlue(camera.state(), payload[2] - kPaintScale);
+  return ResultOnly(Result::kSuccess);
+}
+
+Reply OperateZoomSwitch(Camera& camera, const Bytes& payload) {
+  return Operate(camera.state(), *FindKind(kSeesaws, kZoomSeesaw), payload[0], payload[1]);
+}
+
+Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload) {
+  const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
+  return seesaw != nullptr ? Operate(camera.state(), *seesaw, payload[1], payload[2])
+                           : ResultOnly(Result::kRequestedError);
+}
+
+std::string DescribeKey(const Bytes& payload) {
+  const Key* const key = FindKey(payload[0], payload[1]);
+  return key != nullptr ? std::string(key->name)
+                        : Unknown("key", payload) + ", code " + std::to_string(payload[1]);
+}
+
+std::string DescribeSlider(const Bytes& payload) {
+  const Slider* const slider = FindKind(kSliders, payload[0]);
+  return (slider != nullptr ? std::string(slider->name) : Unknown("slider", payload)) + " to " +
+         std::to_string(Position(payload));
+}
+
+std::string DescribeField(const Bytes& payload) {
+  return (payload[0] == kPaintField ? "white paint field" : Unknown("field", payload)) + " to " +
+         std::to_string(payload[1]) + ", " + std::to_string(payload[2]);
+}
+
+std::string DescribeZoomSwitch(const Bytes& payload) {
+  return Describe(*FindKind(kSeesaws, kZoomSeesaw), payload[0], payload[1]);
+}
+
+std::string DescribeSeesaw(const Bytes& payload) {
+  const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
+  return seesaw != nullptr ? Describe(*seesaw, payload[1], payload[2]) : Unknown("seesaw", payload);
+}
+
+std::vector<EnableFlag> EnableFlags(const State& state, const SettingsFiles& settings) {
+  std::vector<EnableFlag> flags;
+  for (const Key& key : kKeys) {
+    if (key.enable_flag != 0) {
+      flags.push_back({key.enable_flag, key.is_used(state)});
+    }
+  }
+  for (const GroupFlag& group : kGroupFlags) {
+    flags.push_back({group.offset, group.is_used(state)});
+  }
+  for (const PresetFlag& preset : kPresetFlags) {
+    flags.push_back({preset.offset, Shooting(state) && settings.PresetIsSet(preset.setting)});
+  }
+  return flags;
+}
+
+}  // namespace simulator

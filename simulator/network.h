@@ -1,0 +1,29 @@
+// The network adaptor, and what depends on it: NTP, streaming, return audio.
+#pragma once
+
+#include "simulator/result.h"
+#include "simulator/state.h"
+
+namespace simulator {
+
+bool IsOnline(const State& state);
+
+/// Return audio plays: it is on, and its server can be reached.
+bool IfbIsActive(const State& state);
+
+/// Disabled for a camera that cannot stream.
+Result StartStreaming(State& state);
+Result StopStreaming(State& state);
+
+/// The streaming settings have changed: a stream is set up anew.
+void RestartStreaming(State& state);
+
+/// The NTP settings have changed: the camera looks for its server anew.
+void RestartNtp(State& state);
+
+/// Lets time pass.
+/// @param time_code_follows_ntp  whether the time code is set to the time of day when NTP has found
+///                               its server
+void AdvanceNetwork(State& state, bool time_code_follows_ntp, Milliseconds elapsed);
+
+}  // namespace simulator

@@ -1,0 +1,30 @@
+// The requests that are on their way through the handler, and what each of them causes.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "simulator/faults.h"
+#include "simulator/journal.h"
+#include "simulator/tap_server.h"
+
+namespace simulator {
+
+/// A request whose handler runs.
+struct RunningRequest {
+  Request request;
+  std::string command;        ///< empty: none can be made out
+  std::vector<Fault> faults;  ///< that it meets
+  std::vector<MessageRecord> messages;
+  std::vector<std::string> log;
+};
+
+/// The command that a body names; empty if none can be made out.
+std::string CommandIn(const std::string& body);
+
+/// What a request has come to.
+/// @param session  the id of the session there is; empty: nobody is logged in
+Entry MakeEntry(const RunningRequest& request, const Outcome& outcome, const std::string& session);
+
+}  // namespace simulator
