@@ -85,7 +85,7 @@ Json PatchState(SimulatedCamera& simulated, const httplib::Request& request) {
 }
 
 Json GetScenes(SimulatedCamera& simulated, const httplib::Request&) {
-  return {{"scenes", simulated.SceneNames()}};
+  return simulated.SceneNames();
 }
 
 Json Reset(SimulatedCamera& simulated, const httplib::Request& request) {
@@ -111,7 +111,7 @@ Json GetFaults(SimulatedCamera& simulated, const httplib::Request&) {
   for (const Fault& fault : simulated.faults().all()) {
     list.push_back(ToJson(fault));
   }
-  return {{"faults", list}};
+  return list;
 }
 
 Json AddFault(SimulatedCamera& simulated, const httplib::Request& request) {

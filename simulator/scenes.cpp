@@ -63,12 +63,7 @@ SettingsFiles WithFormat(const SettingsFiles& settings, int format) {
   if (settings.RecordingFormat() == format) {
     return settings;
   }
-  const Json defaults = {{"resolution", "0"},   {"quality", "0"},         {"server", "0"},
-                         {"rfresolution", "0"}, {"cldstrmusername", "0"}, {"cldstrmpassword", "0"},
-                         {"serverurl", "0"}};
-  Json file = settings.ToJson().value("streaming", defaults);
-  file["rfresolution"] = std::to_string(format);
-  return settings.Patched({{"streaming", file}});
+  return settings.Patched({{"streaming", {{"rfresolution", std::to_string(format)}}}});
 }
 
 bool Names(const Json& patch, const char* part, const char* member) {

@@ -17,48 +17,67 @@ namespace fs = std::filesystem;
 constexpr char kFolder[] = "/var/tmp/lighttpd";
 constexpr std::string_view kServerFile = "streaming_server";
 
+/// A key and what it holds in a file that is new.
+struct KeyRow {
+  std::string_view key;
+  std::string_view standard;
+};
+
 struct FileKeys {
   std::string_view file;
-  std::vector<std::string_view> keys;  ///< in the file's order
+  std::vector<KeyRow> keys;  ///< in the file's order
 };
 
 /// Every settings file; the streaming servers' names have a number at the end.
 const std::vector<FileKeys>& AllKeys() {
   static const std::vector<FileKeys> all = {
-      {"ntp", {"address", "tc_sync"}},
+      {"ntp", {{"address", "192.168.0.100"}, {"tc_sync", "1"}}},
       {"ifb",
-       {"ifb_function", "ifb_address", "ifb_port", "ifb_mountpoint", "ifb_type", "ifb_codec",
-        "ifb_channel", "ifb_sample_rate", "ifb_username", "ifb_password"}},
-      {"web_zoom_preset", {"preset_a", "preset_b", "preset_c"}},
+       {{"ifb_function", "0"},
+        {"ifb_address", "192.168.0.100"},
+        {"ifb_port", "5000"},
+        {"ifb_mountpoint", "DB90TX"},
+        {"ifb_type", "0"},
+        {"ifb_codec", "0"},
+        {"ifb_channel", "1"},
+        {"ifb_sample_rate", "48000"},
+        {"ifb_username", ""},
+        {"ifb_password", ""}}},
+      {"web_zoom_preset", {{"preset_a", "65535"}, {"preset_b", "65535"}, {"preset_c", "65535"}}},
       {"streaming",
-       {"resolution", "quality", "server", "rfresolution", "cldstrmusername", "cldstrmpassword",
-        "serverurl"}},
+       {{"resolution", "0"},
+        {"quality", "0"},
+        {"server", "0"},
+        {"rfresolution", "0"},
+        {"cldstrmusername", "0"},
+        {"cldstrmpassword", "0"},
+        {"serverurl", "0"}}},
       {kServerFile,
-       {"str_alias",
-        "type",
-        "udp_dst_address",
-        "udp_dst_port",
-        "udp_pcr_jitter",
-        "tcp_dst_address",
-        "tcp_dst_port",
-        "zixi_dst_address",
-        "zixi_dst_port",
-        "zixi_stream_id",
-        "zixi_username",
-        "zixi_password",
-        "zixi_latency",
-        "zixi_adaptive_bitrate",
-        "rtsp_dst_port",
-        "rtsp_stream_id",
-        "rtsp_username",
-        "rtsp_password",
-        "rtmp_destination_url",
-        "rtmp_stream_key",
-        "rtp_dst_address",
-        "rtp_dst_port",
-        "rtp_smpte2022_fec",
-        "rtp_fec_matrix_l",
-        "rtp_fec_matrix_d"}},
+       {{"str_alias", "0"},
+        {"type", "0"},
+        {"udp_dst_address", "0.0.0.0"},
+        {"udp_dst_port", "0"},
+        {"udp_pcr_jitter", "0"},
+        {"tcp_dst_address", "0.0.0.0"},
+        {"tcp_dst_port", "0"},
+        {"zixi_dst_address", "0"},
+        {"zixi_dst_port", "0"},
+        {"zixi_stream_id", "0"},
+        {"zixi_username", "0"},
+        {"zixi_password", "0"},
+        {"zixi_latency", "0"},
+        {"zixi_adaptive_bitrate", "0"},
+        {"rtsp_dst_port", "0"},
+        {"rtsp_stream_id", "0"},
+        {"rtsp_username", "0"},
+        {"rtsp_password", "0"},
+        {"rtmp_destination_url", "0"},
+        {"rtmp_stream_key", "0"},
+        {"rtp_dst_address", "0"},
+        {"rtp_dst_port", "0"},
+        {"rtp_smpte2022_fec", "0"},
+        {"rtp_fec_matrix_l", "0"},
+        {"rtp_fec_matrix_d", "0"}}},
   };
   return all;
 }
@@ -83,6 +102,14 @@ std::map<std::string, std::string> ReadSettings(const fs::path& path) {
   for (std::string line; std::getline(file, line);) {
     const std::size_t tab = std::min(line.find('\t'), line.size());
     settings[line.substr(0, tab)] = tab < line.size() ? line.substr(tab + 1) : "";
+  }
+  return settings;
+}
+
+std::map<std::string, std::string> StandardSettings(const FileKeys& file) {
+  std::map<std::string, std::string> settings;
+  for (const KeyRow& row : file.keys) {
+    settings.emplace(row.key, row.standard);
   }
   return settings;
 }
@@ -175,8 +202,8 @@ Json SettingsFiles::ToJson() const {
   Json all = Json::object();
   for (const auto& [file, settings] : files_) {
     Json members = Json::object();
-    for (const std::string_view key : KeysOf(file)->keys) {
-      const auto value = settings.find(std::string(key));
+    for (const KeyRow& row : KeysOf(file)->keys) {
+      const auto value = settings.find(std::string(row.key));
       if (value != settings.end()) {
         members[value->first] = value->second;
       }
@@ -203,9 +230,13 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
     if (!members.is_object()) {
       Reject(file, "must be an object, or null to remove the file");
     }
+    if (patched.files_.count(file) == 0) {
+      patched.files_[file] = StandardSettings(*known);
+    }
     Settings& settings = patched.files_[file];
     for (const auto& [key, value] : members.items()) {
-      if (std::find(known->keys.begin(), known->keys.end(), key) == known->keys.end()) {
+      if (std::none_of(known->keys.begin(), known->keys.end(),
+                       [name = key](const KeyRow& row) { return row.key == name; })) {
         Reject(file + "." + key, "no such key");
       }
       if (value.is_null()) {
@@ -232,10 +263,10 @@ void SettingsFiles::Write() const {
       continue;
     }
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    for (const std::string_view key : KeysOf(name)->keys) {
-      const auto value = settings.find(std::string(key));
+    for (const KeyRow& row : KeysOf(name)->keys) {
+      const auto value = settings.find(std::string(row.key));
       if (value != settings.end()) {
-        file << key << '\t' << value->second << '\n';
+        file << row.key << '\t' << value->second << '\n';
       }
     }
     if (!file.flush()) {

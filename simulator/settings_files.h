@@ -32,7 +32,8 @@ class SettingsFiles {
 
   /// Every file that exists, with its keys and values.
   [[nodiscard]] Json ToJson() const;
-  /// What the files will hold after a JSON merge patch; null removes a file.
+  /// What the files will hold after a JSON merge patch. A new file has standard values where the
+  /// patch names none; null removes a file or a key.
   /// @throws Rejected for a file or key that does not exist, or a value that it cannot hold
   [[nodiscard]] SettingsFiles Patched(const Json& patch) const;
   /// Makes the files on the disk as they are here; others are removed.
