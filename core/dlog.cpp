@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "core/line_reader.h"
-#include "core/os.h"
+#include "core/system_log.h"
 #include "core/text.h"
 
 std::int32_t g_log_level_limit = 3;

@@ -17,22 +17,12 @@
 #include <cstring>
 #include <ctime>
 
-#include "core/log_stamp.h"
 #include "core/text.h"
+#include "core/uninterrupted.h"
 
 namespace os {
 
 namespace {
-
-/// Repeats a system call that a signal interrupted.
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) {
-    result = call();
-  }
-  return result;
-}
 
 bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   const char* next = static_cast<const char*>(bytes);
@@ -129,56 +119,6 @@ constexpr int kWithoutWaiting = O_NONBLOCK | O_CLOEXEC;
 
 /// How long this process will still wait for another one that has the lock.
 std::int64_t lock_patience_ms = 1000;
-
-int log_socket = -1;
-/// How long this process will still wait for a log daemon that does not keep up.
-std::int64_t log_patience_ms = 1000;
-
-/// A log daemon that was started anew has a new socket, so this is done again when sending fails.
-void ConnectToLog() {
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
-  CopyText(address.sun_path, "/dev/log");
-  if (log_socket >= 0) {
-    close(log_socket);
-  }
-  log_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (log_socket >= 0) {
-    Uninterrupted([&] {
-      return connect(log_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    });
-  }
-}
-
-/// @return whether another attempt is worth it, the log daemon's queue having been full
-bool AwaitLog() {
-  if (log_patience_ms <= 0) {
-    return false;
-  }
-  const std::int64_t start = MonotonicMilliseconds();
-  pollfd log = {log_socket, POLLOUT, 0};
-  const int result = poll(&log, 1, static_cast<int>(log_patience_ms));
-  // Every wait counts: there may be room each time, and others that take it.
-  log_patience_ms -= MonotonicMilliseconds() - start + 1;
-  return result != 0;
-}
-
-/// @return false when there is no log daemon at the other end; a message that the daemon does not
-///         take in time is lost, which is no reason to look for another daemon
-bool SendToLog(const msghdr& message) {
-  while (log_socket >= 0) {
-    if (sendmsg(log_socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) >= 0) {
-      return true;
-    }
-    if (errno != EAGAIN) {
-      return false;
-    }
-    if (!AwaitLog()) {
-      return true;
-    }
-  }
-  return false;
-}
 
 }  // namespace
 
@@ -357,24 +297,6 @@ void PrepareDescriptors() {
   } while (number >= 0 && number <= STDERR_FILENO);
   if (number >= 0) {
     close(number);
-  }
-}
-
-void SystemLog(int priority, const char* text) {
-  constexpr int kUserFacility = 1 << 3;
-  char stamp[kLogStampSize];
-  WriteLogStamp(Now(), stamp);
-  const DecimalText number(kUserFacility | priority);
-  // Piece by piece: the last message of a process that has run out of memory needs none.
-  iovec pieces[] = {Piece("<"),   Piece(number.View()), Piece(">"),
-                    Piece(stamp), Piece(" "),           Piece(program_invocation_short_name),
-                    Piece(": "),  Piece(text)};
-  msghdr message = {};
-  message.msg_iov = pieces;
-  message.msg_iovlen = sizeof pieces / sizeof *pieces;
-  if (!SendToLog(message)) {
-    ConnectToLog();
-    SendToLog(message);
   }
 }
 

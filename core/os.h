@@ -1,7 +1,7 @@
-// Everything the handler asks of the operating system, in one place: descriptors, files, standard
-// streams, daemon sockets, the system log, the clock. Each function is a complete loop with its
-// contract; nothing else in the product makes system calls of its own (the platform library
-// aside), so a test can put another implementation of this file in its place.
+// Everything the handler asks of the operating system, except the system log (core/system_log.h):
+// descriptors, files, standard streams, daemon sockets, the clock. Each function is a complete loop
+// with its contract. Only these two files and the platform library make system calls, so a test can
+// replace them.
 #pragma once
 
 #include <sys/un.h>
@@ -128,13 +128,6 @@ std::int64_t MonotonicMilliseconds();
 /// longest file allowed, fail instead of ending the process, and fills standard streams that the
 /// caller left closed, lest a socket or a file get their numbers and then the reply.
 void PrepareDescriptors();
-
-/// Hands one message to the system log, exactly as it stands, whatever its length. The C library
-/// could do it, too, but its way there reads the time zone and leads through most of its text and
-/// number scanning. Without a log daemon the message is lost; one that has stopped reading holds a
-/// process up for one second in all, for the camera goes on without it. It is stamped in UTC.
-/// @param priority  3 error, 6 informational, 7 debug (the facility is the log's default)
-void SystemLog(int priority, const char* text);
 
 [[noreturn]] void Exit(int status);
 

@@ -20,7 +20,6 @@
 
 #include "harness/files.h"
 #include "harness/refusal.h"
-#include "harness/system_log.h"
 
 namespace {
 
@@ -216,16 +215,6 @@ TEST(CreateStreamSocket, FailsWithoutAFreeDescriptor) {
 TEST(PrepareDescriptors, DoesWithoutAFreeDescriptor) {
   const NoFreeDescriptor none;
   os::PrepareDescriptors();
-}
-
-TEST(SystemLog, LosesAMessageWithoutAFreeDescriptorAndNotTheNextOne) {
-  {
-    const NoFreeDescriptor none;
-    os::SystemLog(3, "lost");
-  }
-  harness::SystemLog log;
-  os::SystemLog(3, "kept");
-  EXPECT_THAT(log.Lines(), harness::Logged(harness::Error("kept")));
 }
 
 }  // namespace

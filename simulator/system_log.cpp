@@ -3,7 +3,6 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -15,19 +14,16 @@ namespace {
 
 constexpr sockaddr_un kAddress = {AF_UNIX, "/dev/log"};
 
-/// "<11>Jan  2 03:04:05 name: text" without the leading number, whose low three bits are the
-/// priority, and the fifteen characters and blank of the time, but with the priority as a word.
+/// "<11>name: text" as "err name: text": the low three bits of the number are the priority.
 std::string ReadableEntry(const std::string& entry) {
   constexpr std::array kPriorities = {"emerg",   "alert",  "crit", "err",
                                       "warning", "notice", "info", "debug"};
-  constexpr std::size_t kTimeLength = 16;
   const std::size_t end = entry.find('>');
   if (entry.empty() || entry[0] != '<' || end == std::string::npos) {
     return entry;
   }
   const std::size_t priority = std::strtoul(entry.c_str() + 1, nullptr, 10) % kPriorities.size();
-  const std::size_t text = std::min(entry.size(), end + 1 + kTimeLength);
-  return std::string(kPriorities[priority]) + " " + entry.substr(text);
+  return std::string(kPriorities[priority]) + " " + entry.substr(end + 1);
 }
 
 }  // namespace

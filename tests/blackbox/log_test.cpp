@@ -1,12 +1,23 @@
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <future>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "harness/camera_test.h"
+#include "harness/unix_socket.h"
 
 // Which diagnostics reach the system log, with which priority, and what a line may contain.
 
@@ -168,6 +179,103 @@ TEST_F(LogTest, PercentSignsAreDoubledAfterTruncation) {
   EXPECT_THAT(log_.Lines(), Logged(Error("command error = " + std::string(4999 - 16, '%'))));
 }
 
+// What a log daemon receives, byte by byte: no time stamp, for the daemon adds its local time.
+
+TEST(LogMessageTest, IsADatagramWithFacilityPriorityAndName) {
+  const int log = BoundSocket("/dev/log", SOCK_DGRAM);
+  WriteSession(kSession);
+  RunHandler(Request(Body("NoSuchCommand")));
+  std::string datagram(100, '\0');
+  const ssize_t length = recv(log, datagram.data(), datagram.size(), MSG_DONTWAIT);
+  ASSERT_GT(length, 0);
+  datagram.resize(static_cast<std::size_t>(length));
+  EXPECT_EQ(datagram, "<11>camera_remote.cgi: command error = NoSuchCommand");
+  EXPECT_EQ(recv(log, datagram.data(), datagram.size(), MSG_DONTWAIT), -1) << datagram;
+  close(log);
+}
+
+TEST(LogMessageTest, EndsWithANulOverAStream) {
+  FakeDaemon log("/dev/log");
+  WriteSession(kSession);
+  const std::string body = Body("SessionRenewal", "\"Update\":1");
+  RunHandler(Request(body));
+  const std::string nul(1, '\0');
+  EXPECT_THAT(
+      log.Received(),
+      testing::ElementsAre("<11>camera_remote.cgi: rcv post_data = " + body + nul +
+                           "<14>camera_remote.cgi: ##### SessionRenewal Parse() params="
+                           "{\"Update\":1}}}" +
+                           nul +
+                           "<11>camera_remote.cgi: send res_str = {\"Response\":{\"Requested\":"
+                           "\"SessionRenewal\",\"Result\":\"Success\"}}" +
+                           nul));
+}
+
+/// The log daemon of busybox in a time zone nine hours ahead of UTC.
+class BusyboxLog {
+ public:
+  BusyboxLog() : pid_(fork()) {
+    if (pid_ == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      setenv("TZ", "LOCAL-9", 1);
+      execlp("busybox", "busybox", "syslogd", "-n", "-O", kFile, nullptr);
+      _exit(127);
+    }
+    // Its own first line says that it is ready.
+    Await("syslogd started");
+  }
+  ~BusyboxLog() {
+    kill(pid_, SIGTERM);
+    waitpid(pid_, nullptr, 0);
+    std::filesystem::remove("/dev/log");
+  }
+  BusyboxLog(const BusyboxLog&) = delete;
+  BusyboxLog& operator=(const BusyboxLog&) = delete;
+
+  /// The first line with this text, once it is there; empty when it does not come.
+  static std::string Await(const std::string& text) {
+    for (int attempt = 0; attempt < 1000; ++attempt) {
+      std::istringstream lines(Exists(kFile) ? ReadFile(kFile) : "");
+      for (std::string line; std::getline(lines, line);) {
+        if (line.find(text) != std::string::npos && !lines.eof()) {
+          return line;
+        }
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return "";
+  }
+
+  /// Its local time as it stands in front of a line.
+  static std::string Stamp(std::time_t time) {
+    const std::time_t local = time + 9 * 3600;
+    char stamp[16];
+    std::strftime(stamp, sizeof stamp, "%b %e %H:%M:%S", std::gmtime(&local));
+    return stamp;
+  }
+
+ private:
+  static constexpr char kFile[] = "/var/tmp/messages";
+  pid_t pid_;
+};
+
+TEST(LogDaemonTest, BusyboxShowsItsLocalTime) {
+  const BusyboxLog log;
+  WriteSession(kSession);
+  const std::time_t before = std::time(nullptr);
+  RunHandler(Request(Body("NoSuchCommand")));
+  const std::string line = BusyboxLog::Await("NoSuchCommand");
+  const std::time_t after = std::time(nullptr);
+  const std::string end = " user.err camera_remote.cgi: command error = NoSuchCommand";
+  ASSERT_GT(line.size(), 16 + end.size()) << line;
+  EXPECT_EQ(line.substr(line.size() - end.size()), end);
+  std::vector<std::string> stamps;
+  for (std::time_t time = before; time <= after; ++time) {
+    stamps.push_back(BusyboxLog::Stamp(time));
+  }
+  EXPECT_THAT(stamps, testing::Contains(line.substr(0, 15)));
+}
+
 /// What the system log does not do for a request.
 class LogFaultTest : public testing::Test {
  protected:
@@ -200,12 +308,6 @@ TEST_F(LogFaultTest, RequestsWorkWithoutASystemLog) {
   }
 }
 
-TEST_F(LogFaultTest, ALogOfAnotherSocketTypeCountsAsNone) {
-  FakeDaemon stream(kLog);
-  EXPECT_THAT(Renew(), Replied(renewed_));
-  EXPECT_THAT(stream.Received(), testing::IsEmpty());
-}
-
 constexpr double kPatience = 1;  // seconds
 
 // However much is logged: the camera goes on without its log.
@@ -217,6 +319,15 @@ TEST_F(LogFaultTest, AStalledLogHoldsARequestUpOnlyOnce) {
   EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
   EXPECT_LT(renewal.elapsed.count(), kPatience + TimeMargin());
   EXPECT_THAT(log.Read(0), Logged());
+}
+
+TEST_F(LogFaultTest, AStalledLogHoldsARequestThatLogsManyLinesUpOnlyOnce) {
+  const FakeDaemon daemon(Answer(ReplyMessage(Bytes({0}))));
+  const StalledLog log;
+  WriteFile(kLogLevelFile, "cmd=7\n");
+  const Outcome selection = RunHandler(Request(Body("SetWebFtp1UploadASelect", "\"block0\":1")));
+  EXPECT_THAT(selection, Replied(ResultJson("SetWebFtp1UploadASelect")));
+  EXPECT_LT(selection.elapsed.count(), kPatience + TimeMargin());
 }
 
 TEST_F(LogFaultTest, AStalledLogDoesNotHinderAFatalEnd) {
@@ -253,6 +364,40 @@ TEST_F(LogFaultTest, ALogThatIsStartedAnewGetsTheRest) {
   log = std::make_unique<SystemLog>();
   EXPECT_THAT(outcome.get(), Replied(ResultJson("MonitorStart")));
   EXPECT_THAT(log->Lines(), Logged(Error("send res_str = " + ResultJson("MonitorStart"))));
+}
+
+TEST_F(LogFaultTest, AStreamLogThatIsStartedAnewGetsTheRest) {
+  const FakeDaemon daemon(Script()
+                              .AwaitMessage()
+                              .Pause(std::chrono::milliseconds(1500))
+                              .Send(ReplyMessage(Bytes({0}))));
+  const std::string first = "<11>camera_remote.cgi: rcv post_data = " + Body("MonitorStart") + '\0';
+  const int before = BoundSocket(kLog, SOCK_STREAM);
+  listen(before, 1);
+  auto outcome =
+      std::async(std::launch::async, [] { return RunHandler(Request(Body("MonitorStart"))); });
+  const int connection = accept(before, nullptr, nullptr);
+  std::string received(first.size(), '\0');
+  recv(connection, received.data(), received.size(), MSG_WAITALL);
+  EXPECT_EQ(received, first);
+  close(connection);
+  close(before);
+  FakeDaemon after(kLog);
+  EXPECT_THAT(outcome.get(), Replied(ResultJson("MonitorStart")));
+  EXPECT_THAT(after.Received(), testing::ElementsAre("<11>camera_remote.cgi: send res_str = " +
+                                                     ResultJson("MonitorStart") + '\0'));
+}
+
+TEST_F(LogFaultTest, AStreamLogThatNoLongerAcceptsHoldsARequestUpOnlyOnce) {
+  const int log = BoundSocket(kLog, SOCK_STREAM);
+  listen(log, 0);
+  const int waiting = ConnectWithoutWaiting(kLog, SOCK_STREAM);
+  const Outcome renewal = Renew();
+  EXPECT_THAT(renewal, Replied(renewed_));
+  EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
+  EXPECT_LT(renewal.elapsed.count(), kPatience + TimeMargin());
+  close(waiting);
+  close(log);
 }
 
 }  // namespace

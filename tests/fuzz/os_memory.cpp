@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/os.h"
+#include "core/system_log.h"
 #include "platform/read_data.h"
 
 namespace fuzz {

@@ -7,9 +7,16 @@ namespace harness {
 namespace {
 
 TEST(LogLineTest, TakesPriorityAndTextApart) {
-  EXPECT_EQ(ParseLogLine("<11>Jan  2 03:04:05 camera_remote.cgi: a: b\n"), Error("a: b\n"));
-  EXPECT_EQ(ParseLogLine("<14>Dec 31 23:59:59 x: "), Info(""));
-  EXPECT_EQ(ParseLogLine("no priority"), (LogLine{-1, "no priority"}));
+  EXPECT_EQ(ParseLogLine("<11>camera_remote.cgi: a: b\n"), Error("a: b\n"));
+  EXPECT_EQ(ParseLogLine("<14>x: "), Info(""));
+}
+
+TEST(LogLineTest, ReturnsAMessageOfAnotherFormWhole) {
+  for (const std::string message :
+       {"no priority", "<11>", "<11>x", "<11>x:", "<11>x:y", "<3>no facility: a",
+        "<19>another facility: a", "<11>Jan  2 03:04:05 time: a"}) {
+    EXPECT_EQ(ParseLogLine(message), (LogLine{-1, message}));
+  }
 }
 
 TEST(MessageTest, HeaderIsLittleEndian) {

@@ -16,7 +16,7 @@ namespace harness {
 namespace {
 
 constexpr char kLogSocket[] = "/dev/log";
-constexpr int kPriorityMask = 7;  // the rest of the number is the facility
+constexpr int kUserFacility = 1;
 constexpr std::size_t kLongestDatagram = 1 << 18;
 
 /// The next datagram; nothing when none is there.
@@ -40,17 +40,16 @@ LogLine Error(std::string text) { return {3, std::move(text)}; }
 LogLine Info(std::string text) { return {6, std::move(text)}; }
 LogLine Debug(std::string text) { return {7, std::move(text)}; }
 
-LogLine ParseLogLine(const std::string& datagram) {
-  int priority = 0;
+LogLine ParseLogLine(const std::string& message) {
+  int number = 0;
   int head_length = 0;
-  // "<PRI>", month, day, time, and the program's name up to its colon; then one blank.
-  std::sscanf(datagram.c_str(), "<%3d>%*3s %*2d %*2d:%*2d:%*2d %*[^: ]:%n", &priority,
-              &head_length);
+  std::sscanf(message.c_str(), "<%3d>%*[^: ]:%n", &number, &head_length);
   const auto end_of_head = static_cast<std::size_t>(head_length);
-  if (head_length == 0 || datagram.compare(end_of_head, 1, " ") != 0) {
-    return {-1, datagram};
+  if (head_length == 0 || message.compare(end_of_head, 1, " ") != 0 ||
+      number >> 3 != kUserFacility) {
+    return {-1, message};
   }
-  return {priority & kPriorityMask, datagram.substr(end_of_head + 1)};
+  return {number & 7, message.substr(end_of_head + 1)};
 }
 
 // The queue of a datagram socket is short and a sender waits if it is full: a thread empties it.

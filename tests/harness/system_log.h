@@ -30,8 +30,9 @@ LogLine Error(std::string text);  // priority 3: diagnostics of level 1
 LogLine Info(std::string text);   // priority 6: levels 2 to 4
 LogLine Debug(std::string text);  // priority 7: level 5 and above
 
-/// Takes "<PRI>Mon dd hh:mm:ss ident: text" apart. Any other form has priority -1 and is whole.
-LogLine ParseLogLine(const std::string& datagram);
+/// Splits "<number>name: text", where number is 8, for the facility "user", plus the priority. A
+/// message of any other form is returned whole, with priority -1.
+LogLine ParseLogLine(const std::string& message);
 
 /// The system log daemon of the private world: listens on /dev/log and keeps what arrives.
 class SystemLog {

@@ -1,0 +1,166 @@
+#include "core/system_log.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+#include "core/os.h"
+#include "core/text.h"
+#include "core/uninterrupted.h"
+
+namespace os {
+
+namespace {
+
+constexpr sockaddr_un kLogAddress = {AF_UNIX, "/dev/log"};
+
+int log_socket = -1;
+bool log_is_stream = false;
+
+/// How long this process will still wait for a log daemon that does not keep up.
+std::int64_t remaining_wait_ms = 1000;
+
+/// Subtracts the time that a call takes from the time that is left for waiting: at least one
+/// millisecond, so that many short waits end, too.
+template <typename Call>
+auto Waiting(Call call) {
+  const std::int64_t start = MonotonicMilliseconds();
+  const auto result = call();
+  remaining_wait_ms -= MonotonicMilliseconds() - start + 1;
+  return result;
+}
+
+void Disconnect() {
+  if (log_socket >= 0) {
+    close(log_socket);
+    log_socket = -1;
+  }
+}
+
+bool ConnectSocket() {
+  return Uninterrupted([] {
+           return connect(log_socket, reinterpret_cast<const sockaddr*>(&kLogAddress),
+                          sizeof kLogAddress);
+         }) == 0;
+}
+
+bool ConnectDatagramSocket() {
+  log_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  log_is_stream = false;
+  return log_socket >= 0 && ConnectSocket();
+}
+
+/// A daemon that no longer accepts connections counts as one that does not keep up.
+bool ConnectStreamSocket() {
+  log_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  log_is_stream = true;
+  const auto wait_ms = static_cast<int>(std::max(remaining_wait_ms, std::int64_t{1}));
+  const timeval timeout = {wait_ms / 1000, wait_ms % 1000 * 1000};
+  return log_socket >= 0 &&
+         setsockopt(log_socket, SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) == 0 &&
+         Waiting(ConnectSocket);
+}
+
+/// @return false when there is no log daemon
+bool ConnectToLog() {
+  Disconnect();
+  if (ConnectDatagramSocket()) {
+    return true;
+  }
+  const bool has_other_type = errno == EPROTOTYPE;
+  Disconnect();
+  return has_other_type && ConnectStreamSocket();
+}
+
+/// Waits until the log daemon has room for more.
+/// @return false when the time for waiting is used up
+bool AwaitRoom() {
+  return remaining_wait_ms > 0 && Waiting([] {
+           pollfd log = {log_socket, POLLOUT, 0};
+           return poll(&log, 1, static_cast<int>(remaining_wait_ms)) != 0;
+         });
+}
+
+/// A message in pieces. Sending it needs no memory: a process that has run out of it logs that.
+class Pieces {
+ public:
+  template <std::size_t Count>
+  explicit Pieces(iovec (&pieces)[Count]) {
+    rest_.msg_iov = pieces;
+    rest_.msg_iovlen = Count;
+  }
+
+  [[nodiscard]] const msghdr& Rest() const { return rest_; }
+  [[nodiscard]] bool AreSent() const { return rest_.msg_iovlen == 0; }
+
+  void RemovePrefix(std::size_t length) {
+    while (rest_.msg_iovlen > 0 && length >= rest_.msg_iov->iov_len) {
+      length -= rest_.msg_iov->iov_len;
+      ++rest_.msg_iov;
+      --rest_.msg_iovlen;
+    }
+    if (rest_.msg_iovlen > 0) {
+      rest_.msg_iov->iov_base = static_cast<char*>(rest_.msg_iov->iov_base) + length;
+      rest_.msg_iov->iov_len -= length;
+    }
+  }
+
+ private:
+  msghdr rest_ = {};
+};
+
+iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
+
+/// @return false when there is no log daemon at the other end. A message that the daemon does not
+///         take in time is lost; that is no reason to connect again.
+bool SendToLog(int priority, const char* text) {
+  constexpr int kUserFacility = 1 << 3;
+  const DecimalText number(kUserFacility | priority);
+  iovec parts[] = {Piece("<"),
+                   Piece(number.View()),
+                   Piece(">"),
+                   Piece(program_invocation_short_name),
+                   Piece(": "),
+                   Piece(text),
+                   Piece(std::string_view("", log_is_stream ? 1 : 0))};
+  Pieces pieces(parts);
+  bool is_cut = false;
+  while (log_socket >= 0) {
+    const ssize_t sent = sendmsg(log_socket, &pieces.Rest(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    if (sent >= 0) {
+      pieces.RemovePrefix(static_cast<std::size_t>(sent));
+      if (pieces.AreSent()) {
+        return true;
+      }
+      is_cut = true;
+    } else if (errno != EAGAIN) {
+      return false;
+    } else if (!AwaitRoom()) {
+      if (is_cut) {
+        // The next message must not continue this one.
+        Disconnect();
+      }
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+void SystemLog(int priority, const char* text) {
+  if (!SendToLog(priority, text) && ConnectToLog()) {
+    SendToLog(priority, text);
+  }
+}
+
+}  // namespace os
