@@ -37,7 +37,8 @@ int Command::Parse(const char* /*params*/) { return 0; }
 
 void Command::Transmit() {
   request_header_.sender_process_id = os::ProcessId();
-  ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_header_, reply_);
+  daemon_timed_out_ = !ExchangeMessages(daemon_address_, timeout_, request_header_, message_,
+                                        reply_header_, reply_);
   // Without a payload the result stays that of the exchange before, "Success" at first.
   if (Reply().Size() > 0) {
     result_ = Reply().U8(0);

@@ -52,7 +52,7 @@ sockaddr_un DaemonAddress(const char* path_of_socket) {
   return address;
 }
 
-void ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
                       OutgoingMessage& message, MessageHeader& reply_header, ByteBuffer& reply) {
   const os::Descriptor socket = os::CreateStreamSocket(timeout);
   if (!socket.IsOpen()) {
@@ -65,11 +65,14 @@ void ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const Mes
 
   reply_header = MessageHeader();
   reply.Release();
-  if (os::ReceiveAll(socket, &reply_header, sizeof reply_header, timeout) < sizeof reply_header) {
-    return;
+  const os::Reception head = os::ReceiveAll(socket, &reply_header, sizeof reply_header, timeout);
+  if (head.length < sizeof reply_header) {
+    return !head.timed_out;
   }
   reply = ByteBuffer(reply_header.payload_length);
-  reply.Truncate(os::ReceiveAll(socket, reply.Bytes(), reply.Size(), timeout));
+  const os::Reception payload = os::ReceiveAll(socket, reply.Bytes(), reply.Size(), timeout);
+  reply.Truncate(payload.length);
+  return !payload.timed_out;
 }
 
 void socket_send_msg(const unsigned char* msg, unsigned short length, unsigned char index) {

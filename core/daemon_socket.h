@@ -27,7 +27,9 @@ sockaddr_un DaemonAddress(const char* path_of_socket);
 /// @param reply_header  receives the header of the reply; what did not arrive is zero
 /// @param reply         receives the payload bytes that arrive, at most as many as the reply's
 ///                      header announces
-void ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+/// @return false when the time-out passed before the whole reply arrived. A daemon that closes the
+///         connection early has not timed out.
+bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
                       OutgoingMessage& message, MessageHeader& reply_header, ByteBuffer& reply);
 
 /// Sends one message to a daemon without waiting for a reply.

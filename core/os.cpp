@@ -245,8 +245,7 @@ bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
   return WriteAll(socket.Number(), bytes, length);
 }
 
-std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
-                       Timeout timeout) {
+Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout) {
   const std::int64_t deadline =
       MonotonicMilliseconds() + timeout.seconds * std::int64_t{1000} + timeout.microseconds / 1000;
   std::size_t received = 0;
@@ -258,13 +257,13 @@ std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t lengt
     if (count > 0) {
       received += static_cast<std::size_t>(count);
     } else if (count == 0 || errno != EINTR) {
-      break;
+      return {received, count < 0 && errno == EAGAIN};
     }
     if (MonotonicMilliseconds() >= deadline) {
       break;
     }
   }
-  return received;
+  return {received, received < length};
 }
 
 const char* Environment(const char* name) { return std::getenv(name); }

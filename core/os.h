@@ -99,10 +99,15 @@ bool Connect(const Descriptor& socket, const sockaddr_un& address);
 /// @return false when the peer is gone or takes nothing for the socket's time-out
 bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length);
 
-/// Receives exactly `length` bytes, however many pieces they arrive in.
-/// @return the number of bytes received; fewer than `length` when the peer closed, or when
-///         `timeout` (the one the socket was created with) passed before the last one came
-std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout);
+/// What `ReceiveAll` received.
+struct Reception {
+  std::size_t length;  ///< bytes received
+  bool timed_out;      ///< whether the time-out is the reason why bytes are missing
+};
+
+/// Receives exactly `length` bytes, however many pieces they arrive in: fewer when the peer closes,
+/// or when `timeout` (the one the socket was created with) passes before the last one arrives.
+Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout);
 
 // The process and its surroundings.
 

@@ -126,9 +126,11 @@ TEST(ReceiveAll, GoesOnAfterASignal) {
   const SocketPair pair;
   const os::Descriptor socket(pair.ends[0]);
   char bytes[5] = {};
-  EXPECT_EQ(InterruptedUntil([&] { pair.Send("reply"); },
-                             [&] { return os::ReceiveAll(socket, bytes, sizeof bytes, kLong); }),
-            5U);
+  const os::Reception reception =
+      InterruptedUntil([&] { pair.Send("reply"); },
+                       [&] { return os::ReceiveAll(socket, bytes, sizeof bytes, kLong); });
+  EXPECT_EQ(reception.length, 5U);
+  EXPECT_FALSE(reception.timed_out);
   EXPECT_EQ(std::string(bytes, sizeof bytes), "reply");
 }
 
@@ -139,8 +141,94 @@ TEST(ReceiveAll, GivesUpAtTheTimeOutWithWhatHasCome) {
   setsockopt(socket.Number(), SOL_SOCKET, SO_RCVTIMEO, &kTimeOut, sizeof kTimeOut);
   pair.Send("rep");
   char bytes[5] = {};
-  EXPECT_EQ(os::ReceiveAll(socket, bytes, sizeof bytes, {0, 100000}), 3U);
+  const os::Reception reception = os::ReceiveAll(socket, bytes, sizeof bytes, {0, 100000});
+  EXPECT_EQ(reception.length, 3U);
+  EXPECT_TRUE(reception.timed_out);
   EXPECT_EQ(std::string(bytes, 3), "rep");
+}
+
+TEST(ReceiveAll, AByteJustBeforeTheTimeOutDoesNotStretchIt) {
+  const SocketPair pair;
+  const os::Descriptor socket(pair.ends[0]);
+  constexpr timeval kTimeOut = {2, 0};
+  setsockopt(socket.Number(), SOL_SOCKET, SO_RCVTIMEO, &kTimeOut, sizeof kTimeOut);
+  std::thread peer([&pair] {
+    std::this_thread::sleep_for(1600ms);
+    pair.Send("r");
+  });
+  const auto start = std::chrono::steady_clock::now();
+  char bytes[5] = {};
+  EXPECT_EQ(os::ReceiveAll(socket, bytes, sizeof bytes, {2, 0}).length, 1U);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 3200ms);
+  peer.join();
+}
+
+TEST(ReceiveAll, APeerThatClosesHasNotTimedOut) {
+  SocketPair pair;
+  const os::Descriptor socket(pair.ends[0]);
+  pair.Send("rep");
+  shutdown(pair.ends[1], SHUT_WR);
+  char bytes[5] = {};
+  const os::Reception reception = os::ReceiveAll(socket, bytes, sizeof bytes, kLong);
+  EXPECT_EQ(reception.length, 3U);
+  EXPECT_FALSE(reception.timed_out);
+}
+
+// More than the socket keeps, so that writing stops in the middle; the signal comes then.
+TEST(SendAll, ContinuesAfterASignalThatInterruptsALongMessage) {
+  const SocketPair pair;
+  const os::Descriptor socket(pair.ends[0]);
+  std::string message;
+  while (message.size() < 400000) {
+    message += std::to_string(message.size()) + ' ';
+  }
+  std::string received;
+  std::thread reader;
+  const auto read_all = [&] {
+    reader = std::thread([&] {
+      char buffer[65536];
+      while (received.size() < message.size()) {
+        const ssize_t length = recv(pair.ends[1], buffer, sizeof buffer, 0);
+        if (length <= 0) {
+          return;
+        }
+        received.append(buffer, static_cast<std::size_t>(length));
+      }
+    });
+  };
+  const bool sent = InterruptedUntil(
+      read_all, [&] { return os::SendAll(socket, message.data(), message.size()); });
+  // Ends the reader also when bytes are missing.
+  shutdown(socket.Number(), SHUT_RDWR);
+  reader.join();
+  EXPECT_TRUE(sent);
+  EXPECT_TRUE(received == message) << received.size() << " of " << message.size() << " bytes";
+}
+
+TEST(Descriptor, ClosesOnlyItsOwnFileWhenClosedTwice) {
+  os::Descriptor file = os::OpenForReading("/dev/null");
+  file.Close();
+  const os::Descriptor other = os::OpenForReading("/dev/null");
+  file.Close();
+  EXPECT_FALSE(file.IsOpen());
+  EXPECT_NE(fcntl(other.Number(), F_GETFD), -1);
+}
+
+/// Closes the standard streams, prepares the descriptors and tells which ones are open.
+[[noreturn]] void ExitWithOpenStandardStreams() {
+  for (int number = 0; number <= 2; ++number) {
+    close(number);
+  }
+  os::PrepareDescriptors();
+  int open = 0;
+  for (int number = 0; number <= 3; ++number) {
+    open |= fcntl(number, F_GETFD) != -1 ? 1 << number : 0;
+  }
+  _exit(open);
+}
+
+TEST(PrepareDescriptors, OpensAllThreeStandardStreamsAndNothingElse) {
+  EXPECT_EXIT(ExitWithOpenStandardStreams(), testing::ExitedWithCode(7), "");
 }
 
 TEST(Rewrite, FailsForAFileThatIsOpenForReadingAlone) {

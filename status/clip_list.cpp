@@ -75,7 +75,7 @@ int GetClipInfo::Parse(const char* params) {
 }
 
 void GetClipInfo::Transmit() {
-  for (int asked = 0; asked < clip_count_; asked += kClipsPerExchange) {
+  for (int asked = 0; asked < clip_count_ && !DaemonTimedOut(); asked += kClipsPerExchange) {
     const auto first = static_cast<std::uint16_t>(start_index_ + asked);
     const auto count = static_cast<std::uint16_t>(std::min(clip_count_ - asked, kClipsPerExchange));
     SetPayload({slot_, 0, HighByte(first), LowByte(first), HighByte(count), LowByte(count)});

@@ -77,6 +77,10 @@ class Command {
   /// The last reply's payload, as far as it arrived; what did not arrive reads as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }
 
+  /// Whether the last exchange ended by its time-out. A command with several exchanges makes no
+  /// further ones then: each of them could take as long.
+  [[nodiscard]] bool DaemonTimedOut() const { return daemon_timed_out_; }
+
   MessageHeader request_header_;
   MessageHeader reply_header_;
   OutgoingMessage message_;
@@ -88,6 +92,7 @@ class Command {
   std::optional<JsonWriter> data_;
   int log_level_;
   bool log_reply_ = true;
+  bool daemon_timed_out_ = false;
 };
 
 /// Base of the commands that send no message: all they report is what `Output` reads.

@@ -29,7 +29,8 @@ class GetCamStatus : public Command {
 /// The daemon returns at most 15 clips, so there is one exchange for every 15 of them. Payload:
 /// byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number of the first clip, bytes 4 and
 /// 5 number of clips. Reply: byte 0 result, bytes 2 and 3 number of clips, then 32 bytes per clip.
-/// An error result does not end the list; the reply has the result of the last exchange.
+/// An error result does not end the list, a time-out does; the reply has the result of the last
+/// exchange that was answered.
 class GetClipInfo : public Command {
  public:
   int Parse(const char* params) override;

@@ -352,6 +352,17 @@ TEST_F(ClipListTest, WaitsLongerThanUsualForEachReply) {
   EXPECT_THAT(List(Params("A", "1", "1")), Replied(ListJson(1, kFirstClip)));
 }
 
+// 20 chunks: one time-out, not 19 of them.
+TEST_F(ClipListTest, AsksForNoFurtherClipsAfterATimeOut) {
+  daemon_.Next(Answer(ReplyMessage(Clips(1, FirstClip(), 2)))).Next(Silent());
+  const Outcome outcome = RunHandler(
+      Request(Body("GetClipInfo", Params("A", "1", "300"))).Deadline(std::chrono::seconds(45)));
+  EXPECT_THAT(outcome, Replied(ListJson(1, kFirstClip, "DisableError")));
+  EXPECT_GE(outcome.elapsed.count(), 19.9);
+  EXPECT_LT(outcome.elapsed.count(), 22.5 + TimeMargin());
+  EXPECT_EQ(daemon_.Received().size(), 2U);
+}
+
 TEST_F(ClipListTest, EndsSilentlyWhenTheDaemonIsGone) {
   LeaveDeadSocket();
   EXPECT_THAT(List(Params("A", "1", "1")), EndedSilently(1));

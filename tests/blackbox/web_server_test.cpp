@@ -1,9 +1,11 @@
 // The handler under a real web server, with many simultaneous clients.
 #include "harness/web_server.h"
 
+#include <chrono>
 #include <future>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "harness/camera_test.h"
@@ -132,6 +134,20 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   EXPECT_TRUE(server.AwaitChildren()) << "processes or zombies are left behind";
   EXPECT_TRUE(server.Stop()) << "the web server hangs";
   EXPECT_TRUE(WebServer::AwaitOrphans()) << "processes are left behind";
+}
+
+// The handler itself would wait for the daemon for 20 s.
+TEST_F(WebServerTest, EndsAnAbandonedHandlerAtItsLimit) {
+  FakeDaemon control;
+  WebServer server("cgi.limits = (\"read-timeout\" => 2, \"write-timeout\" => 2)\n");
+  const auto start = std::chrono::steady_clock::now();
+  WebServer::PostAndLeave(Body("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":1)"));
+  while (control.Received().empty()) {
+    ASSERT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
+  EXPECT_TRUE(server.AwaitChildren()) << "processes or zombies are left behind";
 }
 
 }  // namespace

@@ -142,10 +142,10 @@ bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
   return open.takes_message;
 }
 
-std::size_t ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
-                       Timeout /*timeout*/) {
+Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
+                     Timeout /*timeout*/) {
   fuzz::Open& open = Descriptors().at(socket.Number());
-  return fuzz::Take(open.contents, open.position, buffer, length);
+  return {fuzz::Take(open.contents, open.position, buffer, length), false};
 }
 
 const char* Environment(const char* name) {

@@ -41,12 +41,12 @@ bool Await(Condition condition) {
   return false;
 }
 
-void WriteConfiguration() {
+void WriteConfiguration(const std::string& settings) {
   WriteFile(kConfiguration,
             std::string() + "server.modules = (\"mod_cgi\")\n" + "server.bind = \"" + kSocket +
                 "\"\n" + "server.document-root = \"" + kFolder + "\"\n" + "server.errorlog = \"" +
                 kFolder + "/log\"\n" + "server.breakagelog = \"" + kHandlerErrors + "\"\n" +
-                "cgi.assign = (\".cgi\" => \"\")\n");
+                "cgi.assign = (\".cgi\" => \"\")\n" + settings);
 }
 
 /// The handler, with its emulator if it needs one, under the name that the web server knows.
@@ -87,11 +87,22 @@ bool HasChildren(pid_t parent) {
   return false;
 }
 
+/// A connection over which a request has been sent.
+int SendRequest(const std::string& body) {
+  const int socket = ConnectedSocket(kSocket);
+  const std::string request =
+      "POST /camera_remote.cgi HTTP/1.0\r\nHost: camera\r\nContent-Type: application/json\r\n"
+      "Content-Length: " +
+      std::to_string(body.size()) + "\r\n\r\n" + body;
+  send(socket, request.data(), request.size(), MSG_NOSIGNAL);
+  return socket;
+}
+
 }  // namespace
 
-WebServer::WebServer() {
+WebServer::WebServer(const std::string& settings) {
   fs::create_directories(kFolder);
-  WriteConfiguration();
+  WriteConfiguration(settings);
   WriteHandler();
   Start();
   if (!Await(Accepts)) {
@@ -112,12 +123,7 @@ void WebServer::Start() {
 }
 
 HttpReply WebServer::Post(const std::string& body) {
-  const int socket = ConnectedSocket(kSocket);
-  const std::string request =
-      "POST /camera_remote.cgi HTTP/1.0\r\nHost: camera\r\nContent-Type: application/json\r\n"
-      "Content-Length: " +
-      std::to_string(body.size()) + "\r\n\r\n" + body;
-  send(socket, request.data(), request.size(), MSG_NOSIGNAL);
+  const int socket = SendRequest(body);
   std::string reply;
   char buffer[65536];
   ssize_t length = 0;
@@ -131,6 +137,8 @@ HttpReply WebServer::Post(const std::string& body) {
   }
   return {reply.substr(0, end_of_head + 2), reply.substr(end_of_head + 4)};
 }
+
+void WebServer::PostAndLeave(const std::string& body) { close(SendRequest(body)); }
 
 bool WebServer::AwaitChildren() const {
   return Await([this] { return !HasChildren(pid_); });

@@ -15,14 +15,18 @@ struct HttpReply {
 /// Unix socket, so that tests can run in parallel.
 class WebServer {
  public:
+  /// @param settings  lines for the end of its configuration
   /// Throws std::runtime_error when it does not start.
-  WebServer();
+  explicit WebServer(const std::string& settings = "");
   ~WebServer() { Stop(); }
   WebServer(const WebServer&) = delete;
   WebServer& operator=(const WebServer&) = delete;
 
   /// Posts a request and waits for the whole reply. Many threads may call it simultaneously.
   static HttpReply Post(const std::string& body);
+
+  /// Posts a request and closes the connection without waiting for the reply.
+  static void PostAndLeave(const std::string& body);
 
   /// Waits until all its child processes have ended and been reaped. Returns false if that takes
   /// too long.
