@@ -12,19 +12,9 @@
 namespace {
 
 constexpr char kStreamingDaemonPath[] = "/var/run/streaming.sock";
-constexpr std::uint8_t kCloudClass = 11;
 
-/// What the streaming daemon is asked for.
-enum CloudCode : std::uint8_t {
-  kLogin = 99,
-  kLogout = 100,
-  kObtainEventList = 101,
-  kCountEvents = 102,
-  kGetEvent = 103,
-  kObtainStreamInfo = 104,
-  kGetStreamInfo = 105,
-  kClearStatus = 106,
-};
+/// Code of the second request of the event list.
+constexpr std::uint8_t kGetEvent = 103;
 
 /// Payload of a login; unused bytes are zero.
 struct LoginBlock {
@@ -49,7 +39,7 @@ constexpr std::int32_t kLastServer = 3;
 std::int32_t Limit(std::int32_t number, std::int32_t last, const char* name) {
   const std::int32_t limited = std::clamp(number, std::int32_t{0}, last);
   if (limited != number) {
-    DLOG(2, "--> %s=%d", name, limited);
+    DLOG(4, "--> %s=%d", name, limited);
   }
   return limited;
 }
@@ -58,26 +48,24 @@ std::uint16_t LimitEvent(std::int32_t event_id) {
   return static_cast<std::uint16_t>(Limit(event_id, kLastEvent, "event_id"));
 }
 
-}  // namespace
-
-CloudCommand::CloudCommand(std::uint8_t code) : code_(code) {
-  daemon_address_ = DaemonAddress(kStreamingDaemonPath);
+/// Ends a text at its first byte below 0x20.
+void TruncateAtControlCharacter(char* text) {
+  while (static_cast<unsigned char>(*text) >= 0x20) {
+    ++text;
+  }
+  *text = '\0';
 }
 
-void CloudCommand::Transmit() { Request(code_); }
+}  // namespace
+
+CloudCommand::CloudCommand() {
+  daemon_address_ = DaemonAddress(kStreamingDaemonPath);
+  request_header_.one_for_streaming = 1;
+}
 
 void CloudCommand::SetNumberPayload(std::uint16_t number) {
   SetPayload({LowByte(number), HighByte(number), 0, 0});
 }
-
-void CloudCommand::Request(std::uint8_t code) {
-  request_header_.message_class = kCloudClass;
-  request_header_.command_code = code;
-  request_header_.one_for_streaming = 1;
-  Command::Transmit();
-}
-
-SetCldstrmLogin::SetCldstrmLogin() : CloudCommand(kLogin) {}
 
 int SetCldstrmLogin::Parse(const char* params) {
   LoginBlock login = {};
@@ -97,20 +85,19 @@ int SetCldstrmLogin::Parse(const char* params) {
   return 0;
 }
 
-SetCldstrmLogout::SetCldstrmLogout() : CloudCommand(kLogout) {}
-
-SetCldstrmEventListObtain::SetCldstrmEventListObtain() : CloudCommand(kObtainEventList) {}
-
-GetCldstrmEventList::GetCldstrmEventList() : CloudCommand(kCountEvents) {}
-
 void GetCldstrmEventList::Transmit() {
-  CloudCommand::Transmit();
+  Command::Transmit();
   const std::int32_t count = Reply().U16LittleEndian(kEventCount);
   DLOG(4, "m_event_num=%d", count);
   event_num_ = Limit(count, kMaxCloudEvents, "m_event_num");
+  request_header_.command_code = kGetEvent;
   for (std::int32_t index = 0; index < event_num_; ++index) {
-    SetNumberPayload(static_cast<std::uint16_t>(index));
-    Request(kGetEvent);
+    if (DaemonTimedOut()) {
+      reply_.Release();
+    } else {
+      SetNumberPayload(static_cast<std::uint16_t>(index));
+      Command::Transmit();
+    }
     ReceiveEvent(index);
   }
 }
@@ -143,8 +130,6 @@ void GetCldstrmEventList::Output() {
   Command::Output();
 }
 
-SetCldstrmStreamInfoObtain::SetCldstrmStreamInfoObtain() : CloudCommand(kObtainStreamInfo) {}
-
 int SetCldstrmStreamInfoObtain::Parse(const char* params) {
   std::int32_t event_id = 0;
   if (!ReadParameter(params, "EventID", event_id)) {
@@ -154,8 +139,6 @@ int SetCldstrmStreamInfoObtain::Parse(const char* params) {
   SetNumberPayload(LimitEvent(event_id));
   return 0;
 }
-
-SetCldstrmStreamInfoToStrmsrv::SetCldstrmStreamInfoToStrmsrv() : CloudCommand(kGetStreamInfo) {}
 
 int SetCldstrmStreamInfoToStrmsrv::Parse(const char* params) {
   std::int32_t event_id = 0;
@@ -170,7 +153,7 @@ int SetCldstrmStreamInfoToStrmsrv::Parse(const char* params) {
 }
 
 void SetCldstrmStreamInfoToStrmsrv::Transmit() {
-  CloudCommand::Transmit();
+  Command::Transmit();
   const ByteView reply = Reply();
   if (reply.Size() == 0) {
     // A daemon that does not answer must not wipe a server's slot.
@@ -189,10 +172,12 @@ void SetCldstrmStreamInfoToStrmsrv::Transmit() {
   DLOG(1, "Url: %s", url);
   DLOG(1, "StreamKey: %s", stream_key);
   DLOG(1, "Title: %s", title);
+  // Each text becomes a line of a settings file and must not add another one.
+  TruncateAtControlCharacter(url);
+  TruncateAtControlCharacter(stream_key);
+  TruncateAtControlCharacter(title);
   SaveStreamingSettingsRTMP(strmsrv_id_, url, stream_key, title);
 }
-
-SetCldstrmClearStatus::SetCldstrmClearStatus() : CloudCommand(kClearStatus) {}
 
 int SetCldstrmClearStatus::Parse(const char* params) {
   std::int32_t login = 0;

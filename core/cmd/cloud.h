@@ -15,24 +15,15 @@ constexpr std::int32_t kMaxCloudEvents = 20;
 /// A cloud request: one message to the streaming daemon, whose reply's first payload byte is the
 /// result.
 ///
-/// Header: class 11, the command's own code, a 1 at offset 5. Numbers in the payloads are
-/// little-endian, unlike those of the control daemon.
+/// Header: class 11, a 1 at offset 5. Numbers in the payloads are little-endian, unlike those of
+/// the control daemon. Without "Params" a bare header is sent; it announces the length of the
+/// payload that the command has otherwise.
 class CloudCommand : public Command {
- public:
-  /// Sends the request; a bare header where there is no payload.
-  void Transmit() override;
-
  protected:
-  explicit CloudCommand(std::uint8_t code);
+  CloudCommand();
 
   /// Makes a number the payload: 16 bits, then two zero bytes.
   void SetNumberPayload(std::uint16_t number);
-
-  /// Sends a request with another code than the command's own.
-  void Request(std::uint8_t code);
-
- private:
-  std::uint8_t code_;
 };
 
 /// Logs in to the service.
@@ -44,31 +35,23 @@ class CloudCommand : public Command {
 /// least one.
 class SetCldstrmLogin : public CloudCommand {
  public:
-  SetCldstrmLogin();
   int Parse(const char* params) override;
 };
 
 /// Logs out of the service.
-class SetCldstrmLogout : public CloudCommand {
- public:
-  SetCldstrmLogout();
-};
+class SetCldstrmLogout : public CloudCommand {};
 
 /// Has the client obtain the list of events from the service.
-class SetCldstrmEventListObtain : public CloudCommand {
- public:
-  SetCldstrmEventListObtain();
-};
+class SetCldstrmEventListObtain : public CloudCommand {};
 
 /// Reports the titles of the events that the client has obtained, 20 of them at most, each cut to
 /// 63 bytes.
 ///
 /// First the number of events is asked for (reply: bytes 4 and 5), then each event with its index
-/// (reply: the title from byte 4 on). An event that is not answered has an empty title. The result
-/// is that of the last reply.
+/// (reply: the title from byte 4 on). An event that is not answered has an empty title. After
+/// a time-out no further event is asked for. The result is that of the last reply.
 class GetCldstrmEventList : public CloudCommand {
  public:
-  GetCldstrmEventList();
   void Transmit() override;
   void Output() override;
 
@@ -93,7 +76,6 @@ class GetCldstrmEventList : public CloudCommand {
 /// "RequestedError". Payload: the index.
 class SetCldstrmStreamInfoObtain : public CloudCommand {
  public:
-  SetCldstrmStreamInfoObtain();
   int Parse(const char* params) override;
 };
 
@@ -106,7 +88,6 @@ class SetCldstrmStreamInfoObtain : public CloudCommand {
 /// settings file is touched.
 class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
  public:
-  SetCldstrmStreamInfoToStrmsrv();
   int Parse(const char* params) override;
   void Transmit() override;
 
@@ -120,6 +101,5 @@ class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
 /// are the payload; their meaning is the daemon's. One missing: "RequestedError".
 class SetCldstrmClearStatus : public CloudCommand {
  public:
-  SetCldstrmClearStatus();
   int Parse(const char* params) override;
 };

@@ -147,17 +147,21 @@ TEST_F(CloudTest, WithoutTheDaemonThereIsNoReply) {
   EXPECT_THAT(control.Received(), IsEmpty());
 }
 
-TEST_F(CloudTest, WithoutParametersTheHeaderIsBare) {
+TEST_F(CloudTest, WithoutParametersABareHeaderAnnouncesTheUsualLength) {
   const struct {
     const char* command;
-    int code;
+    std::string header;  // without the process id
   } rows[] = {
-      {"SetCldstrmLogin", 99}, {"SetCldstrmStreamInfoObtain", 104}, {"SetCldstrmClearStatus", 106}};
+      {"SetCldstrmLogin", Bytes({0, 11, 0x40, 0x01, 99, 1, 0, 0})},
+      {"SetCldstrmStreamInfoObtain", Bytes({0, 11, 4, 0, 104, 1, 0, 0})},
+      {"SetCldstrmClearStatus", Bytes({0, 11, 4, 0, 106, 1, 0, 0})},
+  };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.command);
     const Exchange exchange = Serve(Body(row.command));
     EXPECT_THAT(exchange.outcome, Replied(ResultJson(row.command)));
-    EXPECT_THAT(exchange.messages, ElementsAre(CloudMessage(0, row.code, exchange.outcome.pid)));
+    EXPECT_THAT(exchange.messages,
+                ElementsAre(row.header + Le32(static_cast<std::uint32_t>(exchange.outcome.pid))));
   }
 }
 
@@ -257,11 +261,11 @@ TEST_F(CloudTest, StreamInformationIsObtainedForAnEvent) {
   }
 }
 
-TEST_F(CloudTest, TheEventsLimitIsTracedAtLevel2) {
+TEST_F(CloudTest, TheEventsLimitIsTracedAtLevel4) {
   const std::string body = Body("SetCldstrmStreamInfoObtain", R"("EventID":20)");
-  LogLevel(2);
-  EXPECT_THAT(Serve(body).lines, Logged(Info("--> event_id=19")));
-  LogLevel(1);
+  LogLevel(4);
+  EXPECT_THAT(Serve(body).lines, Logged(Info("event_id=20"), Info("--> event_id=19")));
+  LogLevel(3);
   EXPECT_THAT(Serve(body).lines, IsEmpty());
 }
 
@@ -383,14 +387,13 @@ TEST_F(CloudTest, TwentyEventsAreListedAtMost) {
   const struct {
     std::uint16_t count;
     std::size_t listed;
-    LogLines traces;
   } rows[] = {
-      {20, 20, {}},
-      {21, 20, {Info("--> m_event_num=20")}},
-      {35, 20, {Info("--> m_event_num=20")}},
-      {65535, 20, {Info("--> m_event_num=20")}},
+      {20, 20},
+      {21, 20},
+      {35, 20},
+      {65535, 20},
   };
-  LogLevel(2);
+  LogLevel(3);
   for (const auto& row : rows) {
     SCOPED_TRACE(row.count);
     FakeDaemon daemon(kStreamingSocket);
@@ -405,7 +408,7 @@ TEST_F(CloudTest, TwentyEventsAreListedAtMost) {
     EXPECT_EQ(exchange.messages.size(), 1 + row.listed);
     EXPECT_EQ(exchange.messages.back(),
               CloudMessage(4, 103, exchange.outcome.pid, Bytes({19, 0, 0, 0})));
-    EXPECT_EQ(exchange.lines, row.traces);
+    EXPECT_THAT(exchange.lines, IsEmpty());
   }
 }
 
@@ -418,6 +421,40 @@ TEST_F(CloudTest, TheCountIsTracedAsReceived) {
   EXPECT_EQ(lines[0], Info("m_event_num=32769"));
   EXPECT_EQ(lines[1], Info("--> m_event_num=20"));
   EXPECT_EQ(lines[2], Info("[0] Title: "));
+}
+
+// One time-out in all, not one for each event.
+TEST_F(CloudTest, NoEventIsAskedForAfterATimeOut) {
+  FakeDaemon daemon(kStreamingSocket);
+  daemon.Next(CountReply(4)).Next(EventReply("a", 2)).Next(Silent());
+  LogLevel(1);
+  const Exchange exchange = Serve(Body("GetCldstrmEventList"), daemon);
+  EXPECT_THAT(exchange.outcome, Replied(Events({"a", "", "", ""}, "DisableError")));
+  EXPECT_GE(exchange.outcome.elapsed.count(), 4.9);
+  EXPECT_LT(exchange.outcome.elapsed.count(), 5.7 + TimeMargin());
+  EXPECT_EQ(exchange.messages.size(), 3U);
+  EXPECT_THAT(exchange.lines, Logged(Error("[1] No m_rcv_res!!"), Error("[2] No m_rcv_res!!"),
+                                     Error("[3] No m_rcv_res!!")));
+}
+
+TEST_F(CloudTest, NoEventIsAskedForAfterACountThatTimesOut) {
+  FakeDaemon daemon(kStreamingSocket);
+  daemon.Next(Answer(ReplyHeader(8) + Bytes({1, 9, 9, 9}) + Le16(2)));
+  LogLevel(1);
+  const Exchange exchange = Serve(Body("GetCldstrmEventList"), daemon);
+  EXPECT_THAT(exchange.outcome, Replied(Events({"", ""}, "RequestedError")));
+  EXPECT_EQ(exchange.messages.size(), 1U);
+  EXPECT_THAT(exchange.lines, Logged(Error("[0] No m_rcv_res!!"), Error("[1] No m_rcv_res!!")));
+}
+
+TEST_F(CloudTest, AnEventThatTimesOutHasTheTitleThatArrived) {
+  FakeDaemon daemon(kStreamingSocket);
+  daemon.Next(CountReply(2)).Next(Answer(ReplyHeader(132) + Bytes({0, 9, 9, 9}) + "Ni"));
+  LogLevel(1);
+  const Exchange exchange = Serve(Body("GetCldstrmEventList"), daemon);
+  EXPECT_THAT(exchange.outcome, Replied(Events({"Ni", ""})));
+  EXPECT_EQ(exchange.messages.size(), 2U);
+  EXPECT_THAT(exchange.lines, Logged(Error("[1] No m_rcv_res!!")));
 }
 
 TEST_F(CloudTest, ReportsTheResultOfTheLastReply) {
@@ -650,16 +687,39 @@ TEST_F(StreamInfoTest, EventAndServerAreLimited) {
   }
 }
 
-TEST_F(StreamInfoTest, LimitsAreTracedAtLevel2) {
-  LogLevel(2);
-  const LogLines lines =
-      Serve(ToServer("20", "4"), Answer(ReplyMessage(StreamInfo("url", "key", "title")))).lines;
-  EXPECT_THAT(lines, Logged(Info("--> event_id=19"), Info("--> m_strmsrv_id=3"), Error("Url: url"),
-                            Error("StreamKey: key"), Error("Title: title"), kRenewalTrace));
-  LogLevel(1);
+TEST_F(StreamInfoTest, LimitsAreNotTracedAtLevel3) {
+  LogLevel(3);
   EXPECT_THAT(
       Serve(ToServer("20", "4"), Answer(ReplyMessage(StreamInfo("url", "key", "title")))).lines,
-      Logged(Error("Url: url"), Error("StreamKey: key"), Error("Title: title")));
+      Logged(Error("Url: url"), Error("StreamKey: key"), Error("Title: title"), kRenewalTrace));
+}
+
+// A text with a line feed could otherwise set any key of the server's file.
+TEST_F(StreamInfoTest, TextsAreStoredUpToTheirFirstControlCharacterAndLoggedWhole) {
+  const struct {
+    const char* what;
+    std::string received;
+    std::string stored;
+  } rows[] = {
+      {"line feed", "key\ntype\t0\nudp_dst_address\t10.6.6.6", "key"},
+      {"carriage return", "key\rx", "key"},
+      {"tab", "a\tb", "a"},
+      {"lowest", "a\x01z", "a"},
+      {"highest", "a\x1fz", "a"},
+      {"first byte", "\nx", ""},
+      {"not a control character", "a \x7f\xc3\xa9z", "a \x7f\xc3\xa9z"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    std::remove(ServerFile(1).c_str());
+    const Exchange exchange =
+        Serve(ToServer("0", "1"),
+              Answer(ReplyMessage(StreamInfo(row.received, row.received, row.received))));
+    EXPECT_EQ(ReadFile(ServerFile(1)), ServerSettings(row.stored, "4", row.stored, row.stored));
+    EXPECT_THAT(exchange.lines,
+                Logged(Error("Url: " + row.received), Error("StreamKey: " + row.received),
+                       Error("Title: " + row.received), kRenewalTrace));
+  }
 }
 
 TEST_F(StreamInfoTest, TextsEndAtTheirFieldsAtTheLatest) {
@@ -729,7 +789,9 @@ TEST_F(StreamInfoTest, WithoutParametersTheHeaderIsBareAndTheServerTheFirst) {
   const Exchange exchange = Serve(Body("SetCldstrmStreamInfoToStrmsrv"),
                                   Answer(ReplyMessage(StreamInfo("url", "key", "title"))));
   EXPECT_THAT(exchange.outcome, Replied(ResultJson("SetCldstrmStreamInfoToStrmsrv")));
-  EXPECT_THAT(exchange.messages, ElementsAre(CloudMessage(0, 105, exchange.outcome.pid)));
+  EXPECT_THAT(exchange.messages,
+              ElementsAre(Bytes({0, 11, 4, 0, 105, 1, 0, 0}) +
+                          Le32(static_cast<std::uint32_t>(exchange.outcome.pid))));
   EXPECT_EQ(ReadFile(ServerFile(0)), ServerSettings("title", "4", "url", "key"));
 }
 
