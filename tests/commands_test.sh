@@ -11,9 +11,9 @@ table() {
   sed -nE 's/^ *Row<[A-Za-z0-9]+>\("([A-Za-z0-9]+)".*/\1/p' core/command_table.cpp
 }
 
-# The first column of those tables of the API reference that have the heading "Command".
+# In the API reference each command has a section of its own.
 api_reference() {
-  awk -F '|' '/^\| Command /, /^$/ { print $2 }' docs/api.md | grep -oE '`[A-Za-z0-9]+`' | tr -d '`'
+  sed -nE 's/^### ([A-Za-z0-9]+)$/\1/p' docs/api.md
 }
 
 smoke_test() {

@@ -1346,13 +1346,16 @@ class Commands:
         timeout: Optional[float] = None,
     ) -> None:
         """Copies the stream information of an event into a streaming server, which becomes an RTMP
-        server and the current one. Unanswered, it is a RequestedError and nothing is stored.
+        server and the current one; URL, key and title end at their first control character.
+        Unanswered, it is a RequestedError and nothing is stored.
 
         event_id: 0 to 19. Index of the event in the list.
 
         strmsrv_id: 0 to 3. Number of the streaming server.
 
-        Stored in a settings file: it survives power-off.
+        Stored in two settings files: it survives power-off. A camera that answers with a result
+        code above 2 stores nothing although the reply reads Success: read the server back when it
+        matters.
         """
         self._call(
             "SetCldstrmStreamInfoToStrmsrv",
