@@ -207,7 +207,7 @@ class SettingsFaultTest : public CameraTest, public testing::WithParamInterface<
 
 const auto kNameOfFault = [](const auto& test) { return test.param.name; };
 
-/// Nothing in the folder can be read: nobody is logged in.
+/// Nothing in the folder can be read, so no client is logged in.
 class UnreadableFolderTest : public SettingsFaultTest {};
 
 INSTANTIATE_TEST_SUITE_P(In, UnreadableFolderTest, testing::Values(kMissing, kOutOfReach),
@@ -277,7 +277,7 @@ TEST_P(UnwritableFolderTest, StoresNothing) {
 
 class SettingsFolderTest : public CameraTest {};
 
-// A pipe that nobody writes into holds nothing, and one that nobody reads takes nothing.
+// Pipes without a writer read as empty files, and pipes without a reader cannot be written.
 TEST_F(SettingsFolderTest, PipesInPlaceOfFilesAreNotWaitedFor) {
   const FakeDaemon control;
   for (const char* const name : {"cgilog", "ntp"}) {

@@ -448,7 +448,7 @@ TEST_F(StreamingServersTest, AnUnknownTransportGivesEmptyData) {
   }
 }
 
-TEST_F(StreamingServersTest, ATransportThatIsNoNumberCountsAsUdp) {
+TEST_F(StreamingServersTest, ATransportThatIsNotANumberCountsAsUdp) {
   const RepliesMayBreak may_break;
   WriteFile(Path("1"), "str_alias\tVan\ntype\tRTP\n");
   EXPECT_THAT(Post(Body(kGet, R"("ID":1)")),

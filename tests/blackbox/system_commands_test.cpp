@@ -70,7 +70,7 @@ TEST_F(SystemInfoTest, ASerialWithoutANulEndsWithTheBlock) {
               Replied(Json("RV130/140", "UN", std::string(1024 - 228, 'x'))));
 }
 
-TEST_F(SystemInfoTest, TheSerialIsPrintedAsItStands) {
+TEST_F(SystemInfoTest, TheSerialIsPrintedUnchanged) {
   const RepliesMayBreak may_break;
   StatusBlock().SetText(kSerial, "a\"b\\c%s\x01\xff").Store();
   EXPECT_THAT(Post(Body("GetSystemInfo")), Replied(Json("RV130/140", "JP", "a\"b\\c%s\x01\xff")));

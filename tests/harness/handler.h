@@ -59,7 +59,7 @@ class Request {
   /// The handler is killed (by SIGSYS) when it makes this system call, which is then not carried
   /// out. Not for an emulator.
   Request& KillAt(long system_call);
-  /// After so long the handler is killed and the test fails; emulation gets three times as much.
+  /// After this time the handler is killed and the test fails; three times as long under emulation.
   Request& Deadline(std::chrono::seconds deadline);
 
  private:

@@ -10,11 +10,11 @@ namespace harness {
 // folder, every start of the handler leaves a file in it: the input of the handler in the format of
 // fuzz/scenario.h.
 
-/// The name of the current test, as a file can be called.
+/// The name of the current test, in a form that is valid as a file name.
 std::string NameOfTest();
 
-/// A handler is about to be started: keeps its input, its variables, its arguments, and the
-/// camera's files and status block as they now are. What follows belongs to it.
+/// Starts a file for a handler that is about to start: its input, variables and arguments, and the
+/// present files and status block of the camera.
 void RecordRequest(const std::string& body, const std::map<std::string, std::string>& environment,
                    const std::vector<std::string>& arguments);
 

@@ -4,7 +4,7 @@
         reply = world.command("GetSystemInfo")
         assert reply["Response"]["Result"] == "Success"
 
-Several worlds may run side by side, in one process or in many.
+Several worlds may run simultaneously, in one process or in many.
 """
 
 import ctypes
@@ -75,7 +75,7 @@ class World:
         self.stop()
 
     def post(self, body, headers=None):
-        """Posts a request to the handler as it stands.
+        """Posts a request to the handler unchanged.
 
         `body` is bytes, or str, which is sent as UTF-8. Returns (status, headers, body): the HTTP
         status as a number, an `http.client.HTTPMessage`, and the reply's bytes.
@@ -108,7 +108,7 @@ class World:
         """Sends a request to the control interface.
 
         `path` is relative to /simulator/, for example "state" or "journal?after=5". `body` is sent
-        as JSON unless it is None; bytes are sent as they stand. Returns (status, reply as a dict).
+        as JSON unless it is None; bytes are sent unchanged. Returns (status, reply as a dict).
         """
         if body is not None and not isinstance(body, bytes):
             body = json.dumps(body).encode()
