@@ -1,5 +1,5 @@
 // The operating system of the fuzzers: core/os.h in memory, driven by one fuzzer input. It replaces
-// core/os.cpp; all other code is that of the product.
+// core/os.cpp and core/system_log.cpp; all other code is that of the product.
 #pragma once
 
 #include <cstdint>
