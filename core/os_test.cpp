@@ -116,8 +116,8 @@ TEST(LockInTime, WaitsForOneSecondInAll) {
   EXPECT_FALSE(os::LockInTime(mine));
   const auto first = std::chrono::steady_clock::now();
   EXPECT_FALSE(os::LockInTime(mine));
-  EXPECT_GE(first - start, 900ms);
-  EXPECT_LT(std::chrono::steady_clock::now() - first, 500ms);
+  EXPECT_GE(first - start, std::chrono::milliseconds(900));
+  EXPECT_LT(std::chrono::steady_clock::now() - first, std::chrono::milliseconds(500));
   os::Unlock(others);
   EXPECT_TRUE(os::LockInTime(mine));
 }
@@ -159,7 +159,7 @@ TEST(ReceiveAll, AByteJustBeforeTheTimeOutDoesNotStretchIt) {
   const auto start = std::chrono::steady_clock::now();
   char bytes[5] = {};
   EXPECT_EQ(os::ReceiveAll(socket, bytes, sizeof bytes, {2, 0}).length, 1U);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, 3200ms);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(3200));
   peer.join();
 }
 
