@@ -1,24 +1,38 @@
 // What the simulated camera tells its user.
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "simulator/journal.h"
 
 namespace simulator {
 
-/// Lines on standard output, each flushed at once. Quiet: none.
+/// A line for each request on standard output, flushed at once. Polls that change nothing are
+/// counted instead. Color on a terminal, unless the environment has NO_COLOR.
 class Console {
  public:
-  explicit Console(bool quiet) : quiet_(quiet) {}
+  /// @param quiet  nothing is shown
+  /// @param log    the handler's log lines are shown, too
+  Console(bool quiet, bool log);
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+  /// Shows the polls counted last.
+  ~Console();
 
-  void Line(const std::string& line) const;
-
-  /// A request that has ended: one line, and one for each change.
-  void Request(const Entry& entry) const;
+  /// A request that has ended: time, command, result, how long it took; below it what has changed,
+  /// why it was refused, and what was logged.
+  void Request(const Entry& entry);
 
  private:
+  void CountPoll(const Entry& entry);
+  void ShowPolls();
+
   bool quiet_;
+  bool log_;
+  bool is_terminal_;
+  bool has_color_;
+  std::map<std::string, int> polls_;  ///< since the last line, by command
 };
 
 }  // namespace simulator

@@ -34,21 +34,20 @@ std::string TimeText(const CameraClock& clock) {
 
 SimulatedCamera::SimulatedCamera(const Options& options)
     : options_(options),
-      console_(options.quiet),
+      console_(options.quiet, options.log),
       signals_(EndingSignals()),
       status_image_(camera_),
       journal_(options.journal, options.show_secrets),
       login_(options.session, options.session_lifetime),
+      system_log_(loop_,
+                  [this](pid_t sender, const std::string& line) { NoteLogLine(sender, line); }),
       server_(loop_),
       tap_(
           loop_, [this](const Request& request) { return BeginRequest(request); },
           [this](int pid, const Outcome& outcome) { EndRequest(pid, outcome); }),
       up_to_(Clock::now()) {
-  SetScene(camera_, InitialScene());
+  SetScene(camera_, Scene(""));
   Publish();
-  if (options.log) {
-    system_log_.emplace(loop_, console_);
-  }
   StartDaemon("quonta_usb", {});
   StartDaemon("quonta_web", {});
   StartDaemon("quonta_nm", {});
@@ -66,14 +65,19 @@ void SimulatedCamera::Run() {
   loop_.Run(lock_);
 }
 
-Json SimulatedCamera::InitialScene() const {
+Json SimulatedCamera::Scene(const std::string& name) const {
+  const auto is_file = [](const std::string& scene) {
+    return scene.find('/') != std::string::npos || std::filesystem::path(scene).has_extension();
+  };
   Json scene = Json::object();
-  if (!options_.scene.empty()) {
-    const bool is_file = options_.scene.find('/') != std::string::npos ||
-                         std::filesystem::path(options_.scene).has_extension();
-    scene = is_file ? ReadSceneFile(options_.scene) : ReadScene(options_.scenes, options_.scene);
+  if (!name.empty()) {
+    scene = ReadScene(options_.scenes, name);
+  } else if (is_file(options_.scene)) {
+    scene = ReadSceneFile(options_.scene);
+  } else if (!options_.scene.empty()) {
+    scene = ReadScene(options_.scenes, options_.scene);
   }
-  if (!options_.serial.empty() && scene.is_object()) {
+  if (scene.is_object() && !scene.contains("serial")) {
     scene["serial"] = options_.serial;
   }
   return scene;
@@ -121,6 +125,14 @@ Delivery SimulatedCamera::Answer(const Daemon& daemon, const Message& message, p
   return delivery;
 }
 
+void SimulatedCamera::NoteLogLine(pid_t sender, const std::string& line) {
+  constexpr std::size_t kMostLines = 200;
+  const auto running = running_.find(sender);
+  if (running != running_.end() && running->second.log.size() < kMostLines) {
+    running->second.log.push_back(line);
+  }
+}
+
 std::vector<std::string> SimulatedCamera::BeginRequest(const Request& request) {
   BringUpToDate();
   Publish();
@@ -136,6 +148,7 @@ std::vector<std::string> SimulatedCamera::BeginRequest(const Request& request) {
 void SimulatedCamera::EndRequest(int pid, const Outcome& outcome) {
   // Also what the handler has sent without waiting for an answer.
   server_.ReceiveAll();
+  system_log_.ReceiveAll();
   BringUpToDate();
   const auto running = running_.find(pid);
   if (running == running_.end()) {
@@ -162,7 +175,7 @@ void SimulatedCamera::LetTimePass(Milliseconds time) {
 }
 
 void SimulatedCamera::Reset(const std::string& scene) {
-  SetScene(camera_, scene.empty() ? InitialScene() : ReadScene(options_.scenes, scene));
+  SetScene(camera_, Scene(scene));
   faults_.Clear();
   journal_.Clear();
   login_.Reset(camera_.state().clock.uptime);

@@ -28,7 +28,7 @@ namespace simulator {
 struct Options {
   std::string session = "rv130-session";
   std::optional<int> session_lifetime;
-  std::string serial;
+  std::string serial = "13250042";
   std::string scenes = "simulator/scenes";  ///< folder
   std::string scene;                        ///< a name, or a file; empty: none
   std::string journal;                      ///< file; empty: none
@@ -65,19 +65,20 @@ class SimulatedCamera {
   /// Everything as after the start, but in another scene; empty: that of the start.
   void Reset(const std::string& scene);
   void LetTimePass(Milliseconds time);
-  void Tell(const std::string& line) const { console_.Line(line); }
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  [[nodiscard]] Json InitialScene() const;
+  /// The scene to start in, or the named one; empty: that to start in.
+  [[nodiscard]] Json Scene(const std::string& name) const;
   void StartDaemon(const std::string& name, std::vector<MessageRow> messages);
   Delivery Answer(const Daemon& daemon, const Message& message, pid_t sender);
+  void NoteLogLine(pid_t sender, const std::string& line);
   std::vector<std::string> BeginRequest(const Request& request);
   void EndRequest(int pid, const Outcome& outcome);
 
   const Options options_;
-  const Console console_;
+  Console console_;
   const UniqueFd signals_;
   std::mutex lock_;
   Camera camera_;
@@ -86,7 +87,7 @@ class SimulatedCamera {
   Journal journal_;
   Login login_;
   EventLoop loop_;
-  std::optional<SystemLog> system_log_;
+  SystemLog system_log_;
   MessageServer server_;
   TapServer tap_;
   std::map<int, RunningRequest> running_;  ///< by the handler's process id

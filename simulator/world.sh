@@ -16,6 +16,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source simulator/smoke.sh
 export PATH="$PATH:/usr/sbin:/sbin"
+export CAMERA_WEB_ADDRESS=${CAMERA_WEB_ADDRESS:-127.0.0.1}
 export CAMERA_WEB_PID_FILE=/run/web_server.pid
 
 main() {
@@ -69,17 +70,31 @@ serve() {
   else
     start_web_server "$port" || fail "the web server cannot use port $port"
   fi
-  local url="http://127.0.0.1:$port/cgi-bin/camera_remote.cgi"
+  introduce "$port" "$session"
+  watch_over "$camera" "$web_server" "$caller"
+}
+
+# introduce PORT SESSION: tells the user how to reach the camera.
+introduce() {
+  local host=${CAMERA_WEB_ADDRESS/#0.0.0.0/127.0.0.1} pid enter="nsenter"
+  local url="http://$host:$1/cgi-bin/camera_remote.cgi"
+  # The process id that the other side of this namespace sees: /proc is that of the outside.
+  read -r pid _ </proc/self/stat
+  if [[ $(</proc/self/uid_map) != *" 0 "*4294967295* ]]; then
+    enter+=" --user --preserve-credentials"
+  fi
   cat <<END
 The simulated camera answers at  $url
-Session id                       $session
+Control interface                http://$host:$1/simulator/
+Web remote                       http://$host:$1/
+Session id                       $2
+Into its private world           $enter --mount --target $pid
 From another terminal:
 
-  curl --data '{"Request":{"Command":"GetSystemInfo","SessionID":"$session"}}' $url
+  curl --data '{"Request":{"Command":"GetSystemInfo","SessionID":"$2"}}' $url
 
 Ctrl-C stops it.
 END
-  watch_over "$camera" "$web_server" "$caller"
 }
 
 run_smoke() {
@@ -109,7 +124,13 @@ start_camera() {
   shift
   build/release/simulated_camera --session "$session" "$@" &
   camera=$!
-  wait_until test -S /run/simulator/http.sock || fail "the simulated camera does not start"
+  wait_until camera_is_decided || true
+  [[ -S /run/simulator/http.sock ]] || fail "the simulated camera does not start"
+}
+
+# The simulated camera makes this socket once everything else is there.
+camera_is_decided() {
+  [[ -S /run/simulator/http.sock ]] || ! kill -0 "$camera" 2>/dev/null
 }
 
 # start_web_server PORT: fails if the port cannot be used.

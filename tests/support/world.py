@@ -41,8 +41,8 @@ def _end_with_the_parent():
 class World:
     """Starts `./run --port 0` and stops it again; a context manager.
 
-    `options` are further options of `./run`; without "--log" or "--verbose" among them it runs
-    with "--quiet". The first world of a process builds what is missing, the others run what is
+    `options` are further options of `./run`. It runs with "--quiet" unless `verbose`.
+    `wrapper` is put in front of the command. The first world of a process builds what is missing, the others run what is
     there. Enter it in a thread that lives as long as the world: the simulated camera ends with it.
 
     Attributes, from entering on:
@@ -51,8 +51,10 @@ class World:
       output   every line that `./run` has printed so far, standard error included
     """
 
-    def __init__(self, *options):
+    def __init__(self, *options, verbose=False, wrapper=()):
         self.options = options
+        self.verbose = verbose
+        self.wrapper = wrapper
         self.url = None
         self.session = None
         self.output = []
@@ -152,10 +154,10 @@ class World:
             raise
 
     def _start(self, build):
-        command = [str(REPOSITORY / "run"), "--port", "0"]
+        command = [*self.wrapper, str(REPOSITORY / "run"), "--port", "0"]
         if not build:
             command.append("--no-build")
-        if not {"--log", "--verbose"} & set(self.options):
+        if not self.verbose:
             command.append("--quiet")
         command += self.options
         self._process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
@@ -179,10 +181,21 @@ class World:
         if not self._serves():
             raise RuntimeError("./run does not serve:\n" + "\n".join(self.output))
 
+    def cameras(self):
+        """All that serve so far, with the option --cameras: a list of (url, session)."""
+        urls = self._values(r"The simulated camera answers at +(http://[^/]+)/")
+        return list(zip(urls, self._values(r"Session id +(\S+)")))
+
+    def wait_for(self, condition, timeout_s=10):
+        """Waits for a condition on `output`, which is asked again whenever a line is printed."""
+        with self._news:
+            if not self._news.wait_for(condition, timeout_s):
+                raise AssertionError("not to be seen in:\n" + "\n".join(self.output))
+
     def _serves(self):
-        for line in self.output:
-            if match := re.match(r"The simulated camera answers at +(http://[^/]+)/", line):
-                self.url = match[1]
-            if match := re.match(r"Session id +(\S+)", line):
-                self.session = match[1]
+        if self.session is None and self.cameras():
+            self.url, self.session = self.cameras()[0]
         return self.session is not None
+
+    def _values(self, pattern):
+        return [match[1] for line in self.output if (match := re.match(pattern, line))]
