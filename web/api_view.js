@@ -1,9 +1,8 @@
 // The view of the API: every command by hand, and what the page and the camera have said lately.
 
 import { CommandForm } from "./command_form.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, complain, element, setText } from "./dom.js";
 import { asCurl, maskSecrets } from "./exchange_log.js";
-import { complain } from "./messages.js";
 import { errorInWords } from "./words.js";
 
 export function setUpApi(remote) {
@@ -117,7 +116,6 @@ function setUpExchanges({ camera, exchanges }) {
   exchanges.addEventListener("change", show);
   hidePolls.addEventListener("change", rebuild);
   showSecrets.addEventListener("change", rebuild);
-  byId("exchanges-clear").addEventListener("click", () => exchanges.clear());
   return {
     show: () => {
       shown = true;

@@ -1,12 +1,10 @@
 // Starts the page: one client of the camera, the connection that polls it, and the views.
 
-import { Camera, CameraUnreachable } from "./camera_client.js";
+import { Camera, CameraUnreachable, SessionError } from "./camera_client.js";
 import { CommandQueue } from "./command_queue.js";
 import { Connection } from "./connection.js";
-import { byId } from "./dom.js";
+import { byId, complain } from "./dom.js";
 import { ExchangeLog } from "./exchange_log.js";
-import { setUpLook } from "./look.js";
-import { complain } from "./messages.js";
 import { Simulator } from "./simulator_client.js";
 import { errorInWords } from "./words.js";
 import { setUpApi } from "./api_view.js";
@@ -33,7 +31,7 @@ function makeRemote() {
   const queue = new CommandQueue({
     wasAnswered: (error) => !(error instanceof CameraUnreachable),
     onAnswer: () => connection.refresh(),
-    onError: (kind, error) => complain(`${kind}: ${errorInWords(error)}`),
+    onError: tell,
   });
   return { camera, connection, queue, exchanges, simulator: new Simulator(), attempt };
 }
@@ -45,13 +43,19 @@ async function attempt(what, call) {
   try {
     return await call();
   } catch (error) {
-    complain(`${what}: ${errorInWords(error)}`);
+    tell(what, error);
     return undefined;
   }
 }
 
+/// A lost session is told by the login dialog.
+function tell(what, error) {
+  if (!(error instanceof SessionError)) {
+    complain(`${what}: ${errorInWords(error)}`);
+  }
+}
+
 const remote = makeRemote();
-setUpLook(byId("look"));
 setUpHeader(remote);
 const views = {
   camera: setUpCamera(remote),

@@ -1,172 +1,46 @@
-// The view that operates the camera. Its markup says what each control does:
-//
-//   data-text="Iris.Letter"            shows a text of the status
-//   data-word="Iris.Status"            the same in the operator's words
-//   data-key="Iris.Open1"              presses a key of a control
-//   data-hold="Iris.Open"              runs a seesaw as long as it is held
-//   data-slider="IrisBar"              moves a bar
-//   data-enable="Iris.Open1"           the flag that enables it, if it is not that of its key
-//   data-pressed="Iris.Status=Auto"    it is pressed while the status says so ("|" separates words)
-//   data-label="Gain.L"                the camera's own label, which follows its `data-name`
+// The view that operates the camera. Most of its controls are made by camera_controls.js; here is
+// what only one of them does.
 
-import { byId, element, setText, valueAt } from "./dom.js";
-import { HoldButton } from "./hold_button.js";
+import { setUpControls } from "./camera_controls.js";
+import { byId, element, setText } from "./dom.js";
 import { PaintPad } from "./paint_pad.js";
-import { setUpPresets } from "./presets.js";
 import { inWords } from "./words.js";
 
-const USER_BUTTONS = [
-  ...Array.from({ length: 11 }, (_, i) => ({ key: `Sw${i + 1}`, flag: `Sw${i + 1}`, name: `User ${i + 1}` })),
-  // The camera spells it in two ways.
-  { key: "LensRet", flag: "LenzRet", name: "Lens return" },
-];
-
-/// Speeds of the switches are one byte.
-const FASTEST = 255;
+/// Clears the zoom position of a preset.
+const NOT_SET = 65535;
 
 export function setUpCamera(remote) {
-  const view = byId("camera");
-  makeUserButtons();
+  const showPresets = setUpPresets(remote);
   const updates = [
-    showTexts(view),
-    setUpKeys(remote, view),
-    setUpHolds(remote, view),
-    setUpSliders(remote, view),
+    setUpControls(remote, byId("camera")),
+    showPresets,
     setUpZoomSlider(remote),
     setUpPaint(remote),
     setUpRecording(remote),
-    setUpPresets(remote),
+    showAllowed,
   ];
-  setUpTally(remote, view);
-  remote.connection.addEventListener("status", ({ detail }) => {
-    updates.forEach((update) => update(detail));
-    // Last, so that nothing which an update has made is forgotten.
-    enable(view, detail);
-  });
-  disableAll(view);
+  setUpTally(remote);
+  remote.connection.addEventListener("status", ({ detail }) => updates.forEach((update) => update(detail)));
   return {};
 }
 
-function makeUserButtons() {
-  byId("user-buttons").append(
-    ...USER_BUTTONS.map(({ key, flag, name }) =>
-      element("button", {
-        type: "button",
-        textContent: name,
-        "data-key": `User.${key}`,
-        "data-enable": `User.${flag}`,
-        "data-label": `User.${flag}`,
-        "data-default": name,
-      }),
-    ),
-  );
-}
-
-function showTexts(view) {
-  const texts = [...view.querySelectorAll("[data-text]")];
-  const words = [...view.querySelectorAll("[data-word]")];
-  const labels = [...view.querySelectorAll("[data-label]")];
-  const toggles = [...view.querySelectorAll("[data-pressed]")].map((button) => {
-    const [path, values] = button.dataset.pressed.split("=");
-    return { button, path, values: values.split("|") };
-  });
-  return (status) => {
-    texts.forEach((shown) => setText(shown, valueAt(status, shown.dataset.text)));
-    words.forEach((shown) => setText(shown, inWords(valueAt(status, shown.dataset.word))));
-    labels.forEach((shown) => setText(shown, labelFor(shown.dataset, status)));
-    for (const { button, path, values } of toggles) {
-      button.ariaPressed = String(values.includes(valueAt(status, path)));
-    }
-  };
-}
-
-function labelFor({ label, name, default: otherwise }, status) {
-  const text = valueAt(status.ButtonLetter, label);
-  return name === undefined ? text || otherwise : `${name} ${text}`.trim();
-}
-
-function enable(view, status) {
-  for (const control of view.querySelectorAll("[data-enable], [data-key]")) {
-    const flag = control.dataset.enable ?? control.dataset.key;
-    control.disabled = valueAt(status.Enable, flag) === 0;
-  }
+function showAllowed({ AllowedPage }) {
   for (const notice of document.querySelectorAll("[data-allowed]")) {
-    notice.hidden = status.AllowedPage[notice.dataset.allowed] !== 0;
+    notice.hidden = AllowedPage[notice.dataset.allowed] !== 0;
   }
-}
-
-/// Until the camera has said what can be used.
-function disableAll(view) {
-  for (const control of view.querySelectorAll("[data-enable], [data-key]")) {
-    control.disabled = true;
-  }
-}
-
-function setUpKeys({ camera, queue }, view) {
-  for (const button of view.querySelectorAll("[data-key]")) {
-    const [kind, key] = button.dataset.key.split(".");
-    button.addEventListener("click", () =>
-      queue.send(kind, () =>
-        kind === "User" || kind === "Menu"
-          ? camera.setWebButtonEvent({ kind, button: key })
-          : camera.setWebKeyEvent({ kind, key }),
-      ),
-    );
-  }
-  return () => {};
-}
-
-function setUpHolds({ camera, queue }, view) {
-  const holds = [...view.querySelectorAll("[data-hold]")].map((button) => {
-    const [kind, direction] = button.dataset.hold.split(".");
-    const operate = kind === "Zoom" ? zoomSwitch(camera) : seesaw(camera, `${kind}Seesaw`);
-    const hold = new HoldButton(button, {
-      run: (part) => queue.send(kind, () => operate(direction, Math.round(part * FASTEST))),
-      // `keepalive` lets it outlive the page.
-      stop: () => queue.stop(kind, (options) => operate("Stop", 0, { ...options, keepalive: true })),
-    });
-    return { hold, flag: button.dataset.enable };
-  });
-  return (status) => {
-    for (const { hold, flag } of holds) {
-      if (valueAt(status.Enable, flag) === 0) {
-        hold.release();
-      }
-    }
-  };
-}
-
-const zoomSwitch = (camera) => (direction, speed, options) =>
-  camera.zoomSwitchOperation({ direction, speed }, options);
-
-const seesaw = (camera, kind) => (direction, speed, options) =>
-  camera.seesawSwitchOperation({ kind, direction, speed }, options);
-
-/// Bars whose position the camera does not report.
-function setUpSliders({ camera, queue }, view) {
-  for (const slider of view.querySelectorAll("[data-slider]")) {
-    const kind = slider.dataset.slider;
-    slider.addEventListener("input", () =>
-      queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
-    );
-  }
-  return () => {};
 }
 
 function setUpZoomSlider({ camera, queue }) {
   const slider = byId("zoom-slider");
-  const shown = byId("zoom-display");
   slider.addEventListener("input", () =>
     queue.send("Zoom", () => camera.setZoomCtrl({ position: slider.valueAsNumber })),
   );
   const isMoved = watchMoving(slider);
-  return (status) => {
-    const position = Number(status.ZoomPosition);
-    setText(shown, `${status.ZoomDisplayValue}`);
+  return ({ ZoomPosition }) => {
     if (!isMoved() && !queue.isBusy("Zoom")) {
       // The scale is the camera's own.
-      slider.max = Math.max(slider.max, position);
-      slider.value = position;
+      slider.max = Math.max(slider.max, ZoomPosition);
+      slider.value = ZoomPosition;
     }
   };
 }
@@ -182,44 +56,43 @@ function watchMoving(slider) {
 }
 
 function setUpPaint({ camera, queue }) {
-  const red = byId("paint-red");
-  const blue = byId("paint-blue");
-  const pad = new PaintPad(byId("paint-pad"), (part) =>
+  const scales = { Red: 0, Blue: 0 };
+  // The field counts from 0; the positions run from minus to plus their scale.
+  const pad = new PaintPad(byId("paint-pad"), ({ red, blue }) =>
     queue.send("White paint", () =>
       camera.setWebXYFieldEvent({
         kind: "WhPaintRB",
-        xPosition: Math.round(part.red * 255),
-        yPosition: Math.round(part.blue * 255),
+        xPosition: Math.round(red * 2 * scales.Red),
+        yPosition: Math.round(blue * 2 * scales.Blue),
       }),
     ),
   );
-  const sliders = [
-    { slider: red, kind: "WhPaintR", isMoved: watchMoving(red) },
-    { slider: blue, kind: "WhPaintB", isMoved: watchMoving(blue) },
-  ];
-  for (const { slider, kind } of sliders) {
+  const sliders = ["Red", "Blue"].map((color) => {
+    const slider = byId(`paint-${color.toLowerCase()}`);
+    const kind = `WhPaint${color[0]}`;
     slider.addEventListener("input", () => {
       const position = slider.valueAsNumber & 0xffff; // below zero as a number of 16 bits
       queue.send(kind, () => camera.setWebSliderEvent({ kind, position }));
     });
-  }
+    return { color, slider, kind, isMoved: watchMoving(slider) };
+  });
   return ({ Whb, Enable }) => {
-    const scales = [Whb.WhPaintRScale, Whb.WhPaintBScale];
-    const positions = [Whb.WhPaintRPosition, Whb.WhPaintBPosition];
-    sliders.forEach(({ slider, kind, isMoved }, i) => {
-      slider.min = -scales[i];
-      slider.max = scales[i];
+    const [red, blue] = sliders.map(({ color, slider, kind, isMoved }) => {
+      const [scale, position] = [Whb[`${kind}Scale`], Whb[`${kind}Position`]];
+      scales[color] = scale;
+      slider.min = -scale;
+      slider.max = scale;
       if (!isMoved() && !queue.isBusy(kind)) {
-        slider.value = positions[i];
+        slider.value = position;
       }
+      return (position + scale) / (2 * scale || 1);
     });
-    const [partRed, partBlue] = positions.map((position, i) => (position + scales[i]) / (2 * scales[i] || 1));
-    pad.show({ red: partRed, blue: partBlue });
+    pad.show({ red, blue });
     pad.disabled = Enable.Whb.WhPaintRP === 0;
   };
 }
 
-function setUpRecording({ camera, queue, attempt }) {
+function setUpRecording({ camera, queue }) {
   const button = byId("record");
   button.addEventListener("click", () => {
     if (button.ariaPressed === "true") {
@@ -228,8 +101,8 @@ function setUpRecording({ camera, queue, attempt }) {
       queue.send("Record", () => camera.setCamCtrl({ camCtrl: "Rec" }));
     }
   });
-  byId("monitor-start").addEventListener("click", () => attempt("Live picture", () => camera.monitorStart()));
-  byId("monitor-stop").addEventListener("click", () => attempt("Live picture", () => camera.monitorStop()));
+  byId("monitor-start").addEventListener("click", () => queue.send("Live picture", () => camera.monitorStart()));
+  byId("monitor-stop").addEventListener("click", () => queue.send("Live picture", () => camera.monitorStop()));
   return (status) => {
     button.ariaPressed = String(status.Status === "Rec" || status.Status === "RecPause");
     button.disabled = status.Status === "NoCard";
@@ -240,25 +113,25 @@ function setUpRecording({ camera, queue, attempt }) {
   };
 }
 
-function showSlot(name, card, slot) {
+function showSlot(name, card, { Status, Remain, ClipNum, Protect, RemainWarn }) {
+  const hasCard = Status !== "NoCard";
+  const remain = Remain === "-1" ? "remaining time unknown" : `${Remain} min left`;
   const lines = [
-    `Slot ${name}: ${inWords(slot.Status)}`,
-    slot.Status === "NoCard" ? "" : remainText(slot),
-    slot.Status === "NoCard" ? "" : `${slot.ClipNum} clips${slot.Protect === "Lock" ? ", locked" : ""}`,
+    `Slot ${name}: ${inWords(Status)}`,
+    hasCard ? remain : "",
+    hasCard ? `${ClipNum} clips${Protect === "Lock" ? ", locked" : ""}` : "",
   ];
   if (card.children.length === 0) {
     card.append(element("strong"), element("p", { className: "letter small" }), element("p"));
   }
-  card.dataset.status = slot.Status;
-  card.classList.toggle("warn", slot.RemainWarn !== 0 && slot.Status !== "NoCard");
+  card.dataset.status = Status;
+  card.classList.toggle("warn", RemainWarn !== 0 && hasCard);
   lines.forEach((line, i) => setText(card.children[i], line));
 }
 
-const remainText = ({ Remain }) => (Remain === "-1" ? "remaining unknown" : `${Remain} min left`);
-
 function batteryText({ Info, Level, Value }) {
-  const units = { Time: `${Value} min`, Capacity: `${Value} %`, Voltage: `${Number(Value) / 10} V` };
-  return `${units[Info] ?? Value}, level ${Level}`;
+  const texts = { Time: `${Value} min`, Capacity: `${Value} %`, Voltage: `${Number(Value) / 10} V` };
+  return `${texts[Info] ?? Value}, level ${Level}`;
 }
 
 function networkText({ NetAdaptorStatus, NetAdaptorType }) {
@@ -266,19 +139,67 @@ function networkText({ NetAdaptorStatus, NetAdaptorType }) {
   return NetAdaptorType === "Unknown" ? state : `${inWords(NetAdaptorType)}, ${state}`;
 }
 
-function setUpTally({ camera, queue }, view) {
-  const onClick = (attribute, call) => {
-    for (const button of view.querySelectorAll(`[data-${attribute}]`)) {
-      button.addEventListener("click", () =>
-        queue.send(attribute, () => call(button.getAttribute(`data-${attribute}`))),
-      );
-    }
-  };
-  onClick("studio-tally", (indication) => camera.setStudioTally({ indication }));
-  onClick("tally-priority", (priority) => camera.setTallyLampPriority({ priority }));
-  onClick("tally-lamp", (sw) =>
-    byId("tally-take").checked
-      ? camera.setTallyControlWithPriority({ sw })
-      : camera.setTallyLampCtrl({ sw }),
+function setUpTally({ camera, queue }) {
+  const make = (id, name, words, call) =>
+    byId(id).append(
+      ...words.map((word) => {
+        const button = element("button", { textContent: word, "aria-label": `${name} ${word.toLowerCase()}` });
+        button.addEventListener("click", () => queue.send(name, () => call(word)));
+        return button;
+      }),
+    );
+  make("studio-tally", "Studio tally", ["Off", "Preview", "Program"], (indication) =>
+    camera.setStudioTally({ indication }),
   );
+  make("tally-lamp", "Tally lamp", ["On", "Off"], (sw) =>
+    byId("tally-take").checked ? camera.setTallyControlWithPriority({ sw }) : camera.setTallyLampCtrl({ sw }),
+  );
+  make("tally-priority", "Tally lamp by", ["Camera", "Web"], (priority) => camera.setTallyLampPriority({ priority }));
+}
+
+/// The zoom positions behind the buttons A, B and C.
+function setUpPresets({ camera, connection, queue, attempt }) {
+  const rows = ["A", "B", "C"].map((id, i) => ({
+    id,
+    recall: makeButton(`Preset ${id}`),
+    store: makeButton(`Store ${id}`, { "data-enable": "Zoom.Preset" }),
+    clear: makeButton(`Clear ${id}`, { "data-enable": "Zoom.Clear" }),
+    flag: `Preset${i + 1}`,
+    position: -1,
+  }));
+
+  async function read() {
+    const positions = await attempt("Preset zoom", () => camera.getPresetZoomPosition());
+    for (const row of rows) {
+      row.position = positions?.[row.id] ?? -1;
+      setText(row.recall, row.position < 0 ? `Preset ${row.id} –` : `Preset ${row.id} ${row.position}`);
+    }
+    enable(connection.status);
+  }
+
+  async function store(id, position) {
+    await attempt(`Preset ${id}`, () => camera.setPresetZoomPosition({ id, position }));
+    await read();
+  }
+
+  function enable(status) {
+    for (const { recall, position, flag } of rows) {
+      recall.disabled = position < 0 || status?.Enable.Zoom[flag] === 0;
+    }
+  }
+
+  for (const row of rows) {
+    byId("presets").append(element("div", {}, row.recall, row.store, row.clear));
+    row.recall.addEventListener("click", () =>
+      queue.send("Zoom", () => camera.setZoomCtrl({ position: row.position })),
+    );
+    row.store.addEventListener("click", () => store(row.id, Number(connection.status.ZoomPosition)));
+    row.clear.addEventListener("click", () => store(row.id, NOT_SET));
+  }
+  connection.addEventListener("session", ({ detail }) => detail === "valid" && read());
+  return enable;
+}
+
+function makeButton(name, attributes) {
+  return element("button", { textContent: name, disabled: true, ...attributes });
 }

@@ -1,8 +1,7 @@
 // The walk through the cloud streaming service: five steps, each possible once the one before it has
 // come to a good end.
 
-import { byId, element, setText } from "./dom.js";
-import { announce } from "./messages.js";
+import { announce, byId, element, setText } from "./dom.js";
 import { cloudErrorInWords, inWords } from "./words.js";
 
 /// Flags of `SetCldstrmClearStatus`.

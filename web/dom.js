@@ -1,4 +1,5 @@
-// Small helpers for elements. Texts only ever become text nodes.
+// Small helpers for elements, and what the page tells its user beside what it shows. Texts only ever
+// become text nodes.
 
 export const byId = (id) => document.getElementById(id);
 
@@ -32,7 +33,33 @@ export function setFacts(list, facts) {
   );
 }
 
+/// Shows texts as the items of a list.
+/// @return the texts that were not there before
+export function setList(list, texts) {
+  const before = [...list.children].map((item) => item.textContent);
+  if (before.join("\n") !== texts.join("\n")) {
+    list.replaceChildren(...texts.map((text) => element("li", { textContent: text })));
+  }
+  return texts.filter((text) => !before.includes(text));
+}
+
 /// What `path`, such as "Iris.Status", leads to.
 export function valueAt(object, path) {
   return path.split(".").reduce((value, key) => value?.[key], object);
+}
+
+/// Milliseconds.
+const SHOWN_FOR = 8000;
+let timer;
+
+/// Tells screen readers of a change that others see.
+export function announce(text) {
+  setText(byId("announcement"), text);
+}
+
+/// Shows an error for a while.
+export function complain(text) {
+  setText(byId("message"), text);
+  clearTimeout(timer);
+  timer = setTimeout(() => setText(byId("message"), ""), SHOWN_FOR);
 }

@@ -30,12 +30,6 @@ export class ExchangeLog extends EventTarget {
     this.dispatchEvent(new Event("change"));
   }
 
-  clear() {
-    this.#all.length = 0;
-    this.#withoutPolls.length = 0;
-    this.dispatchEvent(new Event("change"));
-  }
-
   /// Latest first.
   entries({ withPolls }) {
     return withPolls ? this.#all : this.#withoutPolls;

@@ -1,9 +1,9 @@
 // The header and the strip below it: which camera this is, how it is reached, what is on air.
 
-import { byId, element, setText, valueAt } from "./dom.js";
-import { announce, complain } from "./messages.js";
+import { announce, byId, complain, setList, setText, valueAt } from "./dom.js";
 import { errorInWords } from "./words.js";
 
+const LOOK_KEY = "look";
 const SESSION_TEXTS = { none: "not logged in", valid: "logged in", lost: "lost" };
 const TALLY_TEXTS = {
   Program: "On air: program",
@@ -16,6 +16,7 @@ const TALLY_TEXTS = {
 const BATTERY_LOW = 10;
 
 export function setUpHeader({ camera, connection, simulator }) {
+  setUpLook(byId("look"));
   connection.addEventListener("state", ({ detail }) => showState(detail));
   connection.addEventListener("latency", ({ detail }) => setText(byId("latency"), `${Math.round(detail)} ms`));
   connection.addEventListener("tally", ({ detail }) => showTally(detail));
@@ -73,7 +74,10 @@ function showStatus(status) {
     announce(`Recording status: ${status.Status}`);
   }
   lastRecording = status.Status;
-  showWarnings(warningsIn(status));
+  const fresh = setList(byId("warnings"), warningsIn(status));
+  if (fresh.length > 0) {
+    announce(`Warning: ${fresh.join(", ")}`);
+  }
 }
 
 function warningsIn(status) {
@@ -101,15 +105,13 @@ function isBatteryLow({ Info, Level, Value }) {
   return Number(Level) <= 1 || (Info !== "Voltage" && Number(Value) <= BATTERY_LOW);
 }
 
-function showWarnings(warnings) {
-  const list = byId("warnings");
-  const texts = [...list.children].map((item) => item.textContent);
-  if (texts.join("\n") === warnings.join("\n")) {
-    return;
-  }
-  list.replaceChildren(...warnings.map((warning) => element("li", { textContent: warning })));
-  const fresh = warnings.filter((warning) => !texts.includes(warning));
-  if (fresh.length > 0) {
-    announce(`Warning: ${fresh.join(", ")}`);
-  }
+/// The dark or the light look, kept for the next visit.
+function setUpLook(select) {
+  select.value = localStorage.getItem(LOOK_KEY) ?? "dark";
+  const show = () => (document.documentElement.dataset.look = select.value);
+  select.addEventListener("change", () => {
+    localStorage.setItem(LOOK_KEY, select.value);
+    show();
+  });
+  show();
 }

@@ -23,14 +23,12 @@ export function setUpSettings({ camera, queue, attempt }) {
 
   async function readSystem() {
     const info = await attempt("System information", () => camera.getSystemInfo());
-    const heartbeat = await attempt("System information", () => camera.heartbeatConfirmation());
-    if (info && heartbeat) {
+    if (info) {
       setFacts(byId("system-facts"), {
         Model: info.Model,
         Region: info.Destination,
         "Serial number": info.Serial,
         "API version": info.ApiVersion,
-        "Video output": heartbeat.VideoOutput,
       });
     }
   }
@@ -38,8 +36,7 @@ export function setUpSettings({ camera, queue, attempt }) {
   async function readPosition() {
     const position = await attempt("Position", () => camera.getGPSInfo());
     if (position) {
-      setText(byId("gps-level"), position.AntennaLevel || "none");
-      setText(byId("gps-location"), position.Location || "unknown");
+      setFacts(byId("gps-facts"), { "Antenna level": position.AntennaLevel, Location: position.Location });
     }
   }
 

@@ -11,13 +11,13 @@ export class Simulator {
     return this.#answers;
   }
 
-  state = () => this.#request("GET", "state");
-  scenes = () => this.#request("GET", "scenes");
+  scenes = async () => (await this.#request("GET", "scenes")).scenes;
   reset = (scene) => this.#request("POST", "reset", scene ? { scene } : {});
-  faults = () => this.#request("GET", "faults");
+  faults = async () => (await this.#request("GET", "faults")).faults;
   addFault = (fault) => this.#request("POST", "faults", fault);
   clearFaults = () => this.#request("DELETE", "faults");
-  clock = (change) => this.#request("POST", "clock", change);
+  clock = () => this.#request("GET", "clock");
+  setClock = (change) => this.#request("POST", "clock", change);
 
   /// Logs in and returns the session id.
   async logIn() {

@@ -1,19 +1,23 @@
 // What only the simulated camera offers: its viewfinder, scenes, faults and clock.
 
-import { byId, element } from "./dom.js";
-import { complain } from "./messages.js";
+import { COMMANDS } from "./camera_client.js";
+import { byId, complain, element, setList } from "./dom.js";
 import { drawViewfinder } from "./viewfinder.js";
 
 const STATE_INTERVAL = 1000;
 const MINUTE = 60_000;
 
-const FAULTS = [
+const FAULTS_OF_DAEMONS = [
   "absent", "refused", "busy", "silent", "slow", "pieces", "short", "closed", "garbage",
-  "requested_error", "disable_error", "result", "no_status_block", "short_status_block",
-  "settings_read_only", "disk_full", "no_session", "no_log",
+  "requested_error", "disable_error", "result",
+];
+const FAULTS_AROUND = [
+  "no_status_block", "short_status_block", "settings_read_only", "disk_full", "no_session", "no_log",
 ];
 const DAEMONS = ["quonta_cp", "streaming"];
-const COMMANDS = ["GetCamStatus", "SetCamCtrl", "ZoomSwitchOperation", "SetWebKeyEvent", "GetClipInfo"];
+
+/// What a fault needs beside its name.
+const VALUES = { slow: "ms", short: "bytes", result: "code" };
 
 export async function setUpSimulator(remote) {
   const { connection, simulator } = remote;
@@ -23,11 +27,10 @@ export async function setUpSimulator(remote) {
   const drawer = byId("simulator");
   const toggle = byId("simulator-toggle");
   toggle.hidden = false;
-  let state;
   let tally;
   let timer;
 
-  const draw = () => !drawer.hidden && connection.status && drawViewfinder(connection.status, tally, state);
+  const draw = () => !drawer.hidden && connection.status && drawViewfinder(connection.status, tally);
   connection.addEventListener("status", draw);
   connection.addEventListener("tally", ({ detail }) => {
     tally = detail;
@@ -40,10 +43,8 @@ export async function setUpSimulator(remote) {
     if (drawer.hidden || document.hidden) {
       return;
     }
-    state = await simulator.state().catch(() => undefined);
-    showClock(state);
+    showClock(await simulator.clock().catch(() => undefined));
     showFaults(await simulator.faults().catch(() => []));
-    draw();
     timer = setTimeout(follow, STATE_INTERVAL);
   }
 
@@ -60,6 +61,7 @@ export async function setUpSimulator(remote) {
   toggle.addEventListener("click", () => {
     drawer.hidden = !drawer.hidden;
     toggle.ariaExpanded = String(!drawer.hidden);
+    draw();
     follow();
   });
   document.addEventListener("visibilitychange", follow);
@@ -77,46 +79,45 @@ async function setUpScenes(simulator, act) {
 
 function setUpFaults(simulator, act) {
   const form = byId("fault-form");
-  byId("fault").append(...FAULTS.map((name) => element("option", { textContent: name })));
+  const options = (group, names, prefix = "") =>
+    element("optgroup", { label: group }, ...names.map((name) => element("option", { textContent: name, value: prefix + name })));
+  byId("fault").append(options("Of a daemon", FAULTS_OF_DAEMONS), options("Around the handler", FAULTS_AROUND));
   byId("fault-where").append(
-    ...DAEMONS.map((name) => element("option", { textContent: `daemon ${name}`, value: `daemon ${name}` })),
-    ...COMMANDS.map((name) => element("option", { textContent: `command ${name}`, value: `command ${name}` })),
+    element("option", { textContent: "everywhere", value: "" }),
+    options("Daemon", DAEMONS, "daemon "),
+    options("Command", COMMANDS.map(({ name }) => name).sort(), "command "),
   );
   form.addEventListener("submit", (event) => {
     event.preventDefault();
-    const { fault, where, ms, count } = form.elements;
+    const { fault, where, value, count } = form.elements;
     const [member, name] = where.value.split(" ");
-    const added = { fault: fault.value, [member]: name };
-    if (fault.value === "slow") {
-      added.ms = ms.valueAsNumber;
-    }
-    if (count.value !== "") {
-      added.count = count.valueAsNumber;
-    }
-    act("Fault", () => simulator.addFault(added));
+    act("Fault", () =>
+      simulator.addFault({
+        fault: fault.value,
+        ...(name && { [member]: name }),
+        ...(VALUES[fault.value] && { [VALUES[fault.value]]: value.valueAsNumber }),
+        ...(count.value && { count: count.valueAsNumber }),
+      }),
+    );
   });
   byId("clear-faults").addEventListener("click", () => act("Faults", () => simulator.clearFaults()));
 }
 
 function showFaults(faults) {
-  const texts = faults.map((fault) => Object.values(fault).join(" "));
-  const list = byId("faults");
-  if ([...list.children].map((item) => item.textContent).join("\n") !== texts.join("\n")) {
-    list.replaceChildren(...texts.map((text) => element("li", { textContent: text })));
-  }
+  setList(byId("faults"), faults.map(({ id, ...fault }) => Object.values(fault).join(" ")));
 }
 
 function setUpClock(simulator, act) {
   const pause = byId("clock-pause");
-  const set = (change) => act("Clock", () => simulator.clock(change));
+  const set = (change) => act("Clock", () => simulator.setClock(change));
   pause.addEventListener("click", () => set({ paused: pause.ariaPressed !== "true" }));
   byId("clock-step").addEventListener("click", () => set({ step_ms: MINUTE }));
   byId("clock-speed").addEventListener("change", (event) => set({ speed: Number(event.target.value) }));
 }
 
-function showClock(state) {
-  if (state?.clock) {
-    byId("clock-pause").ariaPressed = String(state.clock.paused);
-    byId("clock-speed").value = String(state.clock.speed);
+function showClock(clock) {
+  if (clock) {
+    byId("clock-pause").ariaPressed = String(clock.paused);
+    byId("clock-speed").value = String(clock.speed);
   }
 }

@@ -3,51 +3,36 @@
 import { methodName } from "./camera_client.js";
 import { byId, element, setText } from "./dom.js";
 
-/// For each transport the member of the reply that holds its settings, and its settings in the order
-/// of the form: their names in the API and what they are.
+const ADDRESS = { name: "DstAddress", label: "Address", longest: 129 };
+const PORT = { name: "DstPort", label: "Port", largest: 65535 };
+const number = (name, label) => ({ name, label, largest: 2 ** 31 - 1 });
+const secret = (name, label, longest) => ({ name, label, longest, secret: true });
+
+/// The settings of each transport in the order of the form: their names in the API and what they are.
 const TRANSPORTS = {
-  UDP: {
-    member: "Udp",
-    fields: [
-      { name: "DstAddress", label: "Address", longest: 129 },
-      { name: "DstPort", label: "Port", largest: 65535 },
-      { name: "PcrJitter", label: "PCR jitter" },
-    ],
-  },
-  RTSP: {
-    member: "Rtsp",
-    fields: [{ name: "Password", label: "Password", longest: 39, secret: true }],
-  },
-  ZIXI: {
-    member: "Zixi",
-    fields: [
-      { name: "DstAddress", label: "Address", longest: 129 },
-      { name: "DstPort", label: "Port", largest: 65535 },
-      { name: "StreamId", label: "Stream id", longest: 69 },
-      { name: "Password", label: "Password", longest: 129, secret: true },
-      { name: "Latency", label: "Latency" },
-      { name: "AdaptiveBitrate", label: "Adaptive bit rate" },
-    ],
-  },
-  RTMP: {
-    member: "Rtmp",
-    fields: [
-      { name: "DstUrl", label: "URL", longest: 199 },
-      { name: "StreamKey", label: "Stream key", longest: 69, secret: true },
-    ],
-  },
-  RTP: {
-    member: "Rtp",
-    note: "The camera keeps this address with those of UDP and does not report it here.",
-    fields: [
-      { name: "DstAddress", label: "Address", longest: 129 },
-      { name: "DstPort", label: "Port", largest: 65535 },
-      { name: "Smpte2022Fec", label: "SMPTE 2022 FEC" },
-      { name: "FecMatrixL", label: "FEC matrix L" },
-      { name: "FecMatrixD", label: "FEC matrix D" },
-    ],
-  },
+  UDP: [ADDRESS, PORT, number("PcrJitter", "PCR jitter")],
+  RTSP: [secret("Password", "Password", 39)],
+  ZIXI: [
+    ADDRESS,
+    PORT,
+    { name: "StreamId", label: "Stream id", longest: 69 },
+    secret("Password", "Password", 129),
+    number("Latency", "Latency"),
+    number("AdaptiveBitrate", "Adaptive bit rate"),
+  ],
+  RTMP: [{ name: "DstUrl", label: "URL", longest: 199 }, secret("StreamKey", "Stream key", 69)],
+  RTP: [
+    // Kept with those of UDP, and not reported here.
+    { ...ADDRESS, label: "Address (the camera does not report it)" },
+    PORT,
+    number("Smpte2022Fec", "SMPTE 2022 FEC"),
+    number("FecMatrixL", "FEC matrix L"),
+    number("FecMatrixD", "FEC matrix D"),
+  ],
 };
+
+/// The member of a reply that holds a transport's settings.
+const memberOf = (transport) => transport[0] + transport.slice(1).toLowerCase();
 
 const SERVERS = 4;
 
@@ -103,18 +88,16 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
 
   /// Settings of a transport that is not the server's present one are not reported: they are empty.
   function showFields() {
-    const { member, fields, note = "" } = TRANSPORTS[transport.value];
-    const reported = servers[edited]?.[member] ?? {};
-    byId("server-fields").replaceChildren(
-      ...fields.map((field) => element("label", {}, `${field.label} `, input(field, reported[field.name]))),
-      element("p", { className: "quiet", textContent: note }),
+    const reported = servers[edited]?.[memberOf(transport.value)] ?? {};
+    const rows = TRANSPORTS[transport.value].map((field) =>
+      element("label", {}, `${field.label} `, input(field, reported[field.name])),
     );
+    byId("server-fields").replaceChildren(...rows);
   }
 
   function settings() {
-    const { fields } = TRANSPORTS[transport.value];
     const values = { id: edited, alias: form.elements.Alias.value };
-    for (const { name, longest } of fields) {
+    for (const { name, longest } of TRANSPORTS[transport.value]) {
       const field = form.elements[name];
       values[methodName(name)] = longest ? field.value : field.valueAsNumber;
     }
@@ -143,7 +126,7 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
 
 function input({ name, longest, largest, secret }, value) {
   if (longest === undefined) {
-    return element("input", { name, type: "number", min: 0, max: largest ?? 2 ** 31 - 1, required: true, value: value ?? 0 });
+    return element("input", { name, type: "number", min: 0, max: largest, required: true, value: value ?? 0 });
   }
   const text = value === undefined || value === NEVER_SET ? "" : value;
   return element("input", {

@@ -1,7 +1,6 @@
 // The upload of clips to an FTP server: what is sent, how far it is, and the camera's questions.
 
-import { byId, setText } from "./dom.js";
-import { announce } from "./messages.js";
+import { announce, byId, setText } from "./dom.js";
 import { inWords } from "./words.js";
 
 /// Slots are numbers here.

@@ -36,7 +36,7 @@ export function setUpViews({ camera, connection }, views) {
     }
     document.title = `${links.get(name).textContent} – camera remote`;
     if (moveFocus) {
-      byId(`${name}-title`).focus();
+      byId(name).querySelector("h1").focus();
       scrollTo(0, 0);
     }
     begin();
