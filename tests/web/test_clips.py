@@ -1,0 +1,116 @@
+"""The clips view: pages, marks, selection, upload."""
+
+import pytest
+
+from tests.web.support.page import eventually
+
+PAGE_SIZE = 30
+
+
+@pytest.fixture
+def clips(page):
+    page.load_scene("clips-500")
+    page.go_to("Clips")
+    eventually(lambda: len(rows(page)) == PAGE_SIZE)
+    return page
+
+
+def rows(page):
+    return page.browser.find_elements("css selector", "#clip-table tbody tr")
+
+
+def numbers(page):
+    return page.browser.execute_script(
+        "return [...document.querySelectorAll('#clip-table tbody tr')].map((row) => Number(row.dataset.number))")
+
+
+def name_of(page, number):
+    return page.state()["slots"]["A"]["clips"][number - 1]["name"]
+
+
+def test_pages_through_500_clips(clips):
+    page = clips
+    eventually(lambda: "Page 1 of 17" in page.text())
+    assert numbers(page) == list(range(1, 31))
+    page.press("Next page")
+    eventually(lambda: numbers(page) == list(range(31, 61)))
+    page.press("Last page")
+    eventually(lambda: numbers(page) == list(range(481, 501)))
+    assert not page.button("Next page").is_enabled()
+    page.press("First page")
+    eventually(lambda: numbers(page) == list(range(1, 31)))
+    reads = [entry["request"]["Request"]["Params"] for entry in page.journal("GetClipInfo")]
+    assert {"Slot": "A", "StartIndexNo": 481, "ClipNum": 30} in reads
+
+
+def test_marks_a_clip_and_clears_it_again(clips):
+    page = clips
+    name = name_of(page, 2)
+    before = page.is_pressed(f"OK mark of {name}")
+    for marked in (not before, before):
+        page.press(f"OK mark of {name}")
+        eventually(lambda: page.is_pressed(f"OK mark of {name}") is marked)
+        assert page.state()["slots"]["A"]["clips"][1]["ok_mark"] is marked
+
+
+def test_the_other_slot(clips):
+    page = clips
+    page.find_all("radio")[1].click()
+    eventually(lambda: page.text_of("#clip-caption").startswith("Slot B: "))
+    assert page.journal("GetClipInfo")[-1]["request"]["Request"]["Params"]["Slot"] == "B"
+
+
+def test_a_selection_over_several_pages_is_uploaded(clips):
+    page = clips
+    page.field(f"Select {name_of(page, 1)}", "checkbox").click()
+    page.press("Next page")
+    eventually(lambda: numbers(page)[0] == 31)
+    page.field(f"Select {name_of(page, 32)}", "checkbox").click()
+    page.field(f"Select {name_of(page, 33)}", "checkbox").click()
+    eventually(lambda: page.text_of("#selection-count") == "3 selected")
+    page.choose("Server", "FTP 3")
+    page.press("Upload 3 selected")
+    entry = eventually(lambda: page.journal("SetWebFtp3UploadASelect"))[0]
+    # Bit 0 and bit 31 of the first block, bit 0 of the second.
+    assert entry["request"]["Request"]["Params"] == {"block0": 2**31 + 1, "block1": 1}
+    assert page.state()["upload"]["server"] == "FTP3"
+    assert len(page.state()["upload"]["files"]) == 3
+
+
+def test_selecting_all_500_is_one_request(clips):
+    page = clips
+    page.press("Select all")
+    page.press("Upload 500 selected")
+    eventually(lambda: len(page.state()["upload"]["files"]) == 500)
+    page.press("Select none")
+    eventually(lambda: not page.button("Upload selected").is_enabled())
+
+
+@pytest.mark.parametrize("answer, phases", [("Yes", True), ("No", False)])
+def test_an_upload_asks_its_question(page, answer, phases):
+    page.load_scene("upload")
+    page.go_to("Clips")
+    question = eventually(lambda: page.find("group", "Do you trust the server with this key?"))
+    assert page.text_of("#upload-question-text").count(":") >= 15
+    assert "The upload asks a question" in page.text_of("#warnings")
+    page.press(answer, within=question)
+    entry = eventually(lambda: page.journal("WebFtpOperateResponse"))[0]
+    assert entry["request"]["Request"]["Params"] == {"Response": int(phases)}
+    assert entry["result"] == "Success"
+    eventually(lambda: not page.find_all("group", "Do you trust the server with this key?"))
+
+
+def test_an_upload_shows_its_progress(page):
+    page.go_to("Clips")
+    page.press("Upload all")
+    eventually(lambda: page.find("progressbar", "Upload progress").is_displayed())
+    eventually(lambda: "to server 1: file" in page.text_of("#upload-detail"))
+    assert not page.button("Upload all").is_enabled()
+    assert page.received("SetWebFtpUploadAll") != []
+
+
+def test_upload_of_marked_clips(page):
+    page.go_to("Clips")
+    page.press("Upload marked")
+    entry = eventually(lambda: page.journal("SetWebFtpUploadOkMarked"))[0]
+    assert entry["request"]["Request"]["Params"] == {"Server": 0, "Slot": 0}
