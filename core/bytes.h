@@ -1,4 +1,4 @@
-// Numbers and texts inside byte layouts: messages, replies, the camera status block.
+// Reads and writes numbers and texts in byte layouts: messages, replies, the camera status block.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +6,13 @@
 #include <cstring>
 #include <string_view>
 
-constexpr std::uint8_t HighByte(std::uint16_t word) { return static_cast<std::uint8_t>(word >> 8); }
+constexpr std::uint8_t HighByte(std::uint16_t number) {
+  return static_cast<std::uint8_t>(number >> 8);
+}
 constexpr std::uint8_t LowByte(std::uint32_t number) { return static_cast<std::uint8_t>(number); }
 constexpr std::uint8_t LowByte(std::int32_t number) { return static_cast<std::uint8_t>(number); }
 
-/// Little-endian numbers as they stand in the message header; no alignment, no padding.
+/// Little-endian numbers of the message header, without alignment or padding.
 class LittleEndian16 {
  public:
   constexpr LittleEndian16() = default;
@@ -33,18 +35,17 @@ class LittleEndian32 {
   std::uint8_t bytes_[4] = {};
 };
 
-/// A number as a word of memory that holds its bytes the most significant first.
+/// A number whose bytes in memory are in big-endian order.
 inline std::uint32_t ToBigEndian32(std::uint32_t number) {
   const std::uint8_t bytes[] = {LowByte(number >> 24), LowByte(number >> 16), LowByte(number >> 8),
                                 LowByte(number)};
-  std::uint32_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
+  std::uint32_t big_endian = 0;
+  std::memcpy(&big_endian, bytes, sizeof big_endian);
+  return big_endian;
 }
 
-// The kinds of fields in a layout, each with its offset: a layout is written down once, as a list
-// of named fields, and read with `view[field]`. Numbers of several bytes are big-endian, as all of
-// the camera's own layouts have them.
+// A layout is a list of named fields, read with `view[field]`. Multi-byte numbers are big-endian,
+// as in all layouts of the camera itself.
 
 /// One unsigned byte.
 struct U8Field {
@@ -71,14 +72,14 @@ struct TextField {
   std::uint16_t offset;
   std::uint16_t width;
 };
-/// `size` bytes as they stand.
+/// `size` uninterpreted bytes.
 struct BytesField {
   std::uint16_t offset;
   std::uint16_t size;
 };
 
-/// A view of received bytes. Whatever lies outside of them reads as 0, so a layout can be read
-/// from bytes that came only in part.
+/// A view of received bytes. Bytes beyond the end read as 0, so a layout can also be read from a
+/// partial reply.
 class ByteView {
  public:
   constexpr ByteView(const std::uint8_t* bytes, std::size_t size) : bytes_(bytes), size_(size) {}
@@ -104,7 +105,7 @@ class ByteView {
     return std::uint32_t{U16BigEndian(offset)} << 16 | U16BigEndian(offset + 2);
   }
 
-  /// The text in a field of `width` bytes: up to its NUL, its last byte or the last byte there is.
+  /// The text in a field of `width` bytes. It ends at a NUL, or with the field or the bytes.
   [[nodiscard]] std::string_view Text(std::size_t offset, std::size_t width) const {
     if (offset >= size_) {
       return "";
@@ -131,12 +132,12 @@ class ByteView {
   std::size_t size_;
 };
 
-/// Bytes of a layout that are being filled in. What would lie outside of them is left out.
+/// Writes the fields of a layout. Bytes beyond the end are dropped.
 class ByteWriter {
  public:
   ByteWriter(std::uint8_t* bytes, std::size_t size) : bytes_(bytes), size_(size) {}
 
-  /// A big-endian number, cut to `width` bytes.
+  /// A big-endian number, truncated to `width` bytes.
   void PutNumber(std::size_t offset, std::size_t width, std::uint32_t number) {
     for (std::size_t i = width; i > 0; --i) {
       PutByte(offset + i - 1, LowByte(number));
@@ -149,7 +150,7 @@ class ByteWriter {
   void Put(U16Field field, std::uint32_t number) { PutNumber(field.offset, 2, number); }
   void Put(U32Field field, std::uint32_t number) { PutNumber(field.offset, 4, number); }
 
-  /// A text, cut so that a NUL ends it within its field.
+  /// A text, truncated to leave room for the NUL in its field.
   void Put(TextField field, std::string_view text) {
     for (std::size_t i = 0; i < field.width; ++i) {
       const bool is_text = i < text.size() && i + 1U < field.width;

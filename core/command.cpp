@@ -13,7 +13,7 @@ namespace {
 constexpr os::Timeout kDefaultTimeout = {5, 0};
 constexpr int kDefaultLogLevel = 1;
 
-/// Room for everything of a reply but its data, a name of 99 characters included.
+/// Room for all of a reply except its data, including a name of 99 characters.
 constexpr std::size_t kEnvelopeSize = 300;
 
 }  // namespace
@@ -37,16 +37,16 @@ int Command::Parse(const char* /*params*/) { return 0; }
 
 void Command::Transmit() {
   request_header_.sender_process_id = os::ProcessId();
-  daemon_timed_out_ = !ExchangeMessages(daemon_address_, timeout_, request_header_, message_,
-                                        reply_header_, reply_);
-  // Without a payload the result stays that of the exchange before, "Success" at first.
+  daemon_timed_out_ =
+      !ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_);
+  // Without a payload the result of the previous exchange is kept, initially "Success".
   if (Reply().Size() > 0) {
     result_ = Reply().U8(0);
   }
 }
 
 void Command::Output() {
-  // Daemons answer with more codes than clients know words for; those all mean success.
+  // Daemons return more codes than clients know names for; all of those mean success.
   if (result_ >= std::size(RESULT_STR)) {
     result_ = 0;
   }
@@ -73,12 +73,12 @@ void Command::MakeTCString(std::uint32_t tc, char (&out)[kTimeCodeSize]) {
   constexpr char kDigits[] = "0123456789abcdef";
   constexpr std::uint32_t kDropFrame = 0x80;
   const std::uint32_t parts[] = {tc >> 24 & 0x3F, tc >> 16 & 0x7F, tc >> 8 & 0x7F, tc & 0x7F};
-  const char behind[] = {':', ':', (tc & kDropFrame) != 0 ? '.' : ':', '\0'};
+  const char separators[] = {':', ':', (tc & kDropFrame) != 0 ? '.' : ':', '\0'};
   char* next = out;
   for (std::size_t i = 0; i < std::size(parts); ++i) {
     *next++ = kDigits[parts[i] >> 4];
     *next++ = kDigits[parts[i] & 0x0F];
-    *next++ = behind[i];
+    *next++ = separators[i];
   }
 }
 

@@ -55,18 +55,18 @@ constexpr int kXYField = 19;
 
 constexpr int kWholeRequest = 100;
 
-/// What stands behind the program's name on the command line.
+/// The arguments after the program's name.
 class Arguments {
  public:
   Arguments(int argc, const char* const* argv)
       : count_(static_cast<std::size_t>(argc) - 1), texts_(argv + 1) {}
 
   [[nodiscard]] std::size_t Count() const { return count_; }
-  /// Null when there is no such argument; the number of the canned request is argument 0.
+  /// Null if there is no such argument. Argument 0 is the number of the canned request.
   [[nodiscard]] const char* Text(std::size_t index) const {
     return index < count_ ? texts_[index] : nullptr;
   }
-  /// 0 when there is no such argument.
+  /// 0 if there is no such argument.
   [[nodiscard]] std::int32_t Number(std::size_t index) const {
     return index < count_ ? ParseInt32(texts_[index]) : 0;
   }
@@ -76,7 +76,7 @@ class Arguments {
   const char* const* texts_;
 };
 
-/// What takes the place of one directive.
+/// The value that replaces a directive.
 struct Value {
   Value(const char* value) : text(value) {}
   Value(std::int32_t value) : number(value) {}
@@ -85,7 +85,7 @@ struct Value {
   std::int32_t number = 0;
 };
 
-/// Appends a canned request with the values in place of its directives, in their order.
+/// Appends a canned request whose directives are replaced by the values, in order.
 void Fill(const char* canned, std::initializer_list<Value> values, TextBuilder& request) {
   for (const Value& value : values) {
     const std::size_t length = std::strcspn(canned, "%");
@@ -179,7 +179,7 @@ bool HasCannedRequest(std::int32_t number) {
   return number >= 0 && number < static_cast<std::int32_t>(kInputCommandCount);
 }
 
-/// Numbers that are set aside: they have no request.
+/// Numbers that are reserved: they have no request.
 bool IsReserved(std::int32_t number) { return number >= 108 && number <= 117; }
 
 void BuildRequest(std::int32_t number, const Arguments& arguments, TextBuilder& request) {
@@ -204,7 +204,7 @@ void BuildRequest(std::int32_t number, const Arguments& arguments, TextBuilder& 
   }
 }
 
-/// Takes the name out of a request that begins with its command; leaves it empty otherwise.
+/// Copies the command name from a request that begins with it; otherwise the name is empty.
 template <std::size_t Size>
 void ReadCommandName(const char* request, char (&name)[Size]) {
   constexpr std::string_view kLead = "{\"Request\":{\"Command\":\"";

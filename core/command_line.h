@@ -1,5 +1,4 @@
-// The command line's road to a command: canned requests, to try the handler out without a web
-// server.
+// Requests from the command line, for trying the handler out without a web server.
 #pragma once
 
 #include <cstddef>
@@ -7,21 +6,19 @@
 
 constexpr std::size_t kInputCommandCount = 22;
 
-/// The canned requests by their number; empty texts where a number has none. Directives as of
-/// printf stand where arguments go. Two of them lack their last brace, which nothing needs: values
-/// are taken out of a request by their keys.
+/// The canned requests by their number; an empty text if a number has none. Directives like those
+/// of printf mark where arguments go. Two of them lack the last brace, which no scan needs.
 extern const char* const INPUT_COMMAND[kInputCommandCount];
 
-/// 1 as soon as a request from the command line is on its way. For service staff with a debugger:
-/// the handler itself does not read it.
+/// 1 once a request from the command line is dispatched. For service staff with a debugger; the
+/// handler does not read it.
 extern std::uint8_t g_bCmdLine;
 
-/// Builds the request that the arguments ask for and dispatches it without a session check.
+/// Builds a request from the arguments and dispatches it without a session check.
 ///
-/// The first argument, which there has to be, is the number of a canned request, or 100 for a whole
-/// request as the second one; docs/command-line.md lists what the others mean. Numbers are read as
-/// `ParseInt32` reads them. A request that could not be built stays empty and so ends as an
-/// unknown command. A number that means nothing is refused on standard error, and nothing is
-/// logged.
+/// The first argument, which must be present, is the number of a canned request, or 100 for a whole
+/// request in the second argument; docs/command-line.md describes the others. Numbers are read by
+/// `ParseInt32`. A request that cannot be built stays empty and so ends as an unknown command. An
+/// unknown number is rejected on standard error without a log line.
 /// @return the exit status of the program
 int RunCommandLine(int argc, const char* const* argv);

@@ -15,15 +15,15 @@ namespace {
 constexpr std::uint8_t kDefaultLevel = 1;
 constexpr std::uint8_t kDefaultTimeout = 5;
 
-/// A command that sends a message of its own class, code and payload length. The log level is that
-/// of its request and reply traces, the time-out is in seconds.
+/// A command that sends a message with this class, code and payload length. The log level applies
+/// to its request and reply traces; the time-out is in seconds.
 constexpr CommandPreset Message(std::uint8_t message_class, std::uint8_t code,
                                 std::uint16_t payload_length, std::uint8_t level = kDefaultLevel,
                                 std::uint8_t timeout = kDefaultTimeout) {
   return {message_class, code, payload_length, timeout, level};
 }
 
-/// A command that sends no message, or messages whose headers it knows itself.
+/// A command that sends no message, or one whose header its class sets.
 constexpr CommandPreset NoMessage(std::uint8_t level = kDefaultLevel) {
   return Message(0, 0, 0, level);
 }
@@ -107,7 +107,7 @@ constexpr CommandRow kCommandTable[] = {
                                      kNeedsNoSession),
     Row<SystemRequest>("SystemRequest", Message(5, 17, 2)),
     Row<SetStudioTally>("SetStudioTally", Message(5, 17, 2)),
-    // Under this name the studio tally needs no session, so that a switcher can drive it.
+    // By this name, a vision mixer can set the studio tally without a session.
     Row<SetStudioTally>("SetStudioTallyWithoutSession", Message(5, 17, 2),
                         kNeedsNoSession | kSilentRequest),
     Row<GetNTPStatus>("GetNTPStatus", NoMessage(4)),

@@ -1,4 +1,4 @@
-// The command table: every command the interface knows, as data.
+// The command table: every command of the interface, as data.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,9 @@
 
 #include "core/cmd/command.h"
 
-/// What sets a command apart from the others before and after it is carried out.
+/// How the handling of a command differs from the usual.
 enum CommandTrait : std::uint8_t {
-  kNeedsNoSession = 1,  ///< served without a session id
+  kNeedsNoSession = 1,  ///< carried out without a session id
   kSilentRequest = 2,   ///< the request is not traced
   kSilentReply = 4,     ///< the reply is not traced
 };

@@ -53,7 +53,7 @@ sockaddr_un DaemonAddress(const char* path_of_socket) {
 }
 
 bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
-                      OutgoingMessage& message, MessageHeader& reply_header, ByteBuffer& reply) {
+                      OutgoingMessage& message, ByteBuffer& reply) {
   const os::Descriptor socket = os::CreateStreamSocket(timeout);
   if (!socket.IsOpen()) {
     Fatal("Can't create a socket");
@@ -63,8 +63,8 @@ bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const Mes
   }
   SendRequest(socket, header, message);
 
-  reply_header = MessageHeader();
   reply.Release();
+  MessageHeader reply_header;
   const os::Reception head = os::ReceiveAll(socket, &reply_header, sizeof reply_header, timeout);
   if (head.length < sizeof reply_header) {
     return !head.timed_out;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kParamsMember[] = "\"Params\":";
 
-/// @return whether the parameters, if there are any, are in order
+/// @return whether the parameters, if there are any, are accepted
 bool ParseParameters(Command& command, const char* body) {
   const char* const member = std::strstr(body, kParamsMember);
   if (member == nullptr) {

@@ -1,11 +1,11 @@
-// Carries one command out.
+// Carries out one command.
 #pragma once
 
 struct CommandRow;
 
-/// Creates the command's object, lets it parse its parameters, act and reply; rejected requests
-/// get one of the fixed error replies. Both roads to a command, the web server's and the command
-/// line's, meet here.
+/// Creates the command's object, which parses its parameters, acts and replies. A rejected request
+/// gets one of the fixed error replies. Requests from the web server and from the command line both
+/// end up here.
 ///
 /// @param row   the command's row of the command table; null for an unknown command
 /// @param name  the command's name as requested

@@ -1,4 +1,4 @@
-// The one way out of a request that cannot be answered.
+// Ends a request that cannot be answered.
 #pragma once
 
 /// Logs `message` at level 1 and ends the process with status 1; no reply is printed.

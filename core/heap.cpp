@@ -1,5 +1,5 @@
-// The product's operator new and delete: the C library's heap, without the exception machinery of
-// the C++ library. Running out of memory ends the request; there is nothing to fall back to.
+// The product's operator new and delete: the C library's heap, without the exceptions of the C++
+// library. Running out of memory ends the request.
 #include <cstdlib>
 #include <new>
 

@@ -35,7 +35,7 @@ class JsonWriter {
   void BeginArray(std::string_view key);
   void EndArray() { End(']'); }
 
-  /// Makes room for `length` more bytes at once.
+  /// Makes room for `length` more bytes.
   void Reserve(std::size_t length) { text_.Reserve(length); }
 
   [[nodiscard]] std::string_view View() const { return text_.View(); }

@@ -1,5 +1,5 @@
 // Request handler of the camera's web remote control. The camera's web server starts it once for
-// every POST of the remote-control API; people start it with arguments to try it out.
+// every POST of the remote-control API. With arguments, it takes a request from the command line.
 #include "core/cgi.h"
 #include "core/command_line.h"
 #include "core/dlog.h"
@@ -8,7 +8,7 @@
 int main(int argc, const char** argv) {
   os::PrepareDescriptors();
   INIT_DLOG();
-  // Web servers may make arguments out of a query string; those are nobody's test.
+  // A web server may turn a query string into arguments: never treat those as a command line.
   const bool from_web_server = os::Environment("GATEWAY_INTERFACE") != nullptr;
   return argc > 1 && !from_web_server ? RunCommandLine(argc, argv) : ServeRequest();
 }

@@ -1,8 +1,8 @@
-// Memory for what grows while a request is served.
+// Heap memory.
 #pragma once
 
 #include <cstddef>
 
-/// As the C library's realloc, but without failure: when there is no memory left, the request ends
-/// (see `Fatal`).
+/// Like the C library's realloc, but never fails: running out of memory ends the process (see
+/// `Fatal`).
 void* Reallocate(void* memory, std::size_t size);

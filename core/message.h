@@ -1,4 +1,4 @@
-// The camera control message: what travels between the handler and the camera's daemons.
+// The camera control message, which the handler and the camera's daemons exchange.
 #pragma once
 
 #include <cstddef>
@@ -8,14 +8,14 @@
 
 #include "core/bytes.h"
 
-/// Header of every message and reply, little-endian. The handler writes it in front of a request's
-/// payload; in a daemon's reply only the payload length is used.
+/// Header of every message and reply, little-endian. The handler sends it before the payload; of a
+/// daemon's reply it reads only the payload length.
 struct MessageHeader {
   std::uint8_t reserved0 = 0;
   std::uint8_t message_class = 0;
   LittleEndian16 payload_length;
   std::uint8_t command_code = 0;
-  std::uint8_t one_for_streaming = 0;  ///< 1 in cloud streaming messages and renewal notices
+  std::uint8_t streaming_flag = 0;  ///< 1 in cloud streaming messages and renewal notices
   std::uint8_t reserved6[2] = {};
   LittleEndian32 sender_process_id;
 };
@@ -25,23 +25,23 @@ static_assert(sizeof(MessageHeader) == kMessageHeaderSize);
 static_assert(offsetof(MessageHeader, message_class) == 1);
 static_assert(offsetof(MessageHeader, payload_length) == 2);
 static_assert(offsetof(MessageHeader, command_code) == 4);
-static_assert(offsetof(MessageHeader, one_for_streaming) == 5);
+static_assert(offsetof(MessageHeader, streaming_flag) == 5);
 static_assert(offsetof(MessageHeader, sender_process_id) == 8);
 
-/// Bytes on the heap with their number; owns them. All zero at first.
+/// Owns a number of bytes on the heap, initially zero.
 class ByteBuffer {
  public:
   ByteBuffer() = default;
   explicit ByteBuffer(std::size_t size) : bytes_(new std::uint8_t[size]()), size_(size) {}
 
-  /// Whether there is a buffer at all; one of 0 bytes is one.
+  /// Whether there is a buffer, which may have 0 bytes.
   [[nodiscard]] bool IsSet() const { return bytes_ != nullptr; }
   [[nodiscard]] std::uint8_t* Bytes() { return bytes_.get(); }
   [[nodiscard]] const std::uint8_t* Bytes() const { return bytes_.get(); }
   [[nodiscard]] std::size_t Size() const { return size_; }
   [[nodiscard]] ByteView View() const { return {bytes_.get(), size_}; }
 
-  /// Forgets all bytes but the first `size`.
+  /// Drops all bytes after the first `size`.
   void Truncate(std::size_t size) { size_ = size < size_ ? size : size_; }
 
   void Release() {

@@ -1,4 +1,4 @@
-// Reads a command's parameters out of its "Params" text.
+// Reads a command's parameters from its "Params" text.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,12 @@
 using ShortText = char[31];
 
 /// Reads a text parameter, truncated to the size of the array.
-/// @return false when the member is missing
+/// @return false if the member is missing
 template <std::size_t Size>
 bool ReadParameter(const char* params, const char* key, char (&value)[Size]) {
   return json_parser(params, key, value) != nullptr;
 }
 
 /// Reads a parameter as a decimal number (see `ParseInt32`).
-/// @return false when the member is missing
+/// @return false if the member is missing
 bool ReadParameter(const char* params, const char* key, std::int32_t& value);

@@ -5,13 +5,13 @@
 
 #include "core/text_builder.h"
 
-/// Reads the request body: one token without white space. Leading white space is skipped; the
-/// first white space after it, a NUL, the end of the input or the announced length ends the token.
-/// Clients send compact JSON; what follows a blank is not part of the request.
+/// Reads the request body: one token without white space. Leading white space is skipped. The token
+/// ends at the next white space, at a NUL, at the end of the input or at the announced length.
+/// Clients send compact JSON; anything after a space is not part of the request.
 ///
-/// Memory grows with what arrives, never with what is announced. Input that stalls or never ends
-/// is given up after a fixed time and size (the constants beside the implementation).
+/// Memory grows with the bytes that arrive, not with the announced length. Input that stalls or
+/// never ends is bounded in time and size (see the constants in the implementation).
 ///
-/// @param announced  what CONTENT_LENGTH says; bounds the token, 0 or less gives an empty one
+/// @param announced  the value of CONTENT_LENGTH; 0 or less gives an empty token
 /// @param body       an empty text; receives the token
 void ReadRequestBody(std::int32_t announced, TextBuilder& body);

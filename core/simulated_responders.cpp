@@ -14,11 +14,10 @@ namespace {
 
 constexpr char kCamStatusPath[] = "/srv/www/htdocs/cam_status";
 constexpr char kClipInfoPath[] = "/srv/www/htdocs/clip_info";
-constexpr int kTraceLevel = 4;
 
 // Files.
 
-/// @return false when not all of the file could be read
+/// @return false if the file could not be read to its end
 bool ReadAll(const os::Descriptor& file, TextBuilder& contents) {
   char block[1024];
   std::size_t size = 0;
@@ -38,7 +37,7 @@ void ReadLocked(const char* path, TextBuilder& contents) {
   }
 }
 
-/// Takes the first line, its line feed included, off `rest`, which is not empty.
+/// Removes the first line from `rest`, which must not be empty, and returns it with its line feed.
 std::string_view TakeLine(std::string_view& rest) {
   const std::size_t end = std::min(rest.find('\n'), rest.size() - 1);
   const std::string_view line(rest.data(), end + 1);
@@ -46,7 +45,7 @@ std::string_view TakeLine(std::string_view& rest) {
   return line;
 }
 
-/// The words of a line, one after the other; empty behind the last one.
+/// The words of a line, one after the other; empty after the last one.
 class Words {
  public:
   explicit Words(const char* line) : rest_(line) {}
@@ -61,7 +60,7 @@ class Words {
   const char* rest_;
 };
 
-/// The numbers of a word, whatever stands between them, one after the other; 0 behind the last one.
+/// The numbers in a word, with any separators, one after the other; 0 after the last one.
 class Numbers {
  public:
   explicit Numbers(std::string_view word) : rest_(word) {}
@@ -84,7 +83,7 @@ class Numbers {
   std::string_view rest_;
 };
 
-/// "01:23:45:16" as the camera packs it; a "." in front of the frames marks drop frame.
+/// Packs "01:23:45:16" in the camera's format; a "." before the frames marks drop frame.
 std::uint32_t PackTimeCode(std::string_view text) {
   constexpr std::uint32_t kDropFrame = 0x80;
   Numbers numbers(text);
@@ -98,7 +97,7 @@ std::uint32_t PackTimeCode(std::string_view text) {
 
 // The camera's status.
 
-/// A key of the status file and the field of the status reply that takes its value.
+/// A key of the status file, and the field of the status reply for its value.
 struct StatusKey {
   constexpr StatusKey(const char* name, U8Field field) : key(name), offset(field.offset) {}
   constexpr StatusKey(const char* name, S8Field field) : key(name), offset(field.offset) {}
@@ -123,7 +122,7 @@ constexpr StatusKey kStatusKeys[] = {
     {"BatteryInfo", status_reply::kBatteryInfo},
     {"BatteryLevel", status_reply::kBatteryLevel},
     {"BatteryValue", status_reply::kBatteryValue},
-    // The files that are about have this misspelled key.
+    // Misspelled; existing files have this key.
     {"SlotAStauts", status_reply::kSlotA.status},
     {"SlotAProtect", status_reply::kSlotA.protect},
     {"SlotARemain", status_reply::kSlotA.remain},
@@ -151,8 +150,8 @@ std::uint32_t ValueOf(const StatusKey& key, const char* text) {
                                      : static_cast<std::uint32_t>(ParseInt32(text));
 }
 
-/// Puts one line's value into the reply and appends it to `trace`. Lines without one of the keys
-/// are left alone.
+/// Puts the value of a line into the reply and appends it to `trace`. Lines with other keys are
+/// ignored.
 void TakeStatus(std::string_view line, ByteWriter reply, TextBuilder& trace) {
   const std::size_t separator = line.find('=');
   const StatusKey* const key =
@@ -185,7 +184,7 @@ void ReadCamStatus(std::uint8_t (&reply)[status_reply::kSize], TextBuilder& trac
 
 constexpr int kNoSlot = -1;
 
-/// The slot whose clips follow the line of a section.
+/// The slot that a section line begins.
 int SlotOfSection(const char* line) {
   if (StartsWith(line, "[SlotA]")) {
     return 0;
@@ -214,7 +213,7 @@ void PutClip(const char* line, std::uint32_t index, ByteWriter clip) {
   clip.Put(kEditLock, words.Next() == "Disable" ? 1 : 0);
 }
 
-/// Finds the clips of one slot, which are numbered from 1 in the order of their lines.
+/// Iterates over the clips of one slot, which are numbered from 1 in the order of their lines.
 class ClipFile {
  public:
   explicit ClipFile(int slot) : slot_(slot) {
@@ -222,7 +221,7 @@ class ClipFile {
     rest_ = contents_.View();
   }
 
-  /// @return whether there is another clip: its line and its number
+  /// @return whether there is another clip
   bool Next() {
     while (!rest_.empty()) {
       CopyText(line_, TakeLine(rest_));
@@ -254,15 +253,14 @@ class ClipFile {
 void Dummy_GetCamStatus(std::uint8_t (&reply)[status_reply::kSize]) {
   TextBuilder trace;
   ReadCamStatus(reply, trace);
-  DLOG(kTraceLevel, "Dummy_GetCamStatus%s", trace.Text());
+  DLOG(4, "Dummy_GetCamStatus%s", trace.Text());
 }
 
 std::size_t Dummy_GetClipInfo(ByteView request, std::uint8_t (&reply)[kClipReplySize]) {
   const int slot = request.U8(0);
   const std::uint16_t first = request.U16BigEndian(2);
   const std::uint16_t asked = request.U16BigEndian(4);
-  DLOG(kTraceLevel, "Dummy_GetClipInfo slot=%d, start_index_num=%d, max_clip_num=%d", slot, first,
-       asked);
+  DLOG(4, "Dummy_GetClipInfo slot=%d, start_index_num=%d, max_clip_num=%d", slot, first, asked);
   std::memset(reply, 0, sizeof reply);
   const int most = std::min<int>(asked, kClipsPerExchange);
   std::uint32_t count = 0;
@@ -287,15 +285,15 @@ void Dummy_PageChange(ByteView /*request*/, std::uint8_t (&reply)[kPageReplySize
   const std::int8_t permissions[] = {
       view[status_reply::kPlanningMetadataAllowed], view[status_reply::kEditMetadataAllowed],
       view[status_reply::kViewRemoteAllowed], view[status_reply::kSettingAllowed]};
-  DLOG(kTraceLevel, "Page(PlanningMetadata=%d, EditMetadata=%d, ViewRemote=%d, Setting=%d)",
-       permissions[0], permissions[1], permissions[2], permissions[3]);
+  DLOG(4, "Page(PlanningMetadata=%d, EditMetadata=%d, ViewRemote=%d, Setting=%d)", permissions[0],
+       permissions[1], permissions[2], permissions[3]);
   reply[0] = 0;
   std::memcpy(reply + 1, permissions, sizeof permissions);
 }
 
 void Dummy_SetZoomCtrl(std::int16_t position) {
   constexpr std::string_view kZoomKey = "Zoom=";
-  DLOG(kTraceLevel, "pos=%d", position);
+  DLOG(4, "pos=%d", position);
   const os::Descriptor file = os::OpenForUpdate(kCamStatusPath);
   TextBuilder before;
   if (!file.IsOpen() || !os::Lock(file) || !ReadAll(file, before)) {
@@ -317,15 +315,14 @@ void Dummy_SetZoomCtrl(std::int16_t position) {
 }
 
 void Dummy_SetClipInfo(ByteView request, std::uint8_t (&reply)[1]) {
-  DLOG(kTraceLevel, "Slot=%d,IndexNo=%d,OKMark=%d\n", request.U8(0), request.U16BigEndian(2),
-       request.U8(4));
+  DLOG(4, "Slot=%d,IndexNo=%d,OKMark=%d\n", request.U8(0), request.U16BigEndian(2), request.U8(4));
   reply[0] = 0;
 }
 
 void Dummy_SetWebFtp(ByteView request, std::uint8_t (&reply)[2]) {
   reply[0] = 0;
   reply[1] = 0;
-  DLOG(kTraceLevel, "Server=%d,Slot=%d\n", request.U8(0), request.U8(1));
+  DLOG(4, "Server=%d,Slot=%d\n", request.U8(0), request.U8(1));
 }
 
 double gettimeofday_sec() {

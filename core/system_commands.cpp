@@ -16,7 +16,7 @@ constexpr NameTable<12> kModelNames = {{"RV130/140", "RV110", "RV120", "RV130", 
                                         "RV160", "RV170", "RV180", "RV190", "RV210", "RV220"},
                                        "RV130/140"};
 
-// Two region codes share the word "EY".
+// Two destination codes deliberately share the name "EY".
 constexpr NameTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "AA", "AG", "TW",
                                           "AS", "UC", "UA", "UB", "EZ", "EY", "EK", "EY", "AH"},
                                          "UN"};
@@ -52,7 +52,7 @@ void GetSystemInfo::Output() {
 void HeartbeatConfirmation::Output() {
   const camera_status::CameraStatusBlock block;
   JsonWriter& data = AddData();
-  // The camera has no way to switch its video output off.
+  // The camera's video output cannot be switched off.
   data.Text("VideoOutput", "On");
   data.Text("StudioTally", GetStrStudioTally(block[camera_status::kStudioTally]));
   Command::Output();

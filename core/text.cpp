@@ -3,7 +3,7 @@
 DecimalText::DecimalText(std::int64_t number, std::size_t width) {
   std::uint64_t rest =
       number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
-  // Numbers are nearly always short, and the board divides 64 bits by a subroutine.
+  // Most numbers fit into 32 bits, and the board needs a library call to divide 64 bits.
   for (; rest > UINT32_MAX; rest /= 10) {
     text_[--first_] = static_cast<char>('0' + rest % 10);
   }
@@ -29,7 +29,7 @@ std::int64_t ParseInt64(const char* text) {
   if (negative || *text == '+') {
     ++text;
   }
-  // Counted downwards, since there is one negative number more than there are positive ones.
+  // Accumulated as a negative number: there is one more of those than of positive numbers.
   constexpr std::int64_t kLowestTenth = INT64_MIN / 10;
   constexpr std::int64_t kLowestDigit = -(INT64_MIN % 10);
   std::int64_t value = 0;

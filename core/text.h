@@ -1,4 +1,4 @@
-// Texts in fixed arrays and the decimal numbers in them.
+// Texts in fixed arrays, and decimal numbers.
 #pragma once
 
 #include <cstddef>
@@ -39,16 +39,16 @@ inline bool StartsWith(const char* text, std::string_view prefix) {
 /// White space as the C locale has it.
 constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// The number at the start of `text`: leading white space and one sign are accepted, the first
-/// character that is no digit ends it, no digits at all give 0. Numbers beyond 32 bits saturate,
-/// as they do on the 32-bit board.
+/// The decimal number at the start of `text`: leading white space and one sign are accepted, the
+/// first non-digit ends it, and without digits it is 0. Numbers beyond 32 bits saturate on every
+/// build.
 std::int32_t ParseInt32(const char* text);
 
-/// As `ParseInt32`, for numbers of up to 64 bits on every build.
+/// Like `ParseInt32`, but saturates at 64 bits.
 std::int64_t ParseInt64(const char* text);
 
-/// A number's decimal digits, with the sign of a negative one; filled up with zeros in front to
-/// `width` characters (at most 20), the sign included.
+/// A number in decimal, padded with leading zeros to `width` characters (at most 20), including the
+/// sign.
 class DecimalText {
  public:
   explicit DecimalText(std::int64_t number, std::size_t width = 0);
@@ -67,9 +67,9 @@ void CopyNumber(char (&to)[Size], std::int32_t number) {
   CopyText(to, DecimalText(number).View());
 }
 
-/// Cuts a number to 16 bits, keeping the sign bit of those (70000 becomes 4464, 40000 -25536).
+/// The low 16 bits of a number, as a signed number (70000 becomes 4464, 40000 becomes -25536).
 constexpr std::int16_t TruncateToInt16(std::int32_t number) {
-  const auto word = static_cast<std::uint16_t>(number);
-  return word < 0x8000 ? static_cast<std::int16_t>(word)
-                       : static_cast<std::int16_t>(std::int32_t{word} - 0x10000);
+  const auto low = static_cast<std::uint16_t>(number);
+  return low < 0x8000 ? static_cast<std::int16_t>(low)
+                      : static_cast<std::int16_t>(std::int32_t{low} - 0x10000);
 }

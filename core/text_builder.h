@@ -16,20 +16,19 @@ class TextBuilder {
 
   void Append(std::string_view text) { std::memcpy(Extend(text.size()), text.data(), text.size()); }
   void Append(char c) { *Extend(1) = c; }
-  /// In decimal, filled up with zeros in front to `width` characters (at most 20), the sign
-  /// included.
+  /// In decimal, padded with leading zeros to `width` characters (at most 20), including the sign.
   void AppendNumber(std::int64_t number, std::size_t width = 0);
   /// In two upper-case hexadecimal digits.
   void AppendHexByte(std::uint8_t byte);
 
-  /// Makes room for `length` more bytes at once.
+  /// Makes room for `length` more bytes.
   void Reserve(std::size_t length) {
     if (capacity_ - length_ <= length) {
       Grow(length);
     }
   }
 
-  /// Lengthens the text by `length` bytes, which the caller fills.
+  /// Appends `length` bytes for the caller to fill.
   char* Extend(std::size_t length) {
     Reserve(length);
     char* const place = text_ + length_;

@@ -1,5 +1,5 @@
-// Stand-in for the camera's platform library, for machines that have no camera firmware: the
-// shared area is a file that holds an image of it. The simulated camera and the tests write it.
+// Stand-in for the camera's platform library, for machines without camera firmware: the shared
+// memory is a file, written by the simulated camera or the tests.
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -36,7 +36,7 @@ int JpegEncode::Parse(const char* params) {
   if (!ReadParameter(params, "Operate", operate)) {
     return -1;
   }
-  // The code that the command table presets starts the encoder; only this word changes it.
+  // The code in the command table starts the encoder; only this word changes it.
   if (std::strcmp(operate, "Stop") == 0) {
     request_header_.command_code = kStop;
   }
@@ -46,7 +46,7 @@ int JpegEncode::Parse(const char* params) {
 
 void GetGpsInfo::Output() {
   constexpr TextField kAntennaLevel{4, 20};
-  constexpr std::size_t kLocation = 24;  // up to the end of the reply
+  constexpr std::size_t kLocation = 24;  // to the end of the reply
   const ByteView reply = Reply();
   JsonWriter& data = AddData();
   data.Text("AntennaLevel", reply[kAntennaLevel]);

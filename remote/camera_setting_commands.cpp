@@ -22,14 +22,14 @@ constexpr ZoomButton kZoomButtons[] = {
     {"C", &_PRESET_ZOOM_POS::preset_c},
 };
 
-/// Clients know a position that is not set as -1. An empty one, which only a damaged file holds,
-/// would make the reply no JSON.
+/// Clients see a position that is not set as -1. So is an empty one, which occurs only in a damaged
+/// file and would make the reply invalid JSON.
 const char* PositionForClients(const char* stored) {
   const bool is_set = stored[0] != '\0' && std::strcmp(stored, "65535") != 0;
   return is_set ? stored : "-1";
 }
 
-// Clients compare these words as they are spelt.
+// Misspelled; clients compare these names exactly.
 constexpr NameTable<3> kNtpStates = {{"Master", "Not Syncronized", "Syncronized"}, ""};
 
 /// Changes the NTP settings file and traces it before and after.

@@ -1,5 +1,5 @@
-// The settings files that the camera takes its preset zoom positions, its NTP server and its return
-// audio from. Numbers are stored in decimal.
+// The settings files of the preset zoom positions, the NTP server and the return audio. Numbers are
+// stored in decimal.
 #pragma once
 
 #include "streaming/settings_file.h"
@@ -24,7 +24,7 @@ struct _IFB_SETTING {
   char ifb_address[130];
   char ifb_port[30];
   char ifb_mountpoint[70];
-  // The camera's receiver knows what these mean; clients cannot set them.
+  // For the camera's receiver; clients cannot set these.
   char ifb_type[30];
   char ifb_codec[30];
   char ifb_channel[30];
@@ -41,7 +41,7 @@ extern const SettingsFile<_PRESET_ZOOM_POS> kPresetZoomFile;
 extern const SettingsFile<_NTP_SETTING> kNtpFile;
 extern const SettingsFile<_IFB_SETTING> kIfbFile;
 
-/// Each reads its settings file (see `SettingsFile::Read`).
+/// Read the settings files (see `SettingsFile::Read`).
 /// @return 0
 int ReadPresetZoom(_PRESET_ZOOM_POS* setting);
 int ReadNTPSetting(_NTP_SETTING* setting);

@@ -60,7 +60,7 @@ void TruncateAtControlCharacter(char* text) {
 
 CloudCommand::CloudCommand() {
   daemon_address_ = DaemonAddress(kStreamingDaemonPath);
-  request_header_.one_for_streaming = 1;
+  request_header_.streaming_flag = 1;
 }
 
 void CloudCommand::SetNumberPayload(std::uint16_t number) {

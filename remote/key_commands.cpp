@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The key for a start and stop command that starts on one word and stops on all others.
+/// The key of a command that starts on one word and stops on all others.
 const char* StartOrStop(const char* word, const char* word_that_starts) {
   return std::strcmp(word, word_that_starts) == 0 ? "Start" : "Stop";
 }
@@ -77,7 +77,7 @@ int SetStreamingCtrl::Parse(const char* params) {
   if (!ReadParameter(params, "Streaming", streaming)) {
     return -1;
   }
-  // "On", where the return audio has "Start": clients rely on both.
+  // "On" here, but "Start" for the return audio: clients rely on both.
   return Press("Streaming", StartOrStop(streaming, "On"));
 }
 
@@ -105,7 +105,7 @@ int SetTallyControlWithPriority::Parse(const char* params) {
   if (!ReadParameter(params, "Sw", sw)) {
     return -1;
   }
-  // "On" and "Off" are the lamp's plain keys; the ones that take the control have a suffix.
+  // The keys that also take control have a suffix. An empty "Sw" becomes the key "Web".
   constexpr char kSuffix[] = "Web";
   char key[sizeof(ShortText) + sizeof kSuffix - 1];
   CopyText(key, sw);

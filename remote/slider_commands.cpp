@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Two position bytes of a payload as the log has always shown them: the second one as the high
-/// byte, although the slider's position is sent the other way round. Service staff read it so.
+/// A position as the log shows it: with the second byte as the high byte, although the slider's
+/// position is big-endian. Service staff rely on this form.
 std::int16_t LoggedPosition(std::uint8_t first, std::uint8_t second) {
   return TruncateToInt16(second << 8 | first);
 }
@@ -18,7 +18,7 @@ std::uint8_t ZoomDirection(const char* word) {
   if (std::strcmp(word, "Wide") == 0) {
     return 1;
   }
-  // Any word but the two directions stops, the one thing that is safe to do by mistake.
+  // Any other word stops, because stopping by mistake is safe.
   return std::strcmp(word, "Tele") == 0 ? 2 : 0;
 }
 
@@ -51,10 +51,9 @@ int SetWebXYFieldEvent::Parse(const char* params) {
       !ReadParameter(params, "YPosition", y)) {
     return -1;
   }
-  // Deliberate: what a Y above 255 has in its second byte is ORed into X. The pages of the field
-  // stay below; clients that do not rely on the bytes that the camera has always received.
-  const auto spill = HighByte(static_cast<std::uint16_t>(y));
-  const auto x_byte = static_cast<std::uint8_t>(LowByte(x) | spill);
+  // Deliberate: the high byte of a Y above 255 is ORed into X. Clients rely on these bytes.
+  const auto y_high = HighByte(static_cast<std::uint16_t>(y));
+  const auto x_byte = static_cast<std::uint8_t>(LowByte(x) | y_high);
   const std::uint8_t y_byte = LowByte(y);
   std::uint8_t kind_code = 0;
   if (getIndexOfSliderEvent(kind, kind_code) != 0) {

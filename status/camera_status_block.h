@@ -10,7 +10,7 @@ namespace camera_status {
 
 constexpr std::size_t kBlockSize = 1024;
 
-// The fields. Only those that the handler reads are named; the firmware owns the layout.
+// The fields that the handler reads. The firmware defines the layout.
 
 constexpr U8Field kIfbActive{19};    ///< non-zero: return audio is on
 constexpr U8Field kNtpState{46};     ///< 0 master, 1 not synchronised, 2 synchronised
@@ -70,8 +70,7 @@ constexpr TextField kWhiteBalanceLabelPreset{620, 10};
 constexpr TextField kWhiteBalanceLabelA{630, 10};
 constexpr TextField kWhiteBalanceLabelB{640, 10};
 
-/// A copy of the block, read once. All zero where there is no shared memory. Every value of every
-/// byte is legal.
+/// A copy of the block, read once; all zeros without shared memory. Every byte may have any value.
 class CameraStatusBlock {
  public:
   CameraStatusBlock();

@@ -4,7 +4,7 @@ namespace camera_status {
 
 namespace {
 
-// The offsets follow the firmware's history, not the order of the keys.
+// The offsets do not follow the order of the keys.
 
 constexpr EnableFlag kFullautoFlags[] = {{"Status", {205}}, {"On", {130}}, {"Off", {131}}};
 
@@ -24,7 +24,7 @@ constexpr EnableFlag kShutterFlags[] = {{"Status", {208}}, {"Off", {147}},      
                                         {"Step", {200}},   {"Variable", {201}}, {"Eei", {149}},
                                         {"Slower", {150}}, {"Faster", {151}}};
 
-// One byte enables all four white paint controls.
+// One flag enables all four white paint controls.
 constexpr EnableFlag kWhbFlags[] = {
     {"Status", {209}},    {"Manual", {152}},    {"Faw", {153}},      {"Preset", {154}},
     {"A", {155}},         {"B", {156}},         {"Adjust", {157}},   {"WhPaintRP", {192}},

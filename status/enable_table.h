@@ -1,5 +1,5 @@
-// Which of the camera's remote controls can be used right now: one flag byte of the camera status
-// block per control, 0 for disabled.
+// Which of the camera's controls can be used now: one flag byte of the camera status block per
+// control, 0 if disabled.
 #pragma once
 
 #include "status/camera_status_block.h"
@@ -8,7 +8,7 @@ namespace camera_status {
 
 /// One control's flag.
 struct EnableFlag {
-  char key[12];  ///< as the status report names the control
+  char key[12];  ///< name of the control in the status report
   U8Field flag;
 };
 

@@ -1,4 +1,5 @@
-// The control daemon's reply to the status request: what it knows beside the camera status block.
+// The control daemon's reply to the status request: the state that is not in the camera status
+// block.
 #pragma once
 
 #include "core/bytes.h"
@@ -23,10 +24,10 @@ constexpr U8Field kNetAdaptor{33};
 constexpr U8Field kWebAccess{34};  ///< 0 off
 constexpr S8Field kZoomDisplayValue{35};
 
-/// A reply that has all of them.
+/// Size of a complete reply.
 constexpr std::size_t kSize = 38;
 
-/// What the reply tells of one card slot.
+/// The fields of one card slot.
 struct SlotFields {
   U8Field status;
   U8Field protect;  ///< 0 unlocked

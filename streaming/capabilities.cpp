@@ -29,8 +29,8 @@ bool IsIndex(int index, std::size_t rows) {
   return index >= 0 && static_cast<std::size_t>(index) < rows;
 }
 
-/// The current recording format. The camera stores 255 while it has none.
-/// @return false when there are no capabilities: not with this format, or not on this model
+/// Reads the current recording format, which is 255 while the camera has none.
+/// @return false if nothing can be streamed with this format or by this model
 bool ReadRecordingFormat(std::int32_t& format) {
   const CameraStatusBlock block;
   if (!CanStream(block[camera_status::kModel])) {

@@ -1,5 +1,5 @@
 // What the camera can stream: the names of streaming types, resolutions, frame rates and bit rates,
-// and the tables that tell which of them go together.
+// and the tables of available combinations.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string_view>
 
-// Names. A row's index is what settings files and messages hold.
+// Names. Settings files and messages hold the index of a row.
 
 constexpr std::size_t kCapabilityNameSize = 30;
 
@@ -16,11 +16,11 @@ constexpr std::size_t kResolutionRows = 7;
 constexpr std::size_t kFramerateRows = 6;
 constexpr std::size_t kBitrateRows = 10;
 
-/// Transports, as the streaming servers' settings know them; the last three rows are unused.
+/// The transports of streaming servers' settings; the last three rows are unused.
 inline constexpr char streaming_type_table[kStreamingTypeRows][kCapabilityNameSize] = {
     "UDP", "TCP", "RTSP", "ZIXI", "RTMP", "RTP", "", "", ""};
 
-/// Transports, as the capabilities tell them apart.
+/// The transports that the capabilities distinguish.
 inline constexpr char streaming_type_zixi_separate_table[kStreamingTypeRows][kCapabilityNameSize] =
     {"UDP", "UDPN", "UDPL", "TCP", "RTSP", "ZIXIM", "ZIXIL", "RTMP", "RTP"};
 
@@ -33,11 +33,11 @@ inline constexpr char framerate_table[kFramerateRows][kCapabilityNameSize] = {"6
 inline constexpr char bitrate_table[kBitrateRows][kCapabilityNameSize] = {
     "0.2M", "0.3M", "0.8M", "1.5M", "2.5M", "3.0M", "5.0M", "8.0M", "10M", "12M"};
 
-/// The camera's codes of the rows of `bitrate_table`.
+/// The camera's codes for the rows of `bitrate_table`.
 inline constexpr std::int32_t bitrate_translate_table[kBitrateRows] = {12, 10, 9, 8, 7,
                                                                        6,  5,  4, 3, 13};
 
-/// Index of the first row that equals `name`; the number of rows when none does.
+/// Index of the first row that equals `name`, or the number of rows.
 template <std::size_t Rows>
 std::int32_t IndexOfName(const char (&table)[Rows][kCapabilityNameSize], const char* name) {
   std::int32_t index = 0;
@@ -50,26 +50,26 @@ std::int32_t IndexOfName(const char (&table)[Rows][kCapabilityNameSize], const c
   return index;
 }
 
-/// The name in a row; empty for an index outside of the table.
+/// The name in a row; empty for an index that is not in the table.
 template <std::size_t Rows>
 std::string_view NameAt(const char (&table)[Rows][kCapabilityNameSize], std::int32_t index) {
   return index >= 0 && index < std::int32_t{Rows} ? table[index] : "";
 }
 
-/// Code of a row of `bitrate_table`; 0 for an index outside of the table.
+/// Code of a row of `bitrate_table`; 0 for an index that is not in the table.
 std::int32_t BitrateCodeAt(std::int32_t index);
 
-/// Index of the bit rate with a code; the number of rows when no bit rate has it.
+/// Index of the bit rate with a code, or the number of rows.
 std::int32_t IndexOfBitrateCode(std::int32_t code);
 
-// Availability. A flag is 1 for available, otherwise 0.
+// Availability. A flag is 1 if available, otherwise 0.
 
 template <std::size_t Columns>
 struct Flags {
   std::int32_t columns[Columns];
 };
 
-/// Columns 60p, 60i, 30p, 50p, 50i, 25p: the order of the reply, not that of `framerate_table`.
+/// Columns 60p, 60i, 30p, 50p, 50i, 25p: the order of the reply, not of `framerate_table`.
 using FramerateFlags = Flags<kFramerateRows>;
 /// Columns 1920x1080, 1440x1080, 1280x720, 720x480, 720x576, 640x360, 480x270: the order of the
 /// reply, not that of `resolution_table`.

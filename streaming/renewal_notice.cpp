@@ -21,7 +21,7 @@ int RenewSetting(int renew_reconnect) {
   header.message_class = kRenewalClass;
   header.payload_length = kPayloadLength;
   header.command_code = kRenewalCode;
-  header.one_for_streaming = 1;
+  header.streaming_flag = 1;
   unsigned char notice[kMessageHeaderSize + kPayloadLength];
   std::memcpy(notice, &header, sizeof header);
   notice[kMessageHeaderSize] = renew_reconnect == 1 ? 1 : 0;

@@ -1,5 +1,5 @@
-// The commands of the streaming settings file: the streaming format, what can be chosen for it, and
-// the current server.
+// The commands of the streaming settings file: the streaming format, its available values, and the
+// current server.
 #include <cstdint>
 
 #include "core/cmd/streaming.h"
@@ -21,7 +21,7 @@ void UpdateStreamingFile(int level, const char* command, Change change) {
                               });
 }
 
-/// The stored quality with another bit rate; 0 without one.
+/// The stored quality with a new bit rate; 0 without one.
 std::int32_t WithBitrate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> code) {
   if (!code) {
     return 0;
@@ -30,7 +30,7 @@ std::int32_t WithBitrate(const _STREAMING_SETTING& setting, std::optional<std::i
   return StreamingQuality(*code, old.framerate).Value();
 }
 
-/// The stored quality with another frame rate; 0 without one.
+/// The stored quality with a new frame rate; 0 without one.
 std::int32_t WithFramerate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> index) {
   if (!index) {
     return 0;
@@ -50,7 +50,7 @@ void AppendFlags(JsonWriter& data, const char* key, const Name (&names)[Columns]
   data.EndObject();
 }
 
-/// What a selector found; zeros, and a trace, when it was asked for something unknown.
+/// The flags that a selector found. If it found none, that is traced and all flags are 0.
 template <std::size_t Columns>
 const Flags<Columns>& FlagsOrZeros(const Flags<Columns>* flags, const char* selector) {
   static constexpr Flags<Columns> kZeros = {};
@@ -100,7 +100,7 @@ int SetStreamingResolution::Parse(const char* params) {
   if (!ReadParameter(params, "Resolution", resolution)) {
     return -1;
   }
-  // This command and the next two trace their parameter twice.
+  // This command and the next two deliberately trace their parameter twice.
   DLOG(4, "##### SetStreamingResolution Parse() m_resolution=%s", resolution);
   resolution_ = IndexOfName(resolution_table, resolution);
   DLOG(4, "##### SetStreamingResolution Parse() m_resolution=%s", resolution);

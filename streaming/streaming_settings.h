@@ -1,13 +1,11 @@
-// The settings files of the streaming subsystem: the streaming format with the current server, and
-// one file per streaming server. Numbers are stored in decimal.
+// The settings files for streaming: one with the format and the current server, and one per
+// streaming server. Numbers are stored in decimal.
 #pragma once
 
 #include <cstdint>
 
 #include "core/text_builder.h"
 #include "streaming/settings_file.h"
-
-// Records of settings files are named so.
 
 /// The streaming settings file. Its fields are its keys, in the order of its lines.
 struct _STREAMING_SETTING {
@@ -20,8 +18,8 @@ struct _STREAMING_SETTING {
   char serverurl[256];  ///< of the cloud streaming service
 };
 
-/// A streaming server's settings file: the parameters of every transport, of which `type` is in
-/// use. Its fields are its keys, in the order of its lines.
+/// A streaming server's settings file: the parameters of every transport; `type` is the one in use.
+/// Its fields are its keys, in the order of its lines.
 struct _STREAMING_SERVER_SETTING {
   char str_alias[256];  ///< name that the client shows
   char type[30];        ///< index of `streaming_type_table`
@@ -51,13 +49,13 @@ struct _STREAMING_SERVER_SETTING {
 };
 
 extern const char STREAMING_SETTING_PATH[];
-/// The number of the server follows it.
+/// A prefix: the number of the server follows.
 extern const char STREAMING_SERVER_SETTING_PATH[];
 
 extern const SettingsFile<_STREAMING_SETTING> kStreamingFile;
 extern const SettingsFile<_STREAMING_SERVER_SETTING> kStreamingServerFile;
 
-/// Path of the settings file of one streaming server; any number is legal.
+/// Path of the settings file of one streaming server; accepts any number.
 class StreamingServerPath {
  public:
   explicit StreamingServerPath(std::int32_t server);
@@ -72,22 +70,22 @@ class StreamingServerPath {
 /// @return 0
 int ReadStreamingSetting(_STREAMING_SETTING* setting);
 
-/// Reads, and writes, one streaming server's settings.
+/// Read and write one streaming server's settings.
 /// @param path  see `StreamingServerPath`
 /// @return 0
 int ReadStreamingServerSetting(const char* path, _STREAMING_SERVER_SETTING* setting);
 int WriteStreamingServerSetting(const char* path, const _STREAMING_SERVER_SETTING* setting);
 
-/// Makes a server an RTMP destination and the current server: both settings files are rewritten,
-/// their other settings kept, and the control daemon is told once.
+/// Makes a server an RTMP destination and the current server. Rewrites both settings files, keeping
+/// their other settings, and sends one renewal notice.
 /// @return 0
 int SaveStreamingSettingsRTMP(std::int32_t server, const char* url, const char* stream_key,
                               const char* title);
 
-/// The streaming bit rate and frame rate, as one number of the streaming settings: the camera's
-/// code of the bit rate (see `bitrate_translate_table`) times 8, plus the index of the frame rate
-/// in `framerate_table`. A negative number, which only a damaged file can hold, splits with the
-/// signs of C's division.
+/// The streaming bit rate and frame rate, which the streaming settings hold as one number: the code
+/// of the bit rate (see `bitrate_translate_table`) times 8, plus the index of the frame rate in
+/// `framerate_table`. A negative number, which only a damaged file can hold, is split by C's
+/// division.
 struct StreamingQuality {
   explicit constexpr StreamingQuality(std::int32_t quality)
       : bitrate_code(quality / 8), framerate(quality % 8) {}

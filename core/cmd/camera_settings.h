@@ -1,10 +1,10 @@
-// Commands of the settings that the camera takes from the web interface: preset zoom positions, the
-// NTP server and the return audio (IFB). They talk to no daemon for an answer: they read settings
-// files, and those that change a file tell the control daemon with a renewal notice.
+// Commands for the settings that the camera takes from the web interface: preset zoom positions,
+// the NTP server and the return audio (IFB). The Get commands read settings files; the Set commands
+// change them and send the control daemon a renewal notice. None expects an answer from a daemon.
 //
-// The Set commands store what they are given and always succeed; texts are cut to 30 characters. A
-// missing parameter: "RequestedError", and no file is touched. Without "Params" they store zeros
-// and empty texts.
+// The Set commands always succeed and validate nothing; texts are truncated to 30 characters. If a
+// parameter is missing, the reply is "RequestedError" and no file is touched. Without "Params" they
+// store zeros and empty texts.
 #pragma once
 
 #include <cstdint>
@@ -14,18 +14,17 @@
 
 // Preset zoom.
 
-/// Reports the zoom positions behind the buttons "A", "B" and "C", as they are stored; -1 for one
-/// that is not set.
+/// Reports the stored zoom positions of the buttons "A", "B" and "C"; -1 if one is not set.
 class GetPresetZoomPosition : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Stores the zoom position behind one button.
+/// Stores the zoom position of one button.
 ///
-/// Parameters "ID": "A", "B" or "C" (any other name changes no position, but the file is rewritten
-/// and the notice sent all the same); "Position": a number in the camera's own scale, without a
-/// range. 65535 means that the button is not set.
+/// Parameters "ID": "A", "B" or "C" (any other name changes no position, but the file is still
+/// rewritten and the notice sent); "Position": any number, in the camera's own scale. 65535 means
+/// that the button is not set.
 class SetPresetZoomPosition : public Command {
  public:
   int Parse(const char* params) override;
@@ -39,14 +38,13 @@ class SetPresetZoomPosition : public Command {
 // NTP.
 
 /// Reports "Address" of the NTP server, "TcSync" ("On" while the time code follows the server) and
-/// "Status", the state of the synchronisation out of the camera status block; empty for a state
-/// that clients have no words for.
+/// "Status", the state of the synchronisation from the camera status block (empty if unknown).
 class GetNTPStatus : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Sets the NTP server. Parameter "Address": its IPv4 address or host name, not validated.
+/// Sets the NTP server. Parameter "Address": its IPv4 address or host name.
 class SetNTPServer : public Command {
  public:
   int Parse(const char* params) override;
@@ -56,8 +54,8 @@ class SetNTPServer : public Command {
   ShortText address_ = {};
 };
 
-/// Lets the time code follow the NTP server, or not. Parameter "TcSync": "On"; any other word
-/// switches off.
+/// Makes the time code follow the NTP server or not. Parameter "TcSync": "On" switches this on, any
+/// other word off.
 class SetNTPSettings : public Command {
  public:
   int Parse(const char* params) override;
@@ -70,16 +68,16 @@ class SetNTPSettings : public Command {
 // Return audio.
 
 /// Reports "Function" ("Enable" or "Disable"), "Address", "Port" and "Mountpoint" of the return
-/// audio; the port is printed as it is stored.
+/// audio. The port is printed as stored.
 class GetIFBSettings : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Sets the server that return audio comes from.
+/// Sets the server that provides the return audio.
 ///
-/// Parameters "Function": "Enable", any other word disables; "Address"; "Port": a number;
-/// "Mountpoint". Nothing is validated. Type, codec and account of the stream keep their values.
+/// Parameters "Function": "Enable" enables, any other word disables; "Address"; "Port": a number;
+/// "Mountpoint". Type, codec and account of the stream keep their values.
 class SetIFBSettings : public Command {
  public:
   int Parse(const char* params) override;

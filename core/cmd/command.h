@@ -12,7 +12,7 @@
 #include "core/message.h"
 #include "core/os.h"
 
-/// What the command table says of a command: the header of its message and how it is served.
+/// What the command table holds about a command: its message header, time-out and log level.
 struct CommandPreset {
   std::uint8_t message_class;
   std::uint8_t command_code;
@@ -21,34 +21,32 @@ struct CommandPreset {
   std::uint8_t log_level;        ///< of the request and reply traces
 };
 
-/// One request's handler. The dispatch creates the object of the command's class, lets it parse
-/// the parameters, carry out its action and print its reply, in the order of the three virtual
-/// operations. The base class is a complete command of its own: it sends the bare header and
-/// replies with the daemon's result.
+/// Handles one request. `Dispatch` creates an object of the command's class and calls `Parse`,
+/// `Transmit` and `Output`, in this order. The base class is a complete command: it sends a bare
+/// header and replies with the daemon's result.
 class Command {
  public:
   Command();
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
-  /// Reads the parameters; called only when the request has some. An override that sends a message
-  /// with a payload builds it here.
-  /// @param params  the request's text behind "Params":, up to its end
+  /// Reads the parameters and builds the payload; called only if the request has "Params".
+  /// @param params  the request's text after "Params":
   /// @return 0; any other value rejects the request
   virtual int Parse(const char* params);
 
-  /// Carries the action out. The default sends the message to the daemon and takes the result
-  /// from its reply.
+  /// Performs the action. The default sends the message to the daemon and takes the result from the
+  /// reply.
   virtual void Transmit();
 
-  /// Prints the reply: the requested name, the result word and, where an override added some, the
-  /// data.
+  /// Prints the reply: the requested name, the name of the result and, if an override added some,
+  /// the data.
   virtual void Output();
 
   virtual ~Command() = default;
 
   /// Called once, before `Parse`.
-  /// @param name       the command's name as requested; cut to 99 characters
+  /// @param name       the command's name as requested; truncated to 99 characters
   /// @param log_reply  whether `Output` traces the reply
   void Prepare(const CommandPreset& preset, const char* name, bool log_reply);
 
@@ -58,23 +56,23 @@ class Command {
   static constexpr std::size_t kTimeCodeSize = sizeof "hh:mm:ss:ff";
 
   /// Prints a packed time code as hh:mm:ss:ff, or as hh:mm:ss.ff when it counts in drop frames.
-  /// @param tc   four BCD bytes, the hours in the highest one; the top bits of the hours, minutes
-  ///             and seconds do not belong to the digits, that of the frames is the drop-frame flag
-  /// @param out  digits that are none come out in hexadecimal
+  /// @param tc   four BCD bytes: hours (most significant), minutes, seconds, frames. The top bit of
+  ///             the frames is the drop-frame flag; the unused top bits of the others are ignored
+  /// @param out  nibbles above 9 are printed as hexadecimal digits
   static void MakeTCString(std::uint32_t tc, char (&out)[kTimeCodeSize]);
 
  protected:
-  /// Builds the outgoing message from its payload bytes and sets the header's length to theirs.
+  /// Builds the outgoing message from its payload and sets the length in the header.
   void SetPayload(std::initializer_list<std::uint8_t> payload);
 
-  /// Makes room for a payload of `length` zero bytes, sets the header's length to it and returns
-  /// the first of them.
+  /// Makes room for a payload of `length` zero bytes and sets the length in the header.
+  /// @return the first byte of the payload
   std::uint8_t* NewPayload(std::uint16_t length);
 
   /// Adds an empty data object to the reply.
   JsonWriter& AddData();
 
-  /// The last reply's payload, as far as it arrived; what did not arrive reads as zero.
+  /// The payload of the last reply; bytes that did not arrive read as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }
 
   /// Whether the last exchange ended by its time-out. A command with several exchanges makes no
@@ -82,7 +80,6 @@ class Command {
   [[nodiscard]] bool DaemonTimedOut() const { return daemon_timed_out_; }
 
   MessageHeader request_header_;
-  MessageHeader reply_header_;
   OutgoingMessage message_;
   ByteBuffer reply_;
   std::uint8_t result_ = 0;
@@ -95,7 +92,7 @@ class Command {
   bool daemon_timed_out_ = false;
 };
 
-/// Base of the commands that send no message: all they report is what `Output` reads.
+/// Base of the commands that send no message: they only report what `Output` reads.
 class LocalCommand : public Command {
  public:
   void Transmit() override {}

@@ -1,28 +1,27 @@
 // Commands that operate the camera: keys and buttons, tally lamps, sliders and switches, recording,
-// zoom, the live picture's encoder and the position receiver. Each sends one message to the camera
-// control daemon and replies with the daemon's result, all but the last without data. A missing
-// parameter, and a control or key that the remote event table does not know, reject the request.
+// zoom, the encoder of the live picture and the GPS receiver. Each sends one message to the camera
+// control daemon and replies with the daemon's result; only the last adds data. `Parse` rejects a
+// missing parameter and a control or key that is not in the remote event table.
 #pragma once
 
 #include "core/cmd/command.h"
 
 // Keys and buttons.
 
-/// Base of the commands that press one key of one control: two names, looked up in the remote event
-/// table, become two codes.
+/// Base of the commands that press a key of a control. Both are names in the remote event table.
 ///
 /// Payload: kind code, key code.
 class KeyCommand : public Command {
  protected:
-  /// Looks the pair up and makes its codes the payload.
-  /// @return 0, or -1 when there is no such pair
+  /// Looks up control and key and makes their codes the payload.
+  /// @return 0, or -1 if there is no such pair
   int Press(const char* kind, const char* key);
 
-  /// The same; logs names and codes of a pair that was found.
-  /// @param label  what the log calls the key
+  /// The same, and logs the names and codes.
+  /// @param label  name of the key in the log
   int PressAndLog(const char* kind, const char* key, const char* label = "button");
 
-  /// The same for a control and a key that are both parameters: "Kind" and `key_parameter`.
+  /// The same for a control and a key from the parameters "Kind" and `key_parameter`.
   int PressParameters(const char* params, const char* key_parameter, const char* label);
 };
 
@@ -38,7 +37,7 @@ class SetWebButtonEvent : public KeyCommand {
   int Parse(const char* params) override;
 };
 
-/// Asks for an action of the system. Parameter "Request": "Resume".
+/// Requests an action of the system. Parameter "Request": "Resume".
 class SystemRequest : public KeyCommand {
  public:
   int Parse(const char* params) override;
@@ -57,10 +56,10 @@ class SetStreamingCtrl : public KeyCommand {
   int Parse(const char* params) override;
 };
 
-// Tally. Each command takes any key of its control, so a lamp can also be switched by the priority
-// command and the other way round.
+// Tally. Each command accepts any key of its control, so the priority command can also switch the
+// lamp, and the lamp command can also set the priority.
 
-/// Gives the control of the tally lamp to one side. Parameter "Priority": "Camera" or "Web".
+/// Chooses who controls the tally lamp. Parameter "Priority": "Camera" or "Web".
 class SetTallyLampPriority : public KeyCommand {
  public:
   int Parse(const char* params) override;
@@ -72,7 +71,8 @@ class SetTallyLampCtrl : public KeyCommand {
   int Parse(const char* params) override;
 };
 
-/// Switches the tally lamp and takes its control for the web side. Parameter "Sw": "On" or "Off".
+/// Switches the tally lamp and makes the web side control it. Parameter "Sw": "On" or "Off"; an
+/// empty text means the key "Web", which only takes the control.
 class SetTallyControlWithPriority : public KeyCommand {
  public:
   int Parse(const char* params) override;
@@ -84,7 +84,7 @@ class SetStudioTally : public KeyCommand {
   int Parse(const char* params) override;
 };
 
-// Sliders and switches. Numbers have no range; the bytes below are what is sent of them.
+// Sliders and switches. Numbers are not range-checked, only truncated to the bytes below.
 
 /// Moves a slider. Parameters "Kind": a control, usually a bar; "Position": a number.
 ///
@@ -97,14 +97,13 @@ class SetWebSliderEvent : public Command {
 /// Moves the point of a two-axis field. Parameters "Kind": a control, usually the white paint
 /// field; "XPosition" and "YPosition": numbers from 0 to 255.
 ///
-/// Payload: kind code, X, Y (8 bits each; what a larger Y has in bits 8 to 15 is added to X by a
-/// bitwise OR).
+/// Payload: kind code, X, Y (8 bits each; bits 8 to 15 of a larger Y are ORed into X).
 class SetWebXYFieldEvent : public Command {
  public:
   int Parse(const char* params) override;
 };
 
-/// Tilts a spring-loaded switch; the camera goes on until the direction "Stop". Parameters "Kind"
+/// Tilts a spring-loaded switch; the camera moves until the direction "Stop". Parameters "Kind"
 /// and "Direction": a control and its key; "Speed": a number.
 ///
 /// Payload: kind code, key code, speed (8 bits).
@@ -113,7 +112,7 @@ class SeesawSwitchOperation : public Command {
   int Parse(const char* params) override;
 };
 
-/// Tilts the zoom switch; the camera goes on until the direction "Stop". Parameters "Direction":
+/// Tilts the zoom switch; the camera moves until the direction "Stop". Parameters "Direction":
 /// "Wide", "Tele" or "Stop" (any other word stops); "Speed": a number.
 ///
 /// Payload: direction (1 wide, 2 tele, 0 stop), speed (8 bits).
@@ -140,20 +139,20 @@ class SetZoomCtrl : public Command {
   int Parse(const char* params) override;
 };
 
-/// Starts or stops the encoder behind the page's live picture. Parameter "Operate": "Stop" stops,
-/// any other word, usually "Start", starts.
+/// Starts or stops the encoder of the page's live picture. Parameter "Operate": "Stop" stops, any
+/// other word, usually "Start", starts.
 ///
-/// The bare header is the whole message: the command code tells start from stop, as with
-/// `MonitorStart` and `MonitorStop`.
+/// The message is a bare header. Its command code means start or stop, as for `MonitorStart` and
+/// `MonitorStop`.
 class JpegEncode : public Command {
  public:
   int Parse(const char* params) override;
 };
 
-/// Reports the state of the position receiver (GPS), known to clients as "GetGPSInfo".
+/// Reports the state of the GPS receiver. Clients call it "GetGPSInfo".
 ///
-/// The bare header is the whole message. Reply: bytes 4 to 23 level of the antenna, from byte 24 on
-/// the location; both texts are reported as they stand, as far as they arrived.
+/// The message is a bare header. Reply: bytes 4 to 23 the level of the antenna, from byte 24 the
+/// location; the texts are reported unchanged, as far as they arrived.
 class GetGpsInfo : public Command {
  public:
   void Output() override;

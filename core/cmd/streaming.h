@@ -1,8 +1,9 @@
-// Commands of the live stream: its format, what the camera can stream, and the servers that it
-// streams to. None of them talks to a daemon for an answer: they read settings files and the camera
-// status block, and those that change a file tell the control daemon with a renewal notice.
+// Commands for the live stream: its format, the formats that the camera can stream, and the
+// servers. The Get and Available commands read settings files and the camera status block; the Set
+// commands change settings files and send the control daemon a renewal notice. None expects an
+// answer from a daemon.
 //
-// The Set commands store what they are given. Without "Params" they store zeros and empty texts.
+// The Set commands do not validate values. Without "Params" they store zeros and empty texts.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +11,8 @@
 
 #include "core/cmd/command.h"
 
-/// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; a setting
-/// that is none of the known ones is an empty name.
+/// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; the name of
+/// an unknown setting is empty.
 class GetStreamingSettings : public LocalCommand {
  public:
   void Output() override;
@@ -20,8 +21,8 @@ class GetStreamingSettings : public LocalCommand {
 /// Sets resolution and bit rate.
 ///
 /// Parameters "Resolution", a name of `resolution_table`, and "Bitrate", a name of `bitrate_table`.
-/// An unknown resolution is stored as the number behind the last one, 7; an unknown bit rate as
-/// code 0. Both then read back as empty names. Missing: "RequestedError".
+/// An unknown resolution is stored as 7, one past the last index; an unknown bit rate as code 0.
+/// Both then read back as empty names. If a parameter is missing, the reply is "RequestedError".
 class SetStreamingSettings : public Command {
  public:
   int Parse(const char* params) override;
@@ -45,7 +46,7 @@ class SetStreamingResolution : public Command {
 /// Sets the frame rate and keeps the bit rate.
 ///
 /// Parameter "Framerate": a name of `framerate_table`; an unknown one is stored as 6 and reads back
-/// as an empty name. Missing: "RequestedError".
+/// as an empty name. If it is missing, the reply is "RequestedError".
 class SetStreamingFramerate : public Command {
  public:
   int Parse(const char* params) override;
@@ -65,15 +66,16 @@ class SetStreamingBitrate : public Command {
   std::optional<std::int32_t> bitrate_code_;
 };
 
-/// Reports which resolutions the camera can stream now: one flag for each.
+/// Reports a flag for each resolution: whether the camera can stream it now.
 class AvailableStreamingResolutionSettings : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Reports which frame rates the camera can stream now at one resolution: one flag for each.
+/// Reports a flag for each frame rate: whether the camera can stream it now at one resolution.
 ///
-/// Parameter "Resolution": a name of `resolution_table`. Missing or unknown: "RequestedError".
+/// Parameter "Resolution": a name of `resolution_table`. If it is missing or unknown, the reply is
+/// "RequestedError".
 class AvailableStreamingFramerateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -83,11 +85,11 @@ class AvailableStreamingFramerateSettings : public LocalCommand {
   std::int32_t resolution_ = 0;
 };
 
-/// Reports which bit rates the camera can stream now: one flag for each.
+/// Reports a flag for each bit rate: whether the camera can stream it now.
 ///
 /// Parameters "Type", a name of `streaming_type_zixi_separate_table`, "Resolution", a name of
-/// `resolution_table`, and "Framerate", a name of `framerate_table`. One missing or unknown:
-/// "RequestedError".
+/// `resolution_table`, and "Framerate", a name of `framerate_table`. If one is missing or unknown,
+/// the reply is "RequestedError".
 class AvailableStreamingBitrateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -156,10 +158,10 @@ using SetStreamingServerSettingsRTMP = SetStreamingServerSettingsOf<kStreamingRt
 /// deliberately stored in the field of UDP; that of RTP never changes.
 using SetStreamingServerSettingsRTP = SetStreamingServerSettingsOf<kStreamingRtp>;
 
-/// Reports a streaming server's name, its transport and the settings of that transport, as they are
-/// stored; nothing when the stored transport is none of the known ones.
+/// Reports the stored name, transport and transport settings of a streaming server; nothing if the
+/// stored transport is unknown.
 ///
-/// Parameter "ID": the server's number. Missing: "RequestedError".
+/// Parameter "ID": the server's number. If it is missing, the reply is "RequestedError".
 class GetStreamingServerSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -169,7 +171,7 @@ class GetStreamingServerSettings : public LocalCommand {
   std::int32_t server_no_ = 0;
 };
 
-/// Reports the number of the current streaming server, as it is stored.
+/// Reports the stored number of the current streaming server.
 class GetCurrentStreamingServerID : public LocalCommand {
  public:
   void Output() override;
@@ -177,7 +179,8 @@ class GetCurrentStreamingServerID : public LocalCommand {
 
 /// Chooses the current streaming server.
 ///
-/// Parameter "ID": its number, below 4; negative ones pass. Missing or above: "RequestedError".
+/// Parameter "ID": its number, below 4; negative numbers are accepted. If it is missing or above 3,
+/// the reply is "RequestedError".
 class SetCurrentStreamingServerID : public Command {
  public:
   int Parse(const char* params) override;

@@ -6,10 +6,10 @@
 
 #include "core/cmd/command.h"
 
-/// Starts the encoder behind the page's live picture. The bare header is the whole message.
+/// Starts the encoder of the page's live picture. The message is a bare header.
 class MonitorStart : public Command {};
 
-/// Stops the encoder behind the page's live picture.
+/// Stops the encoder of the page's live picture. The message is a bare header.
 class MonitorStop : public Command {};
 
 /// Keeps the client's session alive, or ends it.
@@ -25,25 +25,25 @@ class SessionRenewal : public Command {
   std::int32_t update_ = 0;
 };
 
-/// Reports model, destination region, version of this interface and serial number, out of the
-/// camera status block. Sends no message.
+/// Reports model, destination region, version of this interface and serial number from the camera
+/// status block. Sends no message.
 class GetSystemInfo : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Tells a client without a session that the camera is there, with its studio tally. Sends no
-/// message.
+/// Confirms to a client, even without a session, that the camera is running, and reports the studio
+/// tally. Sends no message.
 class HeartbeatConfirmation : public LocalCommand {
  public:
   void Output() override;
 };
 
-/// Tells the camera which page the client shows and returns the pages that it may use.
+/// Tells the camera which page the client shows, and reports the pages that it may use.
 ///
-/// Parameter "Page": the page's number, cut to its low byte, is the payload. The daemon's reply:
-/// byte 0 result, bytes 1 to 4 the permissions (signed) for planning metadata, edit metadata, view
-/// remote and settings; the one for camera control stands in the camera status block.
+/// Parameter "Page": the number of the page; the payload is its low byte. Reply: byte 0 result,
+/// bytes 1 to 4 the permissions (signed) for planning metadata, edit metadata, view remote and
+/// settings. The permission for camera control is in the camera status block.
 class PageChange : public Command {
  public:
   int Parse(const char* params) override;
