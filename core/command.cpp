@@ -10,18 +10,12 @@
 
 namespace {
 
-constexpr os::Timeout kDefaultTimeout = {5, 0};
-constexpr int kDefaultLogLevel = 1;
-
 /// Room for all of a reply except its data, including a name of 99 characters.
 constexpr std::size_t kEnvelopeSize = 300;
 
 }  // namespace
 
-Command::Command()
-    : daemon_address_(DaemonAddress(kControlDaemonPath)),
-      timeout_(kDefaultTimeout),
-      log_level_(kDefaultLogLevel) {}
+Command::Command() : daemon_path_(kControlDaemonPath) {}
 
 void Command::Prepare(const CommandPreset& preset, const char* name, bool log_reply) {
   request_header_.message_class = preset.message_class;
@@ -37,8 +31,7 @@ int Command::Parse(const char* /*params*/) { return 0; }
 
 void Command::Transmit() {
   request_header_.sender_process_id = os::ProcessId();
-  daemon_timed_out_ =
-      !ExchangeMessages(daemon_address_, timeout_, request_header_, message_, reply_);
+  daemon_timed_out_ = !ExchangeMessages(daemon_path_, timeout_, request_header_, message_, reply_);
   // Without a payload the result of the previous exchange is kept, initially "Success".
   if (Reply().Size() > 0) {
     result_ = Reply().U8(0);

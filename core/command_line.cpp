@@ -42,8 +42,6 @@ std::uint8_t g_bCmdLine = 0;
 
 namespace {
 
-constexpr int kInformationalPriority = 6;
-
 // The numbers whose requests take arguments.
 constexpr int kClipList = 11;
 constexpr int kZoom = 14;
@@ -225,7 +223,7 @@ int RunCommandLine(int argc, const char* const* argv) {
     return 1;
   }
   if (number != kWholeRequest) {
-    LogToSystem(kInformationalPriority, "INPUT_COMMAND(%d):%s", number,
+    LogToSystem(kLogInfo, "INPUT_COMMAND(%d):%s", number,
                 HasCannedRequest(number) ? INPUT_COMMAND[number] : "");
   }
   TextBuilder request;

@@ -12,19 +12,16 @@
 
 namespace {
 
-constexpr std::uint8_t kDefaultLevel = 1;
-constexpr std::uint8_t kDefaultTimeout = 5;
-
 /// A command that sends a message with this class, code and payload length. The log level applies
 /// to its request and reply traces; the time-out is in seconds.
 constexpr CommandPreset Message(std::uint8_t message_class, std::uint8_t code,
-                                std::uint16_t payload_length, std::uint8_t level = kDefaultLevel,
-                                std::uint8_t timeout = kDefaultTimeout) {
+                                std::uint16_t payload_length, std::uint8_t level = kDefaultLogLevel,
+                                std::uint8_t timeout = kDefaultTimeoutSeconds) {
   return {message_class, code, payload_length, timeout, level};
 }
 
 /// A command that sends no message, or one whose header its class sets.
-constexpr CommandPreset NoMessage(std::uint8_t level = kDefaultLevel) {
+constexpr CommandPreset NoMessage(std::uint8_t level = kDefaultLogLevel) {
   return Message(0, 0, 0, level);
 }
 
@@ -45,7 +42,7 @@ constexpr CommandRow kCommandTable[] = {
     Row<SetZoomCtrl>("SetZoomCtrl", Message(5, 14, 2)),
     Row<GetCamStatus>("GetCamStatus", Message(5, 0, 0, 7), kSilentRequest | kSilentReply),
     Row<SetCamCtrl>("SetCamCtrl", Message(5, 1, 1)),
-    Row<GetClipInfo>("GetClipInfo", Message(6, 11, 0, kDefaultLevel, 20)),
+    Row<GetClipInfo>("GetClipInfo", Message(6, 11, 0, kDefaultLogLevel, 20)),
     Row<SetClipInfo>("SetClipInfo", Message(6, 16, 6)),
     Row<PageChange>("PageChange", Message(5, 15, 1)),
     Row<SetWebKeyEvent>("SetWebKeyEvent", Message(5, 17, 2)),

@@ -1,21 +1,17 @@
 #include "core/daemon_socket.h"
 
-#include <sys/socket.h>
-
 #include <iterator>
 
 #include "core/dlog.h"
 #include "core/fatal.h"
-#include "core/text.h"
 
 const char kControlDaemonPath[] = "/var/run/quonta_cp.sock";
 
 namespace {
 
-constexpr int kErrorPriority = 3;
 constexpr os::Timeout kOneWayTimeout = {5, 0};
 
-/// The daemons that `socket_send_msg` reaches, by its index.
+/// The daemons of `socket_send_msg`, by index.
 constexpr const char* path[] = {
     "/var/run/quonta_usb.sock",
     "/var/run/quonta_web.sock",
@@ -45,20 +41,13 @@ void SendRequest(const os::Descriptor& socket, const MessageHeader& header,
 
 }  // namespace
 
-sockaddr_un DaemonAddress(const char* path_of_socket) {
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
-  CopyText(address.sun_path, path_of_socket);
-  return address;
-}
-
-bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const MessageHeader& header,
                       OutgoingMessage& message, ByteBuffer& reply) {
   const os::Descriptor socket = os::CreateStreamSocket(timeout);
   if (!socket.IsOpen()) {
     Fatal("Can't create a socket");
   }
-  if (!os::Connect(socket, address)) {
+  if (!os::Connect(socket, daemon_path)) {
     Fatal("cannot connect sockname.");
   }
   SendRequest(socket, header, message);
@@ -80,12 +69,12 @@ void socket_send_msg(const unsigned char* msg, unsigned short length, unsigned c
   if (!socket.IsOpen()) {
     Fatal("cmd:6363: Can't create a socket");
   }
-  if (index >= std::size(path) || !os::Connect(socket, DaemonAddress(path[index]))) {
-    LogToSystem(kErrorPriority, "error: socket connect error.\n");
+  if (index >= std::size(path) || !os::Connect(socket, path[index])) {
+    LogToSystem(kLogError, "error: socket connect error.\n");
     Fatal("cmd:6374: Can't connect SOCK_NAME");
   }
   if (length == 0) {
-    LogToSystem(kErrorPriority, "error: invalid msg size !!\n");
+    LogToSystem(kLogError, "error: invalid msg size !!\n");
     return;
   }
   SendOrEnd(socket, msg, length);

@@ -1,8 +1,6 @@
 // Exchanges messages with the camera's resident daemons over Unix-domain stream sockets.
 #pragma once
 
-#include <sys/un.h>
-
 #include <cstdint>
 
 #include "core/message.h"
@@ -11,23 +9,20 @@
 /// Where the camera control daemon listens.
 extern const char kControlDaemonPath[];
 
-/// The socket address for a path; a path that is too long for it is truncated.
-sockaddr_un DaemonAddress(const char* path_of_socket);
-
 /// Sends one message to a daemon and receives its reply.
 ///
 /// If the daemon cannot be reached, or closes before the message is written, the process ends (see
 /// `Fatal`).
 ///
-/// @param address  of the daemon's socket
-/// @param timeout  for connecting and sending, and once each for the reply's header and payload
-/// @param header   sent alone if `message` is not set, otherwise before its payload
-/// @param message  the payload to send; released after it has been sent
-/// @param reply    receives the payload bytes that arrive, at most the length that the reply's
-///                 header announces
+/// @param daemon_path  of the daemon's socket
+/// @param timeout      for connecting and sending, and once each for the reply's header and payload
+/// @param header       sent alone if `message` is not set, otherwise before its payload
+/// @param message      the payload to send; released after it has been sent
+/// @param reply        receives the payload bytes that arrive, at most the length that the reply's
+///                     header announces
 /// @return false if the time-out passed before the whole reply arrived. A daemon that closes the
 ///         connection early has not timed out.
-bool ExchangeMessages(const sockaddr_un& address, os::Timeout timeout, const MessageHeader& header,
+bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const MessageHeader& header,
                       OutgoingMessage& message, ByteBuffer& reply);
 
 /// Sends one message to a daemon without waiting for a reply.

@@ -15,17 +15,15 @@ namespace {
 constexpr char kThresholdPath[] = "/var/tmp/lighttpd/cgilog";
 constexpr std::size_t kThresholdLineSize = 16;
 
-int PriorityOfLevel(int level) {
-  constexpr int kError = 3;
-  constexpr int kInformational = 6;
-  constexpr int kDebug = 7;
+LogPriority PriorityOfLevel(int level) {
   if (level <= 1) {
-    return kError;
+    return kLogError;
   }
-  return level <= 4 ? kInformational : kDebug;
+  return level <= 4 ? kLogInfo : kLogDebug;
 }
 
-[[gnu::format(printf, 2, 0)]] void FormatAndLog(int priority, const char* fmt, va_list arguments) {
+[[gnu::format(printf, 2, 0)]] void FormatAndLog(LogPriority priority, const char* fmt,
+                                                va_list arguments) {
   char message[kTextSize];
   message[0] = '\0';
   // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): both callers have started the list.
@@ -58,7 +56,7 @@ void DLOG(int level, const char* fmt, ...) {
   va_end(arguments);
 }
 
-void LogToSystem(int priority, const char* fmt, ...) {
+void LogToSystem(LogPriority priority, const char* fmt, ...) {
   va_list arguments;
   va_start(arguments, fmt);
   FormatAndLog(priority, fmt, arguments);

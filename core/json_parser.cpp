@@ -6,12 +6,10 @@
 
 namespace {
 
-constexpr int kErrorPriority = 3;
-
 bool EndsValue(char c) { return c == '"' || c == ',' || c == '}'; }
 
 const char* BufferOver(std::size_t index, std::size_t length) {
-  LogToSystem(kErrorPriority, "error: json_parser() buffer over %d/%d\n", static_cast<int>(index),
+  LogToSystem(kLogError, "error: json_parser() buffer over %d/%d\n", static_cast<int>(index),
               static_cast<int>(length));
   return nullptr;
 }
@@ -22,12 +20,12 @@ const char* json_parser(const char* text, const char* key, ValueBuffer out) {
   out.text[0] = '\0';
   const char* const found = std::strstr(text, key);
   if (found == nullptr) {
-    LogToSystem(kErrorPriority, "error: json_parser() key [%s] does not appear\n", key);
+    LogToSystem(kLogError, "error: json_parser() key [%s] does not appear\n", key);
     return nullptr;
   }
   const char* const colon = std::strchr(found + std::strlen(key), ':');
   if (colon == nullptr) {
-    LogToSystem(kErrorPriority, "error: json_parser() terminater : does not appear\n");
+    LogToSystem(kLogError, "error: json_parser() terminater : does not appear\n");
     return nullptr;
   }
 

@@ -5,7 +5,7 @@
 bool LinePieces::Refill() {
   next_ = 0;
   filled_ = 0;
-  if (!failed_ && length_ < os::kLongestFile) {
+  if (!failed_ && length_ < os::kMaxFile) {
     failed_ = !os::Read(file_, block_, sizeof block_, filled_);
     length_ += filled_;
   }

@@ -6,18 +6,18 @@
 
 #include "core/os.h"
 
-/// Hands out a file's lines in pieces that fit a caller's buffer; the part of `LineReader` that
-/// does not depend on the size of the pieces.
+/// Reads a file's lines in pieces that fit the caller's buffer: the part of `LineReader` that does
+/// not depend on the size of the buffer.
 class LinePieces {
  public:
   explicit LinePieces(const os::Descriptor& file) : file_(file), failed_(!file.IsOpen()) {}
 
-  /// Whether the file could not be opened, or not be read.
+  /// Whether the file could not be opened or read.
   [[nodiscard]] bool Failed() const { return failed_; }
 
-  /// Fills `piece` with the next line, its line feed included, or with the first `size - 1` bytes
-  /// of it: the rest is a piece of its own. A NUL byte in the file ends the text of its piece.
-  /// @return false at the end of the file and when it cannot be read
+  /// Fills `piece` with the next line, including its line feed, or with the first `size - 1` bytes
+  /// of it; the rest is another piece. A NUL byte in the file ends the text of its piece.
+  /// @return false at the end of the file and if it cannot be read
   bool Next(char* piece, std::size_t size);
 
  private:
@@ -31,18 +31,18 @@ class LinePieces {
   char block_[1024];
 };
 
-/// Reads a text file in lines of at most `Size - 1` characters, no more than `os::kLongestFile` of
-/// it. A file that does not exist, that may not be read or that is a folder has no lines.
+/// Reads a text file in lines of at most `Size - 1` characters, up to `os::kMaxFile` bytes. A
+/// missing or unreadable file and a folder have no lines.
 template <std::size_t Size>
 class LineReader {
  public:
-  /// @param file  has to outlive the reader; not open when there is no such file
+  /// @param file  must outlive the reader; not open if there is no such file
   explicit LineReader(const os::Descriptor& file) : pieces_(file) {}
 
   /// The next line, or null after the last one; valid until the next call.
   const char* Next() { return pieces_.Next(line_, Size) ? line_ : nullptr; }
 
-  /// Whether there is no such file, or one that cannot be read; known after the last line.
+  /// Whether the file is missing or cannot be read; known after the last line.
   [[nodiscard]] bool Failed() const { return pieces_.Failed(); }
 
  private:
@@ -50,7 +50,6 @@ class LineReader {
   char line_[Size];
 };
 
-/// The value on a settings line that begins with `key`: the first run of characters after the key
-/// and the white space that follows it. Empty when there is none.
-/// The result points into `line`.
+/// The value on a settings line that begins with `key`: the first word after the key; empty if
+/// there is none. It need not be separated from the key. The result points into `line`.
 std::string_view ValueAfterKey(const char* line, std::string_view key);

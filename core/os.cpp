@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <sys/time.h>
 #include <sys/uio.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -39,7 +40,7 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
 
 iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
-/// Up to 4 KiB of empty lines, which nobody who reads a settings file looks at.
+/// Up to 4 KiB of empty lines, which readers of settings files ignore.
 class EmptyLines {
  public:
   explicit EmptyLines(std::size_t length) : length_(std::min(length, sizeof text_)) {
@@ -57,7 +58,7 @@ void SetLength(int file, std::size_t length) {
   Uninterrupted([&] { return ftruncate(file, static_cast<off_t>(length)); });
 }
 
-/// Appends empty lines. Without room for all of them the file keeps its length.
+/// Appends empty lines. If there is no room for all of them, the file keeps its length.
 bool Lengthen(int file, std::size_t length, std::size_t new_length) {
   const EmptyLines empty(new_length - length);
   for (std::size_t end = length; end < new_length;) {
@@ -73,9 +74,9 @@ bool Lengthen(int file, std::size_t length, std::size_t new_length) {
   return true;
 }
 
-/// Writes over the beginning of a file, and empty lines over what follows: both in one write unless
-/// the system takes only a part of them.
-bool WriteOver(int file, std::string_view contents, std::size_t rest) {
+/// Overwrites the beginning of a file with the contents, and what follows with empty lines: in one
+/// write, unless the system takes only a part of it.
+bool Overwrite(int file, std::string_view contents, std::size_t rest) {
   const EmptyLines empty(rest);
   for (std::size_t done = 0; done < contents.size();) {
     // Not substr, whose range check throws.
@@ -91,18 +92,19 @@ bool WriteOver(int file, std::string_view contents, std::size_t rest) {
   return true;
 }
 
-constexpr mode_t kReadWriteForAllTheUmaskAllows = 0666;
+constexpr mode_t kDefaultFileMode = 0666;  // less what the umask takes away
 
-/// A new file without a name, on the disk that holds `path`.
+/// Opens a new file without a name on the disk that holds `path`.
 int OpenUnnamed(const char* path) {
   char folder[256];
   const std::string_view whole(path);
   CopyText(folder, whole.substr(0, whole.rfind('/')));
-  return open(folder, O_WRONLY | O_TMPFILE | O_CLOEXEC, kReadWriteForAllTheUmaskAllows);
+  return open(folder, O_WRONLY | O_TMPFILE | O_CLOEXEC, kDefaultFileMode);
 }
 
-/// @return false when there is something with that name, or the system cannot name an open file
-bool Name(const Descriptor& file, const char* path) {
+/// Gives the open file a name.
+/// @return false if the name exists or the system cannot do that
+bool Link(const Descriptor& file, const char* path) {
   char link[32];
   std::snprintf(link, sizeof link, "/proc/self/fd/%d", file.Number());
   return linkat(AT_FDCWD, link, AT_FDCWD, path, AT_SYMLINK_FOLLOW) == 0;
@@ -114,11 +116,11 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
   return result >= 0;
 }
 
-/// A named pipe in place of a file keeps nobody waiting for its other end.
-constexpr int kWithoutWaiting = O_NONBLOCK | O_CLOEXEC;
+/// O_NONBLOCK: do not block if the path is a named pipe.
+constexpr int kOpenFlags = O_NONBLOCK | O_CLOEXEC;
 
-/// How long this process will still wait for another one that has the lock.
-std::int64_t lock_patience_ms = 1000;
+/// How much longer this process will wait for locks.
+std::int64_t remaining_lock_wait_ms = 1000;
 
 }  // namespace
 
@@ -130,11 +132,11 @@ void Descriptor::Close() {
 }
 
 Descriptor OpenForReading(const char* path) {
-  return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | kWithoutWaiting); }));
+  return Descriptor(Uninterrupted([&] { return open(path, O_RDONLY | kOpenFlags); }));
 }
 
 Descriptor OpenForUpdate(const char* path) {
-  const int number = Uninterrupted([&] { return open(path, O_RDWR | kWithoutWaiting); });
+  const int number = Uninterrupted([&] { return open(path, O_RDWR | kOpenFlags); });
   return number < 0 && errno != ENOENT ? OpenForReading(path) : Descriptor(number);
 }
 
@@ -152,7 +154,7 @@ bool Rewrite(const Descriptor& file, std::string_view contents) {
     return false;
   }
   const std::size_t rest = length > contents.size() ? length - contents.size() : 0;
-  if (!WriteOver(file.Number(), contents, rest)) {
+  if (!Overwrite(file.Number(), contents, rest)) {
     return false;
   }
   if (rest > 0) {
@@ -167,15 +169,14 @@ bool WriteFile(const char* path, std::string_view contents) {
     if (!WriteAll(unnamed.Number(), contents.data(), contents.size())) {
       return false;
     }
-    if (Name(unnamed, path)) {
+    if (Link(unnamed, path)) {
       return true;
     }
   }
-  // Not every file system has files without a name, not every process sees /proc, and a symbolic
-  // link may lead to a file that is yet to be created.
-  const Descriptor file(Uninterrupted([&] {
-    return open(path, O_WRONLY | O_CREAT | kWithoutWaiting, kReadWriteForAllTheUmaskAllows);
-  }));
+  // Not every file system has files without a name, not every process sees /proc, and the path may
+  // be a symbolic link to a missing file.
+  const Descriptor file(
+      Uninterrupted([&] { return open(path, O_WRONLY | O_CREAT | kOpenFlags, kDefaultFileMode); }));
   if (!file.IsOpen() || Rewrite(file, contents)) {
     return file.IsOpen();
   }
@@ -195,12 +196,12 @@ void Unlock(const Descriptor& descriptor) { flock(descriptor.Number(), LOCK_UN);
 
 bool LockInTime(const Descriptor& descriptor) {
   while (flock(descriptor.Number(), LOCK_EX | LOCK_NB) != 0) {
-    if ((errno != EWOULDBLOCK && errno != EINTR) || lock_patience_ms <= 0) {
+    if ((errno != EWOULDBLOCK && errno != EINTR) || remaining_lock_wait_ms <= 0) {
       return false;
     }
     const std::int64_t start = MonotonicMilliseconds();
     poll(nullptr, 0, 1);
-    lock_patience_ms -= MonotonicMilliseconds() - start;
+    remaining_lock_wait_ms -= MonotonicMilliseconds() - start;
   }
   return true;
 }
@@ -233,9 +234,13 @@ Descriptor CreateStreamSocket(Timeout timeout) {
   return Descriptor(number);
 }
 
-bool Connect(const Descriptor& socket, const sockaddr_un& address) {
-  const std::size_t path_length = strnlen(address.sun_path, sizeof address.sun_path);
-  const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + path_length);
+bool Connect(const Descriptor& socket, const char* path) {
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  CopyText(address.sun_path, path);
+  // Without the NUL after the path.
+  const auto length =
+      static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + std::strlen(address.sun_path));
   return Uninterrupted([&] {
            return connect(socket.Number(), reinterpret_cast<const sockaddr*>(&address), length);
          }) == 0;
@@ -250,8 +255,8 @@ Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
       MonotonicMilliseconds() + timeout.seconds * std::int64_t{1000} + timeout.microseconds / 1000;
   std::size_t received = 0;
   while (received < length) {
-    // With MSG_WAITALL the socket's time-out covers all pieces together: a peer that sends a byte
-    // now and then cannot stretch it.
+    // With MSG_WAITALL the socket's time-out covers all pieces together, so a peer that sends
+    // single bytes cannot extend it.
     const ssize_t count = recv(socket.Number(), static_cast<char*>(buffer) + received,
                                length - received, MSG_WAITALL);
     if (count > 0) {

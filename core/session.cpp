@@ -31,7 +31,7 @@ void ReadStoredId(const os::Descriptor& file, char (&stored_id)[kLineSize]) {
 }  // namespace
 
 bool SessionIsValid() {
-  // Without the lock: a renewal writes the same id over the old one.
+  // No lock is needed: a renewal overwrites the id with the same id.
   const os::Descriptor file = os::OpenForReading(SESSION_INFO_PATH);
   char stored_id[kLineSize];
   ReadStoredId(file, stored_id);
@@ -49,7 +49,7 @@ bool SessionIsValid() {
 bool RenewSession(std::int64_t seconds_left) {
   const LockedFile file(SESSION_INFO_PATH, os::OpenForUpdate);
   // The session may have ended since it was checked, and another one begun. The login component
-  // replaces the file, so what is written here cannot get into a session other than the one read.
+  // replaces the file, so this cannot overwrite a session that begins after the id is read.
   const bool was_checked = web_id[0] != '\0';
   char stored_id[kLineSize];
   ReadStoredId(file.File(), stored_id);

@@ -21,7 +21,7 @@ constexpr char kClipInfoPath[] = "/srv/www/htdocs/clip_info";
 bool ReadAll(const os::Descriptor& file, TextBuilder& contents) {
   char block[1024];
   std::size_t size = 0;
-  while (contents.Length() < os::kLongestFile && os::Read(file, block, sizeof block, size)) {
+  while (contents.Length() < os::kMaxFile && os::Read(file, block, sizeof block, size)) {
     if (size == 0) {
       return true;
     }

@@ -59,7 +59,7 @@ void TruncateAtControlCharacter(char* text) {
 }  // namespace
 
 CloudCommand::CloudCommand() {
-  daemon_address_ = DaemonAddress(kStreamingDaemonPath);
+  daemon_path_ = kStreamingDaemonPath;
   request_header_.streaming_flag = 1;
 }
 

@@ -6,12 +6,13 @@
 
 namespace {
 
-/// The longest line, its line feed and the NUL included. What does not fit is taken for a line of
-/// its own.
+/// Size of the longest line, including its line feed and the NUL. The rest of a longer one is taken
+/// for another line.
 constexpr std::size_t kLineSize = 256;
 
-/// The setting that a line is about, or null. The line only has to begin with the key, so of two
-/// keys that it begins with ("server" and "serverurl") the longer one is meant.
+/// The setting of a line, or null. The line need only begin with the key; if it begins with two
+/// keys
+/// ("server" and "serverurl"), the longer one counts.
 const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
   const SettingField* found = nullptr;
   for (const SettingField& field : table) {
@@ -36,7 +37,7 @@ void ReadSettings(const SettingTable& table, const LockedFile& file, char* recor
       continue;
     }
     const std::string_view value = ValueAfterKey(line, field->key);
-    // A key without a value leaves the setting as an earlier line has set it.
+    // A key without a value leaves the setting unchanged.
     if (!value.empty()) {
       Store(record, *field, value);
     }
@@ -56,7 +57,5 @@ void WriteSettings(const SettingTable& table, const LockedFile& file, const char
     text.Append(record + field.offset);
     text.Append('\n');
   }
-  // The command that changes a setting has no word for a full or write-protected disk; the daemon
-  // then goes on with the old file.
   file.Write(text.View());
 }

@@ -1,6 +1,6 @@
-// Settings files: the small text files under /var/tmp/lighttpd/ in which the web interface keeps
-// its settings. Each holds one line "key", tab, "value" per setting and is described by one table;
-// this is the one reader and the one writer of them all.
+// Settings files: the small text files in /var/tmp/lighttpd/ that hold the settings of the web
+// interface. Each has one line "key", tab, "value" per setting and is described by a table. This is
+// the only reader and writer for all of them.
 #pragma once
 
 #include <cstddef>
@@ -10,16 +10,16 @@
 #include "core/locked_file.h"
 #include "streaming/renewal_notice.h"
 
-/// One setting of a file: its key, the field of the file's record that holds its value, and the
-/// value that it has while there is no file.
+/// One setting of a file: its key, the field of the record for its value, and the default value
+/// that it has without a file.
 struct SettingField {
   std::string_view key;
   std::size_t offset;
-  std::size_t capacity;  ///< of the field, the terminating NUL included
+  std::size_t capacity;  ///< of the field, including the terminating NUL
   std::string_view default_value;
 };
 
-/// The row for the field `name` of `Record`. A field is named as its key in the file.
+/// The row for the field `name` of `Record`. The field has the name of the key.
 #define SETTING_FIELD(Record, name, default_value) \
   SettingField { #name, offsetof(Record, name), sizeof(Record::name), default_value }
 
@@ -32,8 +32,8 @@ struct SettingTable {
   [[nodiscard]] const SettingField* end() const { return fields + count; }
 };
 
-/// A kind of settings file. `Record` is a plain structure of texts in arrays of fixed size, one per
-/// setting; its table is built with `SETTING_FIELD`.
+/// A kind of settings file. `Record` is a structure of texts in arrays of fixed size, one per
+/// setting; its table consists of `SETTING_FIELD`s.
 template <typename Record>
 class SettingsFile {
   static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record> &&
@@ -44,18 +44,19 @@ class SettingsFile {
   template <std::size_t Count>
   constexpr explicit SettingsFile(const SettingField (&fields)[Count]) : table_{fields, Count} {}
 
-  /// Fills the record from the file. While there is none, or none that can be read, every setting
-  /// has its default value. A setting that an existing file does not mention is empty; of two lines
-  /// with the same key the later one counts. A value ends at its first blank and is cut to the
-  /// field. The file is not created.
+  /// Fills the record from the file. If the file is missing or unreadable, every setting has its
+  /// default value. A setting that an existing file lacks is empty; of two lines with the same key
+  /// the later one counts. A value ends at white space and is truncated to its field. The file is
+  /// not created.
   void Read(const char* path, Record& record) const;
 
-  /// Replaces the file with all settings of the record, empty ones included. When it cannot be
-  /// written that is logged, and the command succeeds all the same.
+  /// Replaces the file with all settings of the record, including empty ones. A failure is logged
+  /// at level 1 but otherwise ignored: the reply does not depend on it.
   void Write(const char* path, const Record& record) const;
 
-  /// Reads the file, lets `change` change the record and rewrites the file. Untouched settings keep
-  /// their values. The file is locked meanwhile, so `change` must not use another settings file.
+  /// Reads the file, passes the record to `change` and rewrites the file. Settings that it does not
+  /// change keep their values. `change` must not use another settings file, because the folder is
+  /// locked.
   template <typename Change>
   void Rewrite(const char* path, Change change) const {
     const LockedFile file(path, os::OpenForUpdate);
@@ -65,15 +66,15 @@ class SettingsFile {
     Write(file, record);
   }
 
-  /// Rewrites the file and tells the control daemon: what every command does that sets something.
+  /// Rewrites the file and sends the renewal notice, as every Set command does.
   template <typename Change>
   void Update(const char* path, Change change) const {
     Rewrite(path, change);
     RenewSetting(0);
   }
 
-  /// The same, with `trace` called for the record before and after the change. It is passed the
-  /// word for when: "bofore" is how people who read these logs know the line.
+  /// The same, and calls `trace` with the record before and after the change. The log lines are
+  /// known by the misspelled word "bofore".
   template <typename Change, typename Trace>
   void UpdateTraced(const char* path, Change change, Trace trace) const {
     Update(path, [&](Record& record) {
@@ -90,7 +91,7 @@ class SettingsFile {
   SettingTable table_;
 };
 
-/// `SettingsFile` without the record's type: `record` is its first byte.
+/// The parts of `SettingsFile` that do not depend on the type; `record` is the record's first byte.
 void ReadSettings(const SettingTable& table, const LockedFile& file, char* record);
 void WriteSettings(const SettingTable& table, const LockedFile& file, const char* record);
 

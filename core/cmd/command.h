@@ -1,8 +1,6 @@
 // The base class of all commands.
 #pragma once
 
-#include <sys/un.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -11,6 +9,9 @@
 #include "core/json_writer.h"
 #include "core/message.h"
 #include "core/os.h"
+
+constexpr std::uint8_t kDefaultTimeoutSeconds = 5;
+constexpr std::uint8_t kDefaultLogLevel = 1;
 
 /// What the command table holds about a command: its message header, time-out and log level.
 struct CommandPreset {
@@ -75,19 +76,19 @@ class Command {
   /// The payload of the last reply; bytes that did not arrive read as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }
 
-  /// Whether the last exchange ended by its time-out. A command with several exchanges makes no
-  /// further ones then: each of them could take as long.
+  /// Whether the last exchange timed out. A command with several exchanges then makes no more of
+  /// them, because each could take as long.
   [[nodiscard]] bool DaemonTimedOut() const { return daemon_timed_out_; }
 
   MessageHeader request_header_;
   OutgoingMessage message_;
   ByteBuffer reply_;
   std::uint8_t result_ = 0;
-  sockaddr_un daemon_address_;
-  os::Timeout timeout_;
+  const char* daemon_path_;
+  os::Timeout timeout_ = {kDefaultTimeoutSeconds, 0};
   char requested_name_[100] = {};
   std::optional<JsonWriter> data_;
-  int log_level_;
+  int log_level_ = kDefaultLogLevel;
   bool log_reply_ = true;
   bool daemon_timed_out_ = false;
 };

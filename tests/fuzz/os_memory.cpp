@@ -121,7 +121,7 @@ bool WriteErrors(std::string_view bytes) {
 
 Descriptor CreateStreamSocket(Timeout /*timeout*/) { return Descriptor(fuzz::Add({})); }
 
-bool Connect(const Descriptor& socket, const sockaddr_un& /*address*/) {
+bool Connect(const Descriptor& socket, const char* /*path*/) {
   fuzz::World& world = TheWorld();
   if (world.conversations.empty() || !world.conversations.front().accepts) {
     return false;
