@@ -391,7 +391,7 @@ TEST_F(LogFaultTest, AStreamLogThatIsStartedAnewGetsTheRest) {
 TEST_F(LogFaultTest, AStreamLogThatNoLongerAcceptsHoldsARequestUpOnlyOnce) {
   const int log = BoundSocket(kLog, SOCK_STREAM);
   listen(log, 0);
-  const int waiting = ConnectWithoutWaiting(kLog, SOCK_STREAM);
+  const int waiting = ConnectNonBlocking(kLog, SOCK_STREAM);
   const Outcome renewal = Renew();
   EXPECT_THAT(renewal, Replied(renewed_));
   EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
