@@ -21,6 +21,8 @@ TEST_F(LimitsTest, EveryResultOfEveryCommand) {
     for (const std::string& command : CommandNames()) {
       EXPECT_EQ(Post(SampleBody(command)).output.find("Content-type"), 0U) << command;
     }
+    EXPECT_GT(control.Received().size(), 30U);
+    EXPECT_GT(streaming.Received().size(), 5U);
   }
 }
 
@@ -34,12 +36,14 @@ TEST_F(LimitsTest, SignedNumbers) {
     FakeDaemon daemon(Answer(ReplyMessage(std::string(1, '\0') + std::string(37, char(byte)))));
     EXPECT_EQ(Post(Body("GetCamStatus")).exit_status, 0);
     EXPECT_EQ(Post(Body("PageChange", R"("Page":1)")).exit_status, 0);
+    EXPECT_EQ(daemon.Received().size(), 2U);
   }
 }
 
 TEST_F(LimitsTest, TheLongestLocation) {
   FakeDaemon daemon(Answer(ReplyMessage(std::string(4, '\0') + std::string(65531, 'x'))));
   EXPECT_EQ(Post(Body("GetGPSInfo")).exit_status, 0);
+  EXPECT_EQ(daemon.Received().size(), 1U);
 }
 
 TEST_F(LimitsTest, TheLongestClipList) {
@@ -47,6 +51,7 @@ TEST_F(LimitsTest, TheLongestClipList) {
   FakeDaemon daemon(Answer(ReplyMessage(clips)));
   EXPECT_EQ(Post(Body("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":32767)")).exit_status,
             0);
+  EXPECT_EQ(daemon.Received().size(), 2185U);  // 15 clips at a time
 }
 
 TEST_F(LimitsTest, TheLongestTextsOfReturnAudio) {

@@ -2,9 +2,12 @@
 
 import re
 import subprocess
+import sys
+import textwrap
 
 from description import DOCUMENT, REPOSITORY, commands
 from test_tables import TABLES
+from world import World
 
 REFERENCE = (REPOSITORY / "docs/api.md").read_text()
 
@@ -48,3 +51,14 @@ def test_links_within_the_reference_lead_somewhere():
     assert set(re.findall(r"\]\(#([^)]*)\)", REFERENCE)) <= anchors
     for path in re.findall(r"\]\((\.\./[^)#]*)", REFERENCE):
         assert (REPOSITORY / "docs" / path).exists(), path
+
+
+def test_the_shortest_client_works():
+    code = textwrap.dedent(chapter("Writing a client").partition("library:\n")[2]
+                           .partition("\nA client")[0])
+    assert code.count("http://127.0.0.1:8080") == 1
+    with World() as world:
+        code = code.replace("http://127.0.0.1:8080", world.url)
+        client = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True)
+    assert client.stderr == ""
+    assert re.fullmatch(r"Success\n\d\d:\d\d:\d\d[.:]\d\d\n", client.stdout)
