@@ -2,7 +2,7 @@
 #
 #   runtime   the handler, stripped
 #   web       the page, with the API description that it reads
-#   doc       documents, API description, manual page
+#   doc       documents, API description, web server samples, manual page
 include(GNUInstallDirs)
 set(CAMERA_CGI_DIR lib/cgi-bin CACHE STRING "Where the handler is installed")
 set(CAMERA_WEB_DIR ${CMAKE_INSTALL_DATADIR}/camera-remote/web CACHE STRING "Where the page is installed")
@@ -18,6 +18,8 @@ install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONE
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY api DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
         PATTERN *.py EXCLUDE PATTERN __pycache__ EXCLUDE)
+install(DIRECTORY packaging/servers DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+        USE_SOURCE_PERMISSIONS)
 configure_file(packaging/man/camera_remote.cgi.8.in man/camera_remote.cgi.8 @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/man/camera_remote.cgi.8
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man8 COMPONENT doc)
@@ -35,7 +37,7 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The request handler, a static CGI program.")
 set(CPACK_COMPONENT_WEB_DESCRIPTION "The web remote: a page that operates the camera in a browser.")
-set(CPACK_COMPONENT_DOC_DESCRIPTION "Documents and the API description.")
+set(CPACK_COMPONENT_DOC_DESCRIPTION "Documents, API description and samples for four web servers.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION web)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME camera-remote)

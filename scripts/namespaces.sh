@@ -21,3 +21,20 @@ as_namespace_root() {
     unshare --user --map-root-user "$@"
   fi
 }
+
+# private_devices: in a mount namespace of its own, gives it a /dev with the devices that every
+# program expects. What listens at /dev/log there hears nothing of the machine's.
+private_devices() {
+  local device
+  mkdir /run/dev
+  mount -t tmpfs -o mode=755 tmpfs /run/dev
+  for device in null zero full random urandom; do
+    touch "/run/dev/$device"
+    mount --bind "/dev/$device" "/run/dev/$device"
+  done
+  ln -s /proc/self/fd /run/dev/fd
+  ln -s fd/0 /run/dev/stdin
+  ln -s fd/1 /run/dev/stdout
+  ln -s fd/2 /run/dev/stderr
+  mount --move /run/dev /dev
+}

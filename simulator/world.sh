@@ -14,6 +14,7 @@ set -euo pipefail
 # From here on, paths into the repository are relative: they stay good when a folder above it is
 # covered by a private one.
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+source scripts/namespaces.sh
 source simulator/smoke.sh
 export PATH="$PATH:/usr/sbin:/sbin"
 export CAMERA_WEB_ADDRESS=${CAMERA_WEB_ADDRESS:-127.0.0.1}
@@ -43,22 +44,6 @@ private_folders() {
   # Bound, not copied: a change to the page shows with the next reload.
   mount --no-canonicalize --bind ./web /srv/www/htdocs
   mount --no-canonicalize --bind ./api /srv/www/api
-}
-
-# A /dev of its own, so that the handler's log never reaches the machine's system log.
-private_devices() {
-  local device
-  mkdir /run/dev
-  mount -t tmpfs -o mode=755 tmpfs /run/dev
-  for device in null zero full random urandom; do
-    touch "/run/dev/$device"
-    mount --bind "/dev/$device" "/run/dev/$device"
-  done
-  ln -s /proc/self/fd /run/dev/fd
-  ln -s fd/0 /run/dev/stdin
-  ln -s fd/1 /run/dev/stdout
-  ln -s fd/2 /run/dev/stderr
-  mount --move /run/dev /dev
 }
 
 serve() {
