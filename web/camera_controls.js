@@ -1,4 +1,4 @@
-// The controls of the camera view. Its markup names them in short:
+// The controls of the camera view, which its markup names in short:
 //
 //   data-value="Iris"               shows the letter and the status of a control
 //   data-text="Iris.Letter"         shows a text of the status

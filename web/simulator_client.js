@@ -11,9 +11,9 @@ export class Simulator {
     return this.#answers;
   }
 
-  scenes = async () => (await this.#request("GET", "scenes")).scenes;
+  scenes = () => this.#request("GET", "scenes");
   reset = (scene) => this.#request("POST", "reset", scene ? { scene } : {});
-  faults = async () => (await this.#request("GET", "faults")).faults;
+  faults = () => this.#request("GET", "faults");
   addFault = (fault) => this.#request("POST", "faults", fault);
   clearFaults = () => this.#request("DELETE", "faults");
   clock = () => this.#request("GET", "clock");

@@ -11,6 +11,7 @@ import {
 const WORDS = {
   Thmubnail: "thumbnails",
   Play: "playback",
+  EditMetadata: "metadata",
   Pre: "pre-recording",
   Clip: "clip continuous",
   Frame: "frame by frame",
@@ -37,6 +38,7 @@ const WORDS = {
   MFOnePush: "manual, one push",
   MF: "manual",
   MFFace: "manual, face",
+  NoCard: "no card",
   Select: "selected",
   NoSelect: "not selected",
   SelectRec: "recording",

@@ -82,8 +82,7 @@ def test_every_key_reaches_the_camera(page):
         button = buttons.get(name) or page.button(name)  # labels change with the camera's state
         position = page.journal_position()
         eventually(button.is_enabled, f"{name} to be enabled")
-        page.browser.execute_script("arguments[0].scrollIntoView({block: 'center'})", button)
-        button.click()
+        page.click(button)
         eventually(lambda: page.received(*CONTROLS, after=position) == [decoded], f"{name} to arrive")
         assert [entry["result"] for entry in page.journal(*CONTROLS, after=position)] == ["Success"], name
 

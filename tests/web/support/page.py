@@ -106,8 +106,16 @@ class Page:
         """Presses a button as soon as it can be used."""
         button = self.button(name, within)
         eventually(button.is_enabled, f"the button {name!r} to be enabled")
-        self.browser.execute_script("arguments[0].scrollIntoView({block: 'center'})", button)
-        button.click()
+        self.click(button)
+
+    def tick(self, name):
+        """Changes a check box."""
+        self.click(self.field(name, "checkbox"))
+
+    def click(self, element):
+        """Clicks it where nothing that stays in place covers it."""
+        self.browser.execute_script("arguments[0].scrollIntoView({block: 'center'})", element)
+        element.click()
 
     def fill(self, name, text, role="textbox", within=None):
         field = self.field(name, role, within)
@@ -217,8 +225,9 @@ class Page:
                   if entry["level"] in ("SEVERE", "WARNING")]
         errors = [error for error in errors
                   if not any(re.search(allowed, error) for allowed in self.allowed)]
-        assert errors == []
-        assert [url for url in self._requested() if not self._is_ours(url)] == []
+        assert errors == [], errors
+        foreign = [url for url in self._requested() if not self._is_ours(url)]
+        assert foreign == [], foreign
 
     def allow_errors(self, pattern):
         """Says which lines of the console a test provokes."""
