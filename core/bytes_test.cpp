@@ -37,7 +37,7 @@ TEST(ByteView, EndsATextAtItsNulItsWidthOrTheLastByte) {
   EXPECT_EQ(kView.Text(100, 20), "");
 }
 
-TEST(ByteWriter, PutsNumbersInBigEndianAndCutsThem) {
+TEST(ByteWriter, PutsBigEndianNumbersTruncatedToTheirFields) {
   std::uint8_t bytes[10] = {};
   ByteWriter writer(bytes, sizeof bytes);
   writer.Put(U8Field{0}, 0x1FE);

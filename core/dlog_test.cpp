@@ -48,7 +48,7 @@ TEST_F(Dlog, ShowsPercentSignsOfLoggedDataAsTheyAre) {
   EXPECT_THAT(log.Lines(), Logged(Error("100%s%n%%")));
 }
 
-TEST_F(Dlog, CutsAMessageAt4999Bytes) {
+TEST_F(Dlog, TruncatesAMessageTo4999Bytes) {
   harness::SystemLog log;
   DLOG(1, "%s", std::string(4999, 'x').c_str());
   DLOG(1, "%s", std::string(5000, 'y').c_str());

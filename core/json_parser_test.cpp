@@ -40,7 +40,7 @@ const Case kCases[] = {
     {"a key matches inside another name", R"("SessionID":"s","ID":"i"})", "ID", "s", 14},
     {"a key matches inside a value", R"("X":"AB","B":"y"})", "B", "y", 15},
     {"a key needs no quotes", "A:1}", "A", "1", 3},
-    {"the colon may stand far behind the key", R"("A" and so on:7})", "A", "7", 15},
+    {"the colon may be far after the key", R"("A" and so on:7})", "A", "7", 15},
     {"a colon in the value belongs to it", R"("A":"1:2"})", "A", "1:2", 8},
 };
 
@@ -65,10 +65,10 @@ struct Failure {
 const Failure kFailures[] = {
     {"no such key", R"("A":1})", "B", "error: json_parser() key [B] does not appear\n"},
     {"an empty text", "", "A", "error: json_parser() key [A] does not appear\n"},
-    {"no colon behind the key", R"({"B":"A"})", "A",
+    {"no colon after the key", R"({"B":"A"})", "A",
      "error: json_parser() terminater : does not appear\n"},
-    {"nothing behind the colon", R"("A":)", "A", "error: json_parser() buffer over 4/4\n"},
-    {"nothing behind the opening quote", R"("A":")", "A", "error: json_parser() buffer over 5/5\n"},
+    {"nothing after the colon", R"("A":)", "A", "error: json_parser() buffer over 4/4\n"},
+    {"nothing after the opening quote", R"("A":")", "A", "error: json_parser() buffer over 5/5\n"},
     {"a number up to the end of the text", R"("A":5)", "A",
      "error: json_parser() buffer over 5/5\n"},
     {"a text without its closing quote", R"("A":"xyz)", "A",
@@ -86,7 +86,7 @@ TEST(JsonParser, ReportsEachFailureToTheSystemLogAndLeavesNoValue) {
   }
 }
 
-TEST(JsonParser, CutsAValueToTheCallersArray) {
+TEST(JsonParser, TruncatesAValueToTheCallersArray) {
   char out[4];
   const char* const text = R"("A":"12345"})";
   EXPECT_EQ(json_parser(text, "A", out), text + 10);
@@ -99,7 +99,7 @@ TEST(JsonParser, KeepsAValueThatJustFits) {
   EXPECT_STREQ(out, "12345");
 }
 
-TEST(JsonParser, WritesNothingBehindTheCallersArray) {
+TEST(JsonParser, WritesNothingBeyondTheCallersArray) {
   struct {
     char out[4];
     char guard;

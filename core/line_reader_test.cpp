@@ -29,7 +29,7 @@ TEST(LineReader, HandsOutLinesWithTheirLineFeeds) {
   EXPECT_EQ(Lines<256>("one\ntwo\n\nfour"), (Texts{"one\n", "two\n", "\n", "four"}));
 }
 
-TEST(LineReader, CutsLongLinesIntoPiecesThatFit) {
+TEST(LineReader, SplitsLongLinesIntoPiecesThatFit) {
   EXPECT_EQ(Lines<4>("abcdefg\nhi\n"), (Texts{"abc", "def", "g\n", "hi\n"}));
   EXPECT_EQ(Lines<4>("abc\n"), (Texts{"abc", "\n"}));
 }
@@ -64,7 +64,7 @@ TEST(LineReader, ReadsNoMoreThan16MiB) {
   EXPECT_FALSE(reader.Failed());
 }
 
-TEST(LineReader, FindsNoLinesWhereThereIsNoReadableFile) {
+TEST(LineReader, FindsNoLinesWithoutAReadableFile) {
   for (const char* const path : {"/var/tmp/lighttpd/missing", "/var/tmp/lighttpd"}) {
     const os::Descriptor file = os::OpenForReading(path);
     LineReader<256> reader(file);

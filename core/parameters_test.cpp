@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(ReadParameter, CutsATextToTheArray) {
+TEST(ReadParameter, TruncatesATextToTheArray) {
   char text[4];
   EXPECT_TRUE(ReadParameter(R"({"A":"xyz","B":"wxyz","C":""})", "A", text));
   EXPECT_STREQ(text, "xyz");

@@ -329,7 +329,7 @@ TEST_F(SimulatedResponders, ZoomControlReplacesTheZoomLineAlone) {
   EXPECT_THAT(log_.Lines(), Logged(Info("pos=-32768")));
 }
 
-TEST_F(SimulatedResponders, ZoomControlLeavesAFileWithoutZoomLineAsItIs) {
+TEST_F(SimulatedResponders, ZoomControlDoesNotChangeAFileWithoutAZoomLine) {
   WriteFile(kCamStatus, kWholeStatus);
   Dummy_SetZoomCtrl(5);
   EXPECT_EQ(harness::ReadFile(kCamStatus), kWholeStatus);
@@ -354,7 +354,7 @@ TEST_F(SimulatedResponders, WaitForWhoeverHoldsTheLock) {
 TEST_F(SimulatedResponders, NeverSeeAFileThatIsBeingRewritten) {
   g_log_level_limit = 0;
   WriteFile(kCamStatus, "Zoom=1\n" + std::string(200000, '\n') + "Status=3\n");
-  // The writer has an end of its own, for nobody promises the reader the lock while it is wanted.
+  // The writer ends on its own, because the reader may never get the lock while others want it.
   std::atomic<bool> done{false};
   std::thread writer([&done] {
     for (std::int16_t position = 0; position < 50; ++position) {

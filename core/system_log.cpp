@@ -70,7 +70,7 @@ bool ConnectStreamSocket() {
          Waiting(ConnectSocket);
 }
 
-/// @return false when there is no log daemon
+/// @return false if there is no log daemon
 bool ConnectToLog() {
   Disconnect();
   if (ConnectDatagramSocket()) {
@@ -120,7 +120,7 @@ class Pieces {
 
 iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
-/// @return false when there is no log daemon at the other end. A message that the daemon does not
+/// @return false if there is no log daemon at the other end. A message that the daemon does not
 ///         take in time is lost; that is no reason to connect again.
 bool SendToLog(int priority, const char* text) {
   constexpr int kUserFacility = 1 << 3;

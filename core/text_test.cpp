@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(CopyText, CutsToTheArrayAndTerminates) {
+TEST(CopyText, TruncatesToTheArrayAndTerminates) {
   char text[4] = {'#', '#', '#', '#'};
   CopyText(text, "12345");
   EXPECT_STREQ(text, "123");
@@ -14,7 +14,7 @@ TEST(CopyText, CutsToTheArrayAndTerminates) {
   EXPECT_STREQ(text, "");
 }
 
-TEST(AppendText, CutsToTheArrayAndTerminates) {
+TEST(AppendText, TruncatesToTheArrayAndTerminates) {
   char text[6] = "ab";
   AppendText(text, "cd");
   EXPECT_STREQ(text, "abcd");
@@ -64,7 +64,7 @@ TEST(ParseInt32, ReadsAsTheBoardDoes) {
   }
 }
 
-TEST(TruncateToInt16, KeepsTheLow16BitsWithTheirSign) {
+TEST(TruncateToInt16, KeepsTheLow16BitsAsASignedNumber) {
   EXPECT_EQ(TruncateToInt16(0), 0);
   EXPECT_EQ(TruncateToInt16(32767), 32767);
   EXPECT_EQ(TruncateToInt16(32768), -32768);
@@ -95,7 +95,7 @@ TEST(ParseInt64, Reads64Bits) {
   }
 }
 
-TEST(DecimalText, FillsUpWithZerosToItsWidth) {
+TEST(DecimalText, PadsWithZerosToItsWidth) {
   const struct {
     std::int64_t number;
     std::size_t width;

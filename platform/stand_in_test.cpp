@@ -16,14 +16,14 @@ TEST(ReadData, CopiesTheBytesAtTheAddress) {
   EXPECT_EQ(std::string(buffer, sizeof buffer), "3456");
 }
 
-TEST(ReadData, LeavesTheBufferAsItIsBeyondTheEnd) {
+TEST(ReadData, LeavesTheBufferUnchangedBeyondTheEnd) {
   harness::WriteFile(kMemory, "0123456789");
   char buffer[] = {'a', 'b', 'c', 'd'};
   EXPECT_NE(read_data(0x1000, 0x1008, sizeof buffer, buffer), 0);
   EXPECT_EQ(std::string(buffer, sizeof buffer), "89cd");
 }
 
-TEST(ReadData, LeavesTheBufferAsItIsForAnAddressBelowTheArea) {
+TEST(ReadData, LeavesTheBufferUnchangedForAnAddressBelowTheArea) {
   harness::WriteFile(kMemory, "0123456789");
   char buffer[] = {'a', 'b', 'c', 'd'};
   EXPECT_NE(read_data(0x1000, 0x0FFF, sizeof buffer, buffer), 0);

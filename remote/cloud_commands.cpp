@@ -27,7 +27,7 @@ static_assert(sizeof(LoginBlock) == 320);
 // The replies.
 constexpr std::size_t kEventCount = 4;  // 16 bits, little-endian
 constexpr TextField kEventTitle{4, 128};
-constexpr TextField kShownEventTitle{4, 63};  // clients get to see so much of it
+constexpr TextField kShownEventTitle{4, 63};  // the part that clients see
 constexpr TextField kStreamUrl{4, 192};
 constexpr TextField kStreamKey{196, 64};
 constexpr TextField kStreamTitle{260, 64};
@@ -75,7 +75,7 @@ int SetCldstrmLogin::Parse(const char* params) {
     return -1;
   }
   DLOG(4, "Username=%s", login.user_name);
-  // In clear, on purpose: service staff who raise the level look for mistyped passwords.
+  // Deliberately in plain text: service staff who raise the level look for mistyped passwords.
   DLOG(4, "Password=%s", login.password);
   DLOG(4, "ServerUrl=%s", login.server_url);
   if (login.user_name[0] == '\0' || login.server_url[0] == '\0') {
@@ -162,7 +162,7 @@ void SetCldstrmStreamInfoToStrmsrv::Transmit() {
   if (result_ != 0) {
     return;
   }
-  // The last byte of each field is never part of its text.
+  // The last byte of each field never belongs to the text.
   char url[kStreamUrl.width];
   char stream_key[kStreamKey.width];
   char title[kStreamTitle.width];

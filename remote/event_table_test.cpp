@@ -16,7 +16,7 @@ using harness::kRemoteEventRows;
 using harness::Logged;
 using harness::RemoteEventRow;
 
-/// Outputs that no row has, so that a lookup that leaves one alone is noticed.
+/// A code that no row has, to detect a lookup that does not set an output.
 constexpr std::uint8_t kUntouched = 99;
 
 struct KeyCodes {
@@ -83,7 +83,7 @@ TEST(GetIndexOfKeyEvent, FindsEveryPairAndLogsItsRow) {
   }
 }
 
-TEST(GetIndexOfKeyEvent, MissesAtTheEndRow) {
+TEST(GetIndexOfKeyEvent, StopsAtTheLastRowOnAMiss) {
   const struct {
     const char* what;
     const char* kind;
@@ -116,7 +116,7 @@ TEST(GetIndexOfKeyEvent, MissesAtTheEndRow) {
   }
 }
 
-TEST(GetIndexOfKeyEvent, HitsTheEndRowButFailsAllTheSame) {
+TEST(GetIndexOfKeyEvent, FindsTheLastRowButFails) {
   harness::SystemLog log;
   const KeyCodes codes = LookUp("None", "None");
   EXPECT_EQ(codes.result, -1);
@@ -172,7 +172,7 @@ TEST(GetIndexOfSliderEvent, TakesTheFirstRowOfEachKind) {
   }
 }
 
-TEST(GetIndexOfSliderEvent, MissesAtTheEndRow) {
+TEST(GetIndexOfSliderEvent, StopsAtTheLastRowOnAMiss) {
   harness::SystemLog log;
   for (const char* const kind : {"zoombar", "Zoombar", "ZoomBar1", "ZoomBa", "Open1", ""}) {
     SCOPED_TRACE(kind);
@@ -184,7 +184,7 @@ TEST(GetIndexOfSliderEvent, MissesAtTheEndRow) {
   }
 }
 
-TEST(GetIndexOfSliderEvent, HitsTheEndRowButFailsAllTheSame) {
+TEST(GetIndexOfSliderEvent, FindsTheLastRowButFails) {
   harness::SystemLog log;
   const KeyCodes codes = LookUp("None");
   EXPECT_EQ(codes.result, -1);

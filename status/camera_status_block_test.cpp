@@ -97,7 +97,7 @@ TEST(CameraStatusBlock, ReadsEveryTextFieldAtItsOffsetAndWidth) {
   }
 }
 
-TEST(CameraStatusBlock, ReadsNumbersWithTheMostSignificantByteFirst) {
+TEST(CameraStatusBlock, ReadsBigEndianNumbers) {
   harness::StatusBlock()
       .SetBytes(382, std::string("\xFF\xFE\x00\x05\x80\x00\x7F\xFF", 8))
       .SetBytes(444, std::string("\x00\x00\x01\x2C\xFF\xFF\x01\x00", 8))
@@ -123,7 +123,7 @@ TEST(CameraStatusBlock, IsAllZeroWithoutSharedMemory) {
   EXPECT_EQ(block[kFtpRemainingTime], 0U);
 }
 
-TEST(CameraStatusBlock, IsZeroBehindTheEndOfAShortImage) {
+TEST(CameraStatusBlock, IsZeroBeyondTheEndOfAShortImage) {
   harness::StatusBlock().Fill('x').Store(517);
   const CameraStatusBlock block;
   EXPECT_EQ(block[kModel], 'x');

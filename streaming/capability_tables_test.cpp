@@ -62,7 +62,7 @@ TEST(BitrateCodes, BelongToTheirBitRates) {
   }
 }
 
-TEST(BitrateCodes, AreZeroOutsideOfTheTableAndUnknownOnesLeadBehindIt) {
+TEST(BitrateCodes, AreZeroOutsideTheTableAndUnknownOnesGiveTheNumberOfRows) {
   for (const std::int32_t index : {-1, 10, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(BitrateCodeAt(index), 0) << index;
   }

@@ -73,7 +73,7 @@ TEST_F(SettingsFileTest, SettingsThatAFileDoesNotMentionAreEmpty) {
   EXPECT_THAT(Read(""), Holds("", "", "", ""));
 }
 
-TEST_F(SettingsFileTest, ValuesAreTheFirstRunOfCharactersBehindTheKey) {
+TEST_F(SettingsFileTest, AValueIsTheFirstWordAfterTheKey) {
   const struct {
     const char* what;
     const char* line;
@@ -133,7 +133,7 @@ TEST_F(SettingsFileTest, LinesAreReadInPiecesOf255Characters) {
               Holds("", "8", longest, ""));
 }
 
-// Found by fuzzing: a value behind its key without a tab between them grows when it is rewritten.
+// Found by fuzzing: a line without a tab between key and value grows when it is rewritten.
 TEST_F(SettingsFileTest, AValueThatFillsItsLineLosesItsEndWhenATabIsAdded) {
   TestRecord record = Read("server_url" + std::string(245, 'u') + "\n");
   EXPECT_EQ(record.server_url, std::string(245, 'u'));

@@ -1,7 +1,7 @@
 // Commands of the cloud streaming service. Its client runs in the camera's streaming daemon, which
-// keeps the login, the list of events (broadcasts) and the stream information; a web page goes
-// through these commands step by step: log in, have the list obtained, read it, have an event's
-// stream information obtained, copy that into a streaming server's slot, and log out.
+// keeps the login, the list of events (broadcasts) and the stream information. A web page uses
+// these commands in order: log in, make the client fetch the list, read the list, make the client
+// fetch an event's stream information, copy that into a streaming server's slot, log out.
 #pragma once
 
 #include <cstddef>
@@ -9,15 +9,15 @@
 
 #include "core/cmd/command.h"
 
-/// The client's list holds so many events at most.
+/// The most events in the client's list.
 constexpr std::int32_t kMaxCloudEvents = 20;
 
 /// A cloud request: one message to the streaming daemon, whose reply's first payload byte is the
 /// result.
 ///
 /// Header: class 11, a 1 at offset 5. Numbers in the payloads are little-endian, unlike those of
-/// the control daemon. Without "Params" a bare header is sent; it announces the length of the
-/// payload that the command has otherwise.
+/// the control daemon. Without "Params" a bare header is sent, which still announces the length of
+/// the payload.
 class CloudCommand : public Command {
  protected:
   CloudCommand();
@@ -29,10 +29,11 @@ class CloudCommand : public Command {
 /// Logs in to the service.
 ///
 /// Parameters "Username" (at most 127 characters), "Password" (at most 63, may be empty) and
-/// "ServerURL" (at most 127). A missing one, and an empty user name or URL: "RequestedError".
+/// "ServerURL" (at most 127). If one is missing, or the user name or URL is empty, the reply is
+/// "RequestedError".
 ///
-/// Payload: 128 bytes user name, 64 bytes password, 128 bytes URL, each padded with zeros to at
-/// least one.
+/// Payload: 128 bytes user name, 64 bytes password, 128 bytes URL, each with at least one NUL at
+/// its end.
 class SetCldstrmLogin : public CloudCommand {
  public:
   int Parse(const char* params) override;
@@ -41,22 +42,21 @@ class SetCldstrmLogin : public CloudCommand {
 /// Logs out of the service.
 class SetCldstrmLogout : public CloudCommand {};
 
-/// Has the client obtain the list of events from the service.
+/// Makes the client fetch the list of events from the service.
 class SetCldstrmEventListObtain : public CloudCommand {};
 
-/// Reports the titles of the events that the client has obtained, 20 of them at most, each cut to
-/// 63 bytes.
+/// Reports the titles of the events in the client's list: at most 20, each truncated to 63 bytes.
 ///
-/// First the number of events is asked for (reply: bytes 4 and 5), then each event with its index
-/// (reply: the title from byte 4 on). An event that is not answered has an empty title. After
-/// a time-out no further event is asked for. The result is that of the last reply.
+/// The first exchange asks for the number of events (reply: bytes 4 and 5), the others for one
+/// event each, by its index (reply: the title from byte 4). An event without an answer has an empty
+/// title. After a time-out there are no more exchanges. The result is that of the last reply.
 class GetCldstrmEventList : public CloudCommand {
  public:
   void Transmit() override;
   void Output() override;
 
  private:
-  /// The reply about one event, as received; what did not arrive is zero.
+  /// The reply about one event; bytes that did not arrive are zero.
   struct EventRecord {
     static constexpr std::size_t kSize = 132;
     std::uint8_t bytes[kSize];
@@ -70,7 +70,7 @@ class GetCldstrmEventList : public CloudCommand {
   std::int32_t event_num_ = 0;
 };
 
-/// Has the client obtain the stream information of an event.
+/// Makes the client fetch the stream information of an event.
 ///
 /// Parameter "EventID": the event's index in the list, limited to 0 to 19. Missing:
 /// "RequestedError". Payload: the index.
