@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # fetch_debian.sh ARCHITECTURE FOLDER PACKAGE...: downloads Debian packages of another architecture
-# and unpacks them below FOLDER. Nothing is installed: apt works on a private state folder, so the
-# machine's own architectures and package lists stay as they are. Needs no root.
+# and unpacks them below FOLDER. PACKAGE/depends stands for what a package depends on: the newest
+# kernel, for example, is linux-image-armmp/depends. Nothing is installed: apt works on a private
+# state folder, so the machine's own architectures and package lists stay as they are. Needs no root.
 set -euo pipefail
 
 if (($# < 3)); then
-  echo "usage: $0 ARCHITECTURE FOLDER PACKAGE..." >&2
+  echo "usage: $0 ARCHITECTURE FOLDER PACKAGE[/depends]..." >&2
   exit 2
 fi
 architecture=$1
@@ -25,8 +26,17 @@ options=(
 )
 # An index that is being renewed at the source does not matter unless a package is missing below.
 apt-get "${options[@]}" update || echo "fetch_debian.sh: some package lists could not be fetched" >&2
+packages=()
+for package in "$@"; do
+  if [[ $package == */depends ]]; then
+    depends=$(apt-cache "${options[@]}" depends --important "${package%/depends}")
+    readarray -t -O "${#packages[@]}" packages < <(sed -n 's/^ *Depends: //p' <<<"$depends")
+  else
+    packages+=("$package")
+  fi
+done
 cd "$state/archives"
-apt-get "${options[@]}" download "$@"
+apt-get "${options[@]}" download "${packages[@]}"
 for package in *.deb; do
   dpkg-deb --extract "$package" "$folder"
   rm "$package"
