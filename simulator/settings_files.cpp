@@ -170,7 +170,6 @@ SettingsFiles::Changes SettingsFiles::Reload() {
     changes.streaming = changes.streaming || (changed && name.rfind("streaming", 0) == 0);
   }
   files_ = std::move(files);
-  Evaluate();
   return changes;
 }
 
@@ -183,9 +182,9 @@ const std::string* SettingsFiles::Find(const std::string& file, const std::strin
   return value != settings->second.end() ? &value->second : nullptr;
 }
 
-void SettingsFiles::Evaluate() {
+bool SettingsFiles::TimeCodeFollowsNtp() const {
   const std::string* const value = Find("ntp", "tc_sync");
-  time_code_follows_ntp_ = value == nullptr ? files_.count("ntp") == 0 : *value == "1";
+  return value == nullptr ? files_.count("ntp") == 0 : *value == "1";
 }
 
 bool SettingsFiles::PresetIsSet(const std::string& preset) const {
@@ -247,7 +246,6 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
       }
     }
   }
-  patched.Evaluate();
   return patched;
 }
 

@@ -586,10 +586,9 @@ bool HasMembers(const std::string& path) {
 void ApplyMembers(State& state, const Json& patch, const std::string& prefix) {
   for (const auto& [name, value] : patch.items()) {
     const std::string path = prefix + name;
-    const bool is_one_name = name.find('.') == std::string::npos;
-    if (const Field* const field = is_one_name ? FindField(path) : nullptr) {
+    if (const Field* const field = FindField(path)) {
       field->set(state, value);
-    } else if (!is_one_name || !HasMembers(path)) {
+    } else if (!HasMembers(path) || name.find('.') != std::string::npos) {
       Reject(path, "no such member");
     } else if (!value.is_object()) {
       Reject(path, "must be an object");
