@@ -19,4 +19,11 @@ TEST(NameTable, HasTheCatchAllNameForCodesBeyondAByte) {
   EXPECT_STREQ(kTable[-2147483647 - 1], "other");
 }
 
+// Whatever follows the names in memory, reading it in a constant expression does not compile.
+TEST(NameTable, IsNotReadBeyondItsNames) {
+  static constexpr NameTable<2> kTable = {{"zero", "one"}, "other"};
+  static_assert(*kTable[2] == 'o' && kTable[2] == kTable.otherwise);
+  static_assert(kTable[-1] == kTable.otherwise);
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 // daemon of the test are sent by a child process.
 #include "core/system_log.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -86,6 +87,34 @@ TEST(SystemLog, NeedsOneDescriptorForManyMessagesWithoutADaemon) {
   harness::SystemLog log;
   os::SystemLog(3, "kept");
   EXPECT_THAT(log.Lines(), Logged(Error("kept")));
+}
+
+int CountOpenDescriptors() {
+  constexpr int kMost = 1000;
+  int count = 0;
+  for (int number = 0; number < kMost; ++number) {
+    count += fcntl(number, F_GETFD) != -1 ? 1 : 0;
+  }
+  return count;
+}
+
+void LogToNewDaemon(const char* text) {
+  const int log = BoundSocket(kLog, SOCK_STREAM);
+  listen(log, 1);
+  os::SystemLog(3, text);
+  close(log);
+}
+
+/// Exits with the number of descriptors that the second connection needs more than the first one.
+[[noreturn]] void ExitWithDescriptorsOfReconnecting() {
+  LogToNewDaemon("first");
+  const int before = CountOpenDescriptors();
+  LogToNewDaemon("second");
+  _exit(CountOpenDescriptors() - before);
+}
+
+TEST(SystemLog, NeedsOneDescriptorHoweverOftenItConnects) {
+  EXPECT_EXIT(ExitWithDescriptorsOfReconnecting(), testing::ExitedWithCode(0), "");
 }
 
 TEST(SystemLog, SendsALongMessageWholeOverAStream) {

@@ -38,7 +38,7 @@ build_packages() {
   if [[ "$1 $2" == *@(coverage|CAMERA_BUILD_TESTS=ON)* ]]; then
     echo googletest nlohmann-json3-dev
   fi
-  if [[ $2 == *CAMERA_BUILD_SIMULATOR=ON* ]]; then
+  if [[ "$1 $2" == *@(tsan|CAMERA_BUILD_SIMULATOR=ON)* ]]; then
     echo libcli11-dev libcpp-httplib-dev nlohmann-json3-dev pkgconf
   fi
 }

@@ -31,8 +31,8 @@ void Camera::Step() {
   state_.clock.uptime += kStep;
   FollowLight(state_);
   AdvanceLens(state_, kStep);
-  AdvanceRecording(state_, kStep);
   AdvanceBattery(state_.battery, kStep);
+  AdvanceRecording(state_, kStep);
   AdvanceNetwork(state_, settings_.TimeCodeFollowsNtp(), kStep);
   AdvanceUpload(state_, kStep);
   AdvanceCloud(state_, kStep);

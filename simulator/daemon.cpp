@@ -21,10 +21,9 @@ Answered Daemon::Answer(const Message& message) const {
     return {row->answer(camera_, message.payload), {}};
   }
   const State before = camera_.state();
-  Answered answered{row->answer(camera_, message.payload), {}};
-  answered.changes = Differences(before, camera_.state());
-  for (std::string& news : camera_.TakeNews()) {
-    answered.changes.push_back(std::move(news));
+  Answered answered{row->answer(camera_, message.payload), camera_.TakeNews()};
+  for (std::string& difference : Differences(before, camera_.state())) {
+    answered.changes.push_back(std::move(difference));
   }
   return answered;
 }

@@ -53,8 +53,8 @@ void CheckTogether(const State& state) {
   if (sends && upload.files.empty()) {
     throw Rejected("upload.phase: an upload needs files; give upload.files, too");
   }
-  if (!upload.files.empty() && upload.file >= static_cast<int>(upload.files.size()) && sends) {
-    throw Rejected("upload.file: must be less than the number of files");
+  if (sends && upload.file > static_cast<int>(upload.files.size())) {
+    throw Rejected("upload.file: must not be more than the number of files");
   }
 }
 

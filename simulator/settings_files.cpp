@@ -170,6 +170,7 @@ SettingsFiles::Changes SettingsFiles::Reload() {
     changes.streaming = changes.streaming || (changed && name.rfind("streaming", 0) == 0);
   }
   files_ = std::move(files);
+  Evaluate();
   return changes;
 }
 
@@ -182,9 +183,9 @@ const std::string* SettingsFiles::Find(const std::string& file, const std::strin
   return value != settings->second.end() ? &value->second : nullptr;
 }
 
-bool SettingsFiles::TimeCodeFollowsNtp() const {
+void SettingsFiles::Evaluate() {
   const std::string* const value = Find("ntp", "tc_sync");
-  return value == nullptr ? files_.count("ntp") == 0 : *value == "1";
+  time_code_follows_ntp_ = value == nullptr ? files_.count("ntp") == 0 : *value == "1";
 }
 
 bool SettingsFiles::PresetIsSet(const std::string& preset) const {
@@ -246,6 +247,7 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
       }
     }
   }
+  patched.Evaluate();
   return patched;
 }
 

@@ -24,7 +24,7 @@ class SettingsFiles {
   Changes Reload();
 
   /// Whether the time code is to be set by NTP.
-  [[nodiscard]] bool TimeCodeFollowsNtp() const;
+  [[nodiscard]] bool TimeCodeFollowsNtp() const { return time_code_follows_ntp_; }
   /// Whether "preset_a", "preset_b" or "preset_c" holds a zoom position.
   [[nodiscard]] bool PresetIsSet(const std::string& preset) const;
   /// The recording format that the streaming settings tell.
@@ -45,7 +45,11 @@ class SettingsFiles {
 
   [[nodiscard]] const std::string* Find(const std::string& file, const std::string& key) const;
 
+  /// To be called when the files have changed.
+  void Evaluate();
+
   std::map<std::string, Settings> files_;
+  bool time_code_follows_ntp_ = true;  ///< asked a hundred times per second
 };
 
 }  // namespace simulator

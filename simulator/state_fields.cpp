@@ -586,9 +586,10 @@ bool HasMembers(const std::string& path) {
 void ApplyMembers(State& state, const Json& patch, const std::string& prefix) {
   for (const auto& [name, value] : patch.items()) {
     const std::string path = prefix + name;
-    if (const Field* const field = FindField(path)) {
+    const bool is_one_name = name.find('.') == std::string::npos;
+    if (const Field* const field = is_one_name ? FindField(path) : nullptr) {
       field->set(state, value);
-    } else if (!HasMembers(path) || name.find('.') != std::string::npos) {
+    } else if (!is_one_name || !HasMembers(path)) {
       Reject(path, "no such member");
     } else if (!value.is_object()) {
       Reject(path, "must be an object");

@@ -8,7 +8,7 @@
 #                                              free one
 #   world.sh smoke SESSION [OPTION...]         posts a handful of requests on a free port
 #
-# The options are those of the simulated camera.
+# The options are those of the simulated camera. CAMERA_SIMULATED_CAMERA is another build of it.
 set -euo pipefail
 
 # From here on, paths into the repository are relative: they stay good when a folder above it is
@@ -107,7 +107,7 @@ start_web_server_on_a_free_port() {
 start_camera() {
   local session=$1
   shift
-  build/release/simulated_camera --session "$session" "$@" &
+  "${CAMERA_SIMULATED_CAMERA:-build/release/simulated_camera}" --session "$session" "$@" &
   camera=$!
   wait_until camera_is_decided || true
   [[ -S /run/simulator/http.sock ]] || fail "the simulated camera does not start"

@@ -1,9 +1,5 @@
 #include "streaming/capability_tables.h"
 
-std::int32_t BitrateCodeAt(std::int32_t index) {
-  return index >= 0 && index < std::int32_t{kBitrateRows} ? bitrate_translate_table[index] : 0;
-}
-
 std::int32_t IndexOfBitrateCode(std::int32_t code) {
   std::int32_t index = 0;
   while (index < std::int32_t{kBitrateRows} && bitrate_translate_table[index] != code) {

@@ -52,12 +52,15 @@ std::int32_t IndexOfName(const char (&table)[Rows][kCapabilityNameSize], const c
 
 /// The name in a row; empty for an index that is not in the table.
 template <std::size_t Rows>
-std::string_view NameAt(const char (&table)[Rows][kCapabilityNameSize], std::int32_t index) {
+constexpr std::string_view NameAt(const char (&table)[Rows][kCapabilityNameSize],
+                                  std::int32_t index) {
   return index >= 0 && index < std::int32_t{Rows} ? table[index] : "";
 }
 
 /// Code of a row of `bitrate_table`; 0 for an index that is not in the table.
-std::int32_t BitrateCodeAt(std::int32_t index);
+constexpr std::int32_t BitrateCodeAt(std::int32_t index) {
+  return index >= 0 && index < std::int32_t{kBitrateRows} ? bitrate_translate_table[index] : 0;
+}
 
 /// Index of the bit rate with a code, or the number of rows.
 std::int32_t IndexOfBitrateCode(std::int32_t code);

@@ -47,6 +47,17 @@ TEST(CapabilityNames, AreEmptyOutsideOfTheTable) {
   EXPECT_EQ(NameAt(framerate_table, INT32_MIN), "");
 }
 
+// Whatever follows a table in memory, reading it in a constant expression does not compile.
+TEST(CapabilityNames, AreNotReadFromBeyondTheTable) {
+  static_assert(NameAt(framerate_table, 6).empty());
+  static_assert(NameAt(framerate_table, -1).empty());
+}
+
+TEST(BitrateCodes, AreNotReadFromBeyondTheTable) {
+  static_assert(BitrateCodeAt(10) == 0);
+  static_assert(BitrateCodeAt(-1) == 0);
+}
+
 TEST(BitrateCodes, BelongToTheirBitRates) {
   const struct {
     std::int32_t index;

@@ -1,0 +1,313 @@
+"""The control interface: state, sessions, journal, and that what is the same gives the same."""
+
+import concurrent.futures
+import json
+
+import pytest
+from world import World
+
+
+def result(world, command, params=None, session=...):
+    return world.command(command, params, session)["Response"]["Result"]
+
+
+# --- State ---------------------------------------------------------------------------------------
+
+@pytest.mark.parametrize("patch, error", [
+    ({"iriss": {}}, "iriss: no such member"),
+    ({"iris": {"aperture": 4}}, "iris.aperture: no such member"),
+    ({"iris": "F4.0"}, "iris: must be an object"),
+    ({"iris.stop": "F4.0"}, "iris.stop: no such member"),
+    ({"gain": {"L": 31}}, "gain.L: must be a whole number from -6 to 30"),
+    ({"gain": {"L": 1.5}}, "gain.L: must be a whole number from -6 to 30"),
+    ({"full_auto": 1}, "full_auto: must be true or false"),
+    ({"tally": {"control": "web"}}, 'tally.control: must be one of "Camera", "Web"'),
+    ({"serial": "1234567890"}, "serial: must have at most 9 bytes, without control characters"),
+    ({"serial": "12\n"}, "serial: must have at most 9 bytes, without control characters"),
+    ({"recording": {"format": 12}}, "recording.format: must be a number from 0 to 11, or 255"),
+    ({"timecode": {"value": "24:00:00:00"}},
+     "timecode.value: must be a time code, hh:mm:ss:ff or hh:mm:ss.ff"),
+    ({"clock": {"date": "2026-02-30T00:00:00"}},
+     'clock.date: must be a date and time like "2026-05-04T09:30:00"'),
+    ({"slots": {"A": {"remain": -1}}}, "slots.A.remain: must be minutes from 0 to 65534, or null"),
+    ({"slots": {"A": {"clips": 4001}}},
+     "slots.A.clips: must be a list of at most 4000 clips, or the number of clips to make up"),
+    ({"slots": {"A": {"clips": [{"name": "A"}]}}}, 'slots.A.clips[0]: has no member "first"'),
+    ({"slots": {"A": None}}, "slots.A: must be an object"),
+    ({"upload": {"phase": "TRANS"}},
+     "upload.phase: an upload needs files; give upload.files, too"),
+    ({"settings": {"passwd": {}}}, "settings.passwd: no such file"),
+    ({"settings": {"ntp": {"adress": ""}}}, "settings.ntp.adress: no such key"),
+    ({"settings": {"ntp": {"address": 5}}},
+     "settings.ntp.address: must be a text of at most 200 bytes without control characters"),
+    ({"battery": {"level": 1}, "iris": {"stop": "F99"}}, "iris.stop: must be one of"),
+])
+def test_a_patch_that_makes_no_sense_changes_nothing(world, patch, error):
+    world.simulator("POST", "clock", {"paused": True})
+    before = world.simulator("GET", "state")
+    status, reply = world.simulator("PATCH", "state", patch)
+    assert status == 400 and reply["error"].startswith(error)
+    assert world.simulator("GET", "state") == before
+
+
+@pytest.mark.parametrize("method, path, body, status, error", [
+    ("GET", "nothing", None, 404, "there is no /simulator/nothing"),
+    ("PUT", "state", {}, 405, "/simulator/state knows GET, PATCH only"),
+    ("DELETE", "clock", None, 405, "/simulator/clock knows GET, POST only"),
+    ("GET", "login", None, 405, "/simulator/login knows POST only"),
+    ("PATCH", "state", b"{", 400, "the body is no JSON"),
+    ("PATCH", "state", b"\xff", 400, "the body is no JSON"),
+    ("POST", "reset", [], 400, "the body must be a JSON object"),
+    ("POST", "reset", {"name": "field"}, 400, "name: no such member"),
+    ("POST", "login", {"user": "me"}, 400, "user: no such member"),
+    ("GET", "journal?after=x", None, 400, "after: must be a number"),
+])
+def test_requests_that_make_no_sense(world, method, path, body, status, error):
+    assert world.simulator(method, path, body) == (status, {"error": error})
+
+
+def test_settings_are_those_of_the_handler(world):
+    world.command("SetNTPServer", {"Address": "10.0.0.9"})
+    assert world.simulator("GET", "state")[1]["settings"] == {
+        "ntp": {"address": "10.0.0.9", "tc_sync": "1"}}
+    world.simulator("PATCH", "state", {"settings": {"ntp": None, "web_zoom_preset": {"preset_c": "7"}}})
+    assert world.command("GetNTPStatus")["Response"]["Data"]["Address"] == "192.168.0.100"
+    assert world.command("GetPresetZoomPosition")["Response"]["Data"] == {"A": -1, "B": -1, "C": 7}
+    world.simulator("POST", "reset", {})
+    assert world.simulator("GET", "state")[1]["settings"] == {}
+
+
+# --- Sessions ------------------------------------------------------------------------------------
+
+def test_a_login_issues_the_only_session(world):
+    _, reply = world.simulator("POST", "login")
+    one = reply["SessionID"]
+    assert result(world, "GetSystemInfo", session=one) == "Success"
+    assert result(world, "GetSystemInfo") == "SessionError"
+    _, reply = world.simulator("POST", "login", {})
+    assert reply["SessionID"] != one
+    assert result(world, "GetSystemInfo", session=one) == "SessionError"
+    assert world.simulator("POST", "logout") == (200, {})
+    assert result(world, "GetSystemInfo", session=reply["SessionID"]) == "SessionError"
+    entry = world.simulator("GET", "journal")[1]["entries"][-1]
+    assert entry["reason"] == "nobody is logged in"
+
+
+def test_a_session_ends_with_its_lifetime_unless_it_is_renewed(world):
+    world.simulator("POST", "clock", {"paused": True})
+    session = world.simulator("POST", "login")[1]["SessionID"]
+    world.simulator("POST", "clock", {"step_ms": 29000})
+    assert result(world, "SessionRenewal", {"Update": 1}, session) == "Success"
+    world.simulator("POST", "clock", {"step_ms": 29990})
+    assert result(world, "GetSystemInfo", session=session) == "Success"
+    world.simulator("POST", "clock", {"step_ms": 10})
+    assert result(world, "GetSystemInfo", session=session) == "SessionError"
+
+
+def test_the_initial_session_does_not_expire_but_can_be_ended(world):
+    world.simulator("POST", "clock", {"paused": True})
+    assert result(world, "SessionRenewal", {"Update": 1}) == "Success"
+    world.simulator("POST", "clock", {"step_ms": 3600000})
+    assert result(world, "GetSystemInfo") == "Success"
+    assert result(world, "SessionRenewal", {"Update": 0}) == "Success"
+    assert result(world, "GetSystemInfo") == "SessionError"
+    world.simulator("POST", "reset", {})
+    assert result(world, "GetSystemInfo") == "Success"
+
+
+def test_a_lifetime_can_be_given():
+    with World("--session-lifetime", "100") as world:
+        world.simulator("POST", "reset", {"paused": True})
+        world.simulator("POST", "clock", {"step_ms": 99990})
+        assert result(world, "GetSystemInfo") == "Success"
+        world.simulator("POST", "clock", {"step_ms": 10})
+        assert result(world, "GetSystemInfo") == "SessionError"
+
+
+# --- Journal -------------------------------------------------------------------------------------
+
+def journal(world, after):
+    return world.simulator("GET", f"journal?after={after}")[1]
+
+
+@pytest.fixture
+def after(world):
+    return journal(world, 0)["last"]
+
+
+# Body, command, result, reason.
+REFUSED = [
+    (b"", None, "FormatError",
+     "the body holds no Command or no SessionID, or white space before them"),
+    (b'{"Request":{"Command":"GetSystemInfo","SessionID":"x"}}', "GetSystemInfo", "SessionError",
+     '"x" is not the session\'s id'),
+    (b'{"Request":{"Command":"GetAll","SessionID":"rv130-session"}}', "GetAll", "CommandError",
+     'there is no command "GetAll"'),
+    (b'{"Request":{"Command":"SetZoomCtrl","SessionID":"rv130-session","Params":{}}}',
+     "SetZoomCtrl", "RequestedError",
+     "a parameter is missing, or has a value that the command does not take"),
+    (b'{"Request":{"Command":"SetWebKeyEvent","SessionID":"rv130-session","Params":{"Kind":"Whb",'
+     b'"Key":"Adjust"}}}', "SetWebKeyEvent", "DisableError",
+     "the daemon quonta_cp refused: white adjust"),
+]
+
+
+@pytest.mark.parametrize("body, command, word, reason", REFUSED)
+def test_refused_requests_are_in_the_journal_with_their_reason(world, after, body, command, word,
+                                                               reason):
+    world.post(body)
+    (entry,) = journal(world, after)["entries"]
+    assert (entry["command"], entry["result"], entry["reason"]) == (command, word, reason)
+
+
+def test_a_get_request_is_in_the_journal(world, after):
+    assert world.request("GET", "/cgi-bin/camera_remote.cgi")[0] == 500
+    (entry,) = journal(world, after)["entries"]
+    assert (entry["method"], entry["status"], entry["reason"]) == (
+        "GET", 500, "only POST requests are answered")
+
+
+def test_messages_are_shown_as_bytes_and_in_words(world, after):
+    world.command("SetWebKeyEvent", {"Kind": "Iris", "Key": "Close3"})
+    world.command("SetNTPServer", {"Address": "10.0.0.9"})
+    key, renewal = (entry["messages"] for entry in journal(world, after)["entries"])
+    (message,) = key
+    assert message["bytes"][:16] == "0005020011000000" and message["bytes"][24:] == "0307"
+    assert (message["daemon"], message["decoded"], message["reply"], message["changes"]) == (
+        "quonta_cp", "iris close 3", "00", ["iris.stop F2.8 -> F5.6"])
+    (message,) = renewal
+    assert message["bytes"][:16] == "0001010001010000" and message["bytes"][24:] == "00"
+    assert (message["decoded"], message["reply"]) == ("settings renewal notice", None)
+    assert message["changes"][:1] == ["settings.ntp.address 10.0.0.9"]
+
+
+# Command, parameters, words.
+DECODED = [
+    ("SetCamCtrl", {"CamCtrl": "Rec"}, "record start"),
+    ("SetZoomCtrl", {"Position": -5}, "zoom to -5"),
+    ("PageChange", {"Page": 4}, "page change to 4"),
+    ("SetWebSliderEvent", {"Kind": "ZoomBar", "Position": 300}, "zoom bar to 300"),
+    ("SetWebXYFieldEvent", {"Kind": "WhPaintRB", "XPosition": 3, "YPosition": 4},
+     "white paint field to 3, 4"),
+    ("SeesawSwitchOperation", {"Kind": "FocusSeesaw", "Direction": "Near", "Speed": 5},
+     "focus seesaw near, speed 5"),
+    ("ZoomSwitchOperation", {"Direction": "Wide", "Speed": 9}, "zoom seesaw wide, speed 9"),
+    ("ZoomSwitchOperation", {"Direction": "Stop", "Speed": 9}, "zoom seesaw stop"),
+    ("GetClipInfo", {"Slot": "B", "StartIndexNo": 3, "ClipNum": 2}, "list 2 clips of slot B from 3"),
+    ("SetClipInfo", {"Slot": "A", "IndexNo": 2, "OKMark": "NoMark"},
+     "clear the OK mark of clip 2 in slot A"),
+    ("SetWebFtpUploadOkMarked", {"Server": 3, "Slot": 1},
+     "upload the marked clips of slot B to FTP4"),
+    ("SetCldstrmStreamInfoObtain", {"EventID": 2}, "obtain stream information of event 2"),
+    ("GetGPSInfo", None, "GPS information"),
+]
+
+
+@pytest.mark.parametrize("command, params, words", DECODED)
+def test_messages_in_words(world, after, command, params, words):
+    world.command(command, params)
+    assert [message["decoded"] for entry in journal(world, after)["entries"]
+            for message in entry["messages"]] == [words]
+
+
+SECRETS = ["hunter2-secret", "key-of-the-stream"]
+
+
+def use_secrets(world):
+    world.command("SetStreamingServerSettingsRTSP", {"ID": 1, "Alias": "a", "Password": SECRETS[0]})
+    world.command("GetStreamingServerSettings", {"ID": 1})
+    world.command("SetStreamingServerSettingsRTMP",
+                  {"ID": 1, "Alias": "a", "DstUrl": "u", "StreamKey": SECRETS[1]})
+    world.command("SetCldstrmLogin", {"Username": "u", "Password": SECRETS[0],
+                                      "ServerURL": "https://cloud.example"})
+
+
+def shown(world):
+    text = json.dumps(journal(world, 0))
+    return [secret for secret in SECRETS if secret in text or secret.encode().hex() in text]
+
+
+def test_secrets_are_masked(world):
+    use_secrets(world)
+    assert shown(world) == []
+    login = journal(world, 0)["entries"][-1]
+    assert login["request"]["Request"]["Params"]["Password"] == "***"
+
+
+def test_secrets_are_shown_if_told_so():
+    with World("--show-secrets") as world:
+        use_secrets(world)
+        assert shown(world) == SECRETS
+
+
+def test_the_journal_is_bounded_and_tells_what_it_has_dropped(world, after):
+    body = b'{"Request":{"Command":"HeartbeatConfirmation"}}'
+    with concurrent.futures.ThreadPoolExecutor(8) as clients:
+        list(clients.map(lambda _: world.post(body), range(1003)))
+    page = journal(world, after)
+    assert (page["dropped"], page["last"], len(page["entries"])) == (3, after + 1003, 1000)
+    assert [entry["number"] for entry in page["entries"]] == list(range(after + 4, after + 1004))
+    assert journal(world, after + 1000)["dropped"] == 0
+    assert world.simulator("DELETE", "journal") == (200, {})
+    assert journal(world, after) == {"dropped": 0, "last": after + 1003, "entries": []}
+
+
+def test_the_journal_goes_to_a_file_too(tmp_path):
+    file = tmp_path / "journal.jsonl"
+    with World("--journal", str(file)) as world:
+        world.command("GetSystemInfo")
+        world.post(b'{"Request":{"Command":"\xff","SessionID":"rv130-session"}}')
+        entries = journal(world, 0)["entries"]
+    assert [json.loads(line) for line in file.read_text().splitlines()] == entries
+
+
+def test_what_the_request_was_is_shown_even_if_it_is_no_json(world, after):
+    world.post(b"Command and so on")
+    assert journal(world, after)["entries"][0]["request"] == "Command and so on"
+
+
+# --- The same again ------------------------------------------------------------------------------
+
+def session_of_work(world):
+    """Every reply, byte for byte."""
+    world.simulator("POST", "reset", {"scene": "field", "paused": True})
+    replies = []
+
+    def send(command, **params):
+        members = ",".join(f'"{name}":"{value}"' for name, value in params.items())
+        body = (f'{{"Request":{{"Command":"{command}","SessionID":"{world.session}",'
+                f'"Params":{{{members}}}}}}}')
+        replies.append(world.post(body)[2])
+
+    send("SetCamCtrl", CamCtrl="Rec")
+    send("ZoomSwitchOperation", Direction="Tele", Speed=7)
+    for _ in range(20):
+        world.simulator("POST", "clock", {"step_ms": 3330})
+        send("GetCamStatus")
+    send("SetCamCtrl", CamCtrl="Stop")
+    send("SetWebFtpUploadAll", Server=1, Slot=1)
+    for _ in range(20):
+        world.simulator("POST", "clock", {"step_ms": 700})
+        send("GetCamStatus")
+        send("WebFtpOperateResponse", Response=1)
+    send("SetCldstrmLogin", Username="u", Password="p", ServerURL="https://c")
+    world.simulator("POST", "clock", {"step_ms": 1000})
+    send("GetCamStatus")
+    send("GetClipInfo", Slot="A", StartIndexNo=1, ClipNum=60)
+    return replies
+
+
+def test_the_same_requests_after_the_same_scene_give_the_same_bytes(world):
+    assert session_of_work(world) == session_of_work(world)
+
+
+def test_how_time_is_cut_into_steps_makes_no_difference(world):
+    seen = []
+    for steps in ([60000], [10] * 20 + [59800], [20000, 20000, 20000]):
+        world.simulator("POST", "reset", {"paused": True})
+        world.command("SetCamCtrl", {"CamCtrl": "Rec"})
+        world.command("SeesawSwitchOperation", {"Kind": "ZoomSeesaw", "Direction": "Tele", "Speed": 1})
+        for step in steps:
+            world.simulator("POST", "clock", {"step_ms": step})
+        seen.append(world.simulator("GET", "state"))
+    assert seen[0] == seen[1] == seen[2]
