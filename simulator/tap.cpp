@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -235,10 +236,20 @@ UniqueFd AsInput(const Frame& body) {
   return input;
 }
 
+/// In the child: the web server that ends the tap, because of a time-out of its own, means the
+/// handler.
+void EndWithTheTap(pid_t tap) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (getppid() != tap) {
+    _exit(1);
+  }
+}
+
 /// In the child: waits for its world, then becomes the handler.
-[[noreturn]] void BecomeHandler(char** argv, const UniqueFd& input, const Pipe& orders,
+[[noreturn]] void BecomeHandler(char** argv, pid_t tap, const UniqueFd& input, const Pipe& orders,
                                 const Pipe& output) {
   try {
+    EndWithTheTap(tap);
     const Frame lines = ReadAll(orders.out.Get());
     ArrangeWorld({lines.begin(), lines.end()});
     dup2(input.Get(), STDIN_FILENO);
@@ -274,13 +285,14 @@ void Run(char** argv) {
   const UniqueFd input = AsInput(body);
   Pipe orders = NewPipe();
   Pipe output = NewPipe();
+  const pid_t tap = getpid();
   const pid_t child = fork();
   if (child < 0) {
     Fail("fork");
   }
   if (child == 0) {
     orders.in = UniqueFd();
-    BecomeHandler(argv, input, orders, output);
+    BecomeHandler(argv, tap, input, orders, output);
   }
   output.in = UniqueFd();
   const Object answer = line.Tell({{"pid", child},

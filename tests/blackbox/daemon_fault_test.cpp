@@ -335,6 +335,7 @@ TEST_F(TimeOutTest, EndsTheExchangesOfACommand) {
   EXPECT_THAT(outcome, Replied(json));
   EXPECT_GE(outcome.elapsed.count(), 5 - 0.1);
   EXPECT_LT(outcome.elapsed.count(), LongestWait(5));
+  EXPECT_EQ(daemon.Received().size(), 2U) << "the list and the first event";
   EXPECT_THAT(log_.Lines(), Logged(Error("rcv post_data = " + body), Error("[0] No m_rcv_res!!"),
                                    Error("[1] No m_rcv_res!!"), Error("send res_str = " + json)));
 }
