@@ -1,10 +1,13 @@
 // Every way in which a daemon can fail, in every kind of exchange: the reply, the exit status, the
 // lines in the log and the bytes that the daemon got.
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <functional>
+#include <future>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -338,6 +341,27 @@ TEST_F(TimeOutTest, EndsTheExchangesOfACommand) {
   EXPECT_EQ(daemon.Received().size(), 2U) << "the list and the first event";
   EXPECT_THAT(log_.Lines(), Logged(Error("rcv post_data = " + body), Error("[0] No m_rcv_res!!"),
                                    Error("[1] No m_rcv_res!!"), Error("send res_str = " + json)));
+}
+
+// A broken daemon costs the request that talks to it, not those that use the same settings.
+TEST_F(TimeOutTest, IsNotWaitedForWithTheSettingsLocked) {
+  const BusyDaemon daemon;
+  auto waiting = std::async(std::launch::async,
+                            [] { return Post(Body("SetNTPServer", R"("Address":"ntp")")); });
+  const auto waits = [&waiting] {
+    return waiting.wait_for(std::chrono::milliseconds(10)) == std::future_status::timeout;
+  };
+  while (waits() && !Exists("/var/tmp/lighttpd/ntp")) {
+  }
+  const int folder = open("/var/tmp/lighttpd", O_RDONLY | O_CLOEXEC);
+  int locked = -1;
+  while (waits() && locked != 0) {
+    locked = flock(folder, LOCK_EX | LOCK_NB);
+  }
+  EXPECT_EQ(locked, 0);
+  EXPECT_TRUE(waits());
+  close(folder);
+  EXPECT_THAT(waiting.get(), EndedSilently(1));
 }
 
 }  // namespace
