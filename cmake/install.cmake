@@ -18,7 +18,7 @@ install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONE
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY api DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
         PATTERN *.py EXCLUDE PATTERN __pycache__ EXCLUDE)
-install(DIRECTORY packaging/servers DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+install(DIRECTORY packaging/servers packaging/systemd DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
         USE_SOURCE_PERMISSIONS)
 configure_file(packaging/man/camera_remote.cgi.8.in man/camera_remote.cgi.8 @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/man/camera_remote.cgi.8

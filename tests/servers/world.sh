@@ -26,7 +26,7 @@ for _ in {1..200}; do
   [[ -S /run/quonta_cp.sock && -S /run/streaming.sock ]] && break
   sleep 0.05
 done
-chmod 0666 /run/*.sock
+chmod 0666 /run/*.sock /dev/log
 chown www-data /var/tmp/lighttpd/.session
 
 "$@"
