@@ -29,7 +29,7 @@ std::int32_t AnnouncedLength() {
 bool MayProceed(const char* body, bool has_command) {
   const bool has_session_id = json_parser(body, "SessionID", web_id) != nullptr;
   if (!has_command || !has_session_id) {
-    DLOG(1, "format error post data:%.*s json member num:%d", kMaxTextLength, body,
+    DLOG(1, "format error post data:%s json member num:%d", body,
          (has_command ? 1 : 0) + (has_session_id ? 1 : 0));
     PrintReply(kFormatErrorReply);
     return false;

@@ -58,7 +58,7 @@ void Command::Output() {
   json.Append("}}");
   PrintReply(json.View());
   if (log_reply_) {
-    DLOG(log_level_, "send res_str = %.*s", kMaxTextLength, json.Text());
+    DLOG(log_level_, "send res_str = %s", json.Text());
   }
 }
 

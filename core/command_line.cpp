@@ -169,7 +169,7 @@ void BuildClipMark(const Arguments& arguments, TextBuilder& request) {
 
 void BuildWholeRequest(const Arguments& arguments, TextBuilder& request) {
   if (const char* const text = arguments.Text(1)) {
-    request.Append({text, strnlen(text, kMaxTextLength)});
+    request.Append({text, strnlen(text, kTextSize - 1)});
   }
 }
 

@@ -35,7 +35,7 @@ int Dispatch(const CommandRow* row, const char* name, const char* body) {
   const std::unique_ptr<Command> command = row->create();
   command->Prepare(row->preset, name, !row->Has(kSilentReply));
   if (!row->Has(kSilentRequest)) {
-    DLOG(command->LogLevel(), "rcv post_data = %.*s", kMaxTextLength, body);
+    DLOG(command->LogLevel(), "rcv post_data = %s", body);
   }
   if (!ParseParameters(*command, body)) {
     PrintReply(kRequestedErrorReply);

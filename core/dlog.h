@@ -18,12 +18,10 @@ int INIT_DLOG();
 /// Emits a diagnostic message if `g_log_level_limit` allows its level.
 ///
 /// @param level  up to 1: errors, and the traces of requests and replies (`kLogError`); 2 to 4:
-/// traces
-///               of single steps (`kLogInfo`); from 5: traces of commands that clients poll
+///               traces of single steps (`kLogInfo`); from 5: traces of commands that clients poll
 ///               (`kLogDebug`)
-/// @param fmt    as for printf. The log shows the formatted text as it is, truncated to
-///               `kMaxTextLength` bytes. Give that precision to a text that may be longer:
-///               formatting what is then truncated is expensive.
+/// @param fmt    like printf's, with no conversions but %d, %x, %c, %s and %%. The log shows the
+///               formatted text as it is, truncated to `kTextSize - 1` bytes.
 [[gnu::format(printf, 2, 3)]] void DLOG(int level, const char* fmt, ...);
 
 /// Emits a message regardless of the threshold; formats and truncates like `DLOG`.

@@ -48,13 +48,25 @@ TEST_F(Dlog, ShowsPercentSignsOfLoggedDataAsTheyAre) {
   EXPECT_THAT(log.Lines(), Logged(Error("100%s%n%%")));
 }
 
+TEST_F(Dlog, FormatsNumbersCharactersAndTexts) {
+  harness::SystemLog log;
+  DLOG(1, "%d %d %d|%x %x %x", 0, -2147483647 - 1, 2147483647, 0U, 0xA0BU, 0xFFFFFFFFU);
+  DLOG(1, "[%s]%s(%c) 100%%", "text", "", 'A');
+  DLOG(1, "%c ends here: %d", '\0', 1);
+  DLOG(1, "alone");
+  EXPECT_THAT(log.Lines(), Logged(Error("0 -2147483648 2147483647|0 a0b ffffffff"),
+                                  Error("[text](A) 100%"), Error(""), Error("alone")));
+}
+
 TEST_F(Dlog, TruncatesAMessageTo4999Bytes) {
   harness::SystemLog log;
   DLOG(1, "%s", std::string(4999, 'x').c_str());
   DLOG(1, "%s", std::string(5000, 'y').c_str());
   DLOG(1, "%s", std::string(9000, '%').c_str());
-  EXPECT_THAT(log.Lines(), Logged(Error(std::string(4999, 'x')), Error(std::string(4999, 'y')),
-                                  Error(std::string(4999, '%'))));
+  DLOG(1, "%s%d", std::string(4997, 'z').c_str(), 123);
+  EXPECT_THAT(log.Lines(),
+              Logged(Error(std::string(4999, 'x')), Error(std::string(4999, 'y')),
+                     Error(std::string(4999, '%')), Error(std::string(4997, 'z') + "12")));
 }
 
 TEST_F(InitDlog, TakesTheThresholdFromTheControlFile) {

@@ -13,10 +13,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 
 #include "core/text.h"
 #include "core/uninterrupted.h"
@@ -99,14 +99,14 @@ int OpenUnnamed(const char* path) {
   char folder[256];
   const std::string_view whole(path);
   CopyText(folder, whole.substr(0, whole.rfind('/')));
-  return open(folder, O_WRONLY | O_TMPFILE | O_CLOEXEC, kDefaultFileMode);
+  return open(folder, O_WRONLY | O_TMPFILE, kDefaultFileMode);
 }
 
 /// Gives the open file a name.
 /// @return false if the name exists or the system cannot do that
 bool Link(const Descriptor& file, const char* path) {
-  char link[32];
-  std::snprintf(link, sizeof link, "/proc/self/fd/%d", file.Number());
+  char link[32] = "/proc/self/fd/";
+  AppendText(link, DecimalText(file.Number()).View());
   return linkat(AT_FDCWD, link, AT_FDCWD, path, AT_SYMLINK_FOLLOW) == 0;
 }
 
@@ -117,7 +117,7 @@ bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& c
 }
 
 /// O_NONBLOCK: do not block if the path is a named pipe.
-constexpr int kOpenFlags = O_NONBLOCK | O_CLOEXEC;
+constexpr int kOpenFlags = O_NONBLOCK;
 
 /// How much longer this process will wait for locks.
 std::int64_t remaining_lock_wait_ms = 1000;
@@ -225,7 +225,7 @@ bool WriteErrors(std::string_view bytes) {
 }
 
 Descriptor CreateStreamSocket(Timeout timeout) {
-  const int number = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int number = socket(AF_UNIX, SOCK_STREAM, 0);
   if (number >= 0) {
     const timeval value = {timeout.seconds, timeout.microseconds};
     setsockopt(number, SOL_SOCKET, SO_SNDTIMEO, &value, sizeof value);
@@ -293,14 +293,17 @@ std::int64_t MonotonicMilliseconds() {
 }
 
 void PrepareDescriptors() {
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
-  int number = 0;
-  do {
-    number = open("/dev/null", O_RDWR | O_CLOEXEC);
-  } while (number >= 0 && number <= STDERR_FILENO);
-  if (number >= 0) {
-    close(number);
+  sigset_t signals_of_writes;
+  sigemptyset(&signals_of_writes);
+  sigaddset(&signals_of_writes, SIGPIPE);
+  sigaddset(&signals_of_writes, SIGXFSZ);
+  sigprocmask(SIG_BLOCK, &signals_of_writes, nullptr);
+  pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
+  poll(streams, std::size(streams), 0);
+  for (const pollfd& stream : streams) {
+    if ((stream.revents & POLLNVAL) != 0) {
+      open("/dev/null", O_RDWR);  // gets the lowest free number, which is this one
+    }
   }
 }
 

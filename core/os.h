@@ -1,7 +1,8 @@
 // The operating system, except the system log (core/system_log.h): descriptors, files, standard
 // streams, daemon sockets, the clock. Every call is complete: it repeats what a signal interrupts
 // or the system does only in part. Nothing else but these two files and the platform library makes
-// system calls, so a test can replace them.
+// system calls, so a test can replace them. Nothing is close-on-exec: the handler executes no other
+// program.
 #pragma once
 
 #include <cstddef>

@@ -54,14 +54,14 @@ bool ConnectSocket() {
 }
 
 bool ConnectDatagramSocket() {
-  log_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  log_socket = socket(AF_UNIX, SOCK_DGRAM, 0);
   log_is_stream = false;
   return log_socket >= 0 && ConnectSocket();
 }
 
 /// A daemon that no longer accepts connections counts as one that does not keep up.
 bool ConnectStreamSocket() {
-  log_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  log_socket = socket(AF_UNIX, SOCK_STREAM, 0);
   log_is_stream = true;
   const auto wait_ms = static_cast<int>(std::max(remaining_wait_ms, std::int64_t{1}));
   const timeval timeout = {wait_ms / 1000, wait_ms % 1000 * 1000};

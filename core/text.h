@@ -9,8 +9,6 @@
 /// Size of the buffers for texts of unspecified length: the values of a request, the request of the
 /// command line, log messages. Longer texts are truncated.
 constexpr std::size_t kTextSize = 5000;
-/// The longest text in them; an `int`, so that it can be a precision of printf.
-constexpr int kMaxTextLength = kTextSize - 1;
 
 /// Copies `from` into a buffer of `size` bytes, truncated to leave room for the terminating NUL.
 inline void CopyText(char* to, std::size_t size, std::string_view from) {

@@ -1,11 +1,9 @@
 #include "core/text_builder.h"
 
-#include <cstdlib>
-
 #include "core/memory.h"
 #include "core/text.h"
 
-TextBuilder::~TextBuilder() { std::free(text_); }
+TextBuilder::~TextBuilder() { Release(text_); }
 
 void TextBuilder::Grow(std::size_t length) {
   constexpr std::size_t kFirstCapacity = 512;
@@ -14,7 +12,7 @@ void TextBuilder::Grow(std::size_t length) {
   if (capacity < needed) {
     capacity = needed;
   }
-  text_ = static_cast<char*>(Reallocate(text_, capacity));
+  text_ = static_cast<char*>(Reallocate(text_, capacity_, capacity));
   capacity_ = capacity;
 }
 

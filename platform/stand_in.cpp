@@ -15,7 +15,7 @@ int read_data(std::uint32_t base, std::uint32_t address, std::uint32_t length, v
   if (address < base) {
     return -1;
   }
-  const int file = open(kSharedAreaImage, O_RDONLY | O_CLOEXEC);
+  const int file = open(kSharedAreaImage, O_RDONLY);
   if (file < 0) {
     return -1;
   }

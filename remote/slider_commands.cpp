@@ -59,7 +59,7 @@ int SetWebXYFieldEvent::Parse(const char* params) {
   if (getIndexOfSliderEvent(kind, kind_code) != 0) {
     return -1;
   }
-  DLOG(2, "send param kind=%s(%d) position=%hd(x=%d,y=%d)", kind, kind_code,
+  DLOG(2, "send param kind=%s(%d) position=%d(x=%d,y=%d)", kind, kind_code,
        LoggedPosition(x_byte, y_byte), TruncateToInt16(x), TruncateToInt16(y));
   SetPayload({kind_code, x_byte, y_byte});
   return 0;

@@ -94,7 +94,7 @@ void SetClipUploadBitmap(const char* params, std::uint32_t (&out)[kClipBlockCoun
     }
     if (IsTraced(block)) {
       // On the camera's little-endian processor the log shows the bytes in reverse order.
-      DLOG(4, "block[%ld]:%lx", static_cast<long>(block), static_cast<unsigned long>(out[block]));
+      DLOG(4, "block[%d]:%x", static_cast<int>(block), out[block]);
     }
   }
 }
