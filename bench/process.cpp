@@ -143,7 +143,7 @@ Counts CountCalls(const Program& program) {
   Counts counts;
   // Each call stops the program twice, except for execve, which starts before it is traced, and
   // exit_group, which does not return.
-  int stops = 1;
+  int stops = 2;
   while (ptrace(PTRACE_SYSCALL, pid, nullptr, nullptr) == 0 && waitpid(pid, &status, 0) == pid &&
          WIFSTOPPED(status)) {
     if (WSTOPSIG(status) == kSystemCallStop) {
