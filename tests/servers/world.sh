@@ -23,7 +23,7 @@ private_devices
 install -d -o www-data -g www-data -m 0750 /var/tmp/lighttpd
 build/release/simulated_camera --session server-test --quiet &
 for _ in {1..200}; do
-  [[ -S /run/quonta_cp.sock && -S /run/streaming.sock ]] && break
+  [[ -S /run/quonta_cp.sock && -S /run/streaming.sock && -S /dev/log ]] && break
   sleep 0.05
 done
 chmod 0666 /run/*.sock /dev/log
