@@ -52,6 +52,7 @@ class Message {
   while (const char* const conversion = std::strchr(fmt, '%')) {
     message.Append({fmt, static_cast<std::size_t>(conversion - fmt)});
     fmt = conversion + 2;
+    // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): both callers have started the list.
     switch (conversion[1]) {
       case 'd':
         message.Append(DecimalText(va_arg(arguments, int)).View());
@@ -69,6 +70,7 @@ class Message {
         message.Append(conversion[1]);
         break;
     }
+    // NOLINTEND(clang-analyzer-valist.Uninitialized)
   }
   message.Append(fmt);
   os::SystemLog(priority, message.Text());
