@@ -20,6 +20,8 @@ Answered Daemon::Answer(const Message& message) const {
   if (row->asks) {
     return {row->answer(camera_, message.payload), {}};
   }
+  // A copy on purpose: the answer changes the original.
+  // cppcheck-suppress redundantCopyLocalConst
   const State before = camera_.state();
   Answered answered{row->answer(camera_, message.payload), camera_.TakeNews()};
   for (std::string& difference : Differences(before, camera_.state())) {

@@ -110,7 +110,7 @@ void Login::Begin(const std::string& id, std::optional<int> lifetime_seconds, Mi
   id_ = id;
   end_.reset();
   if (lifetime_seconds) {
-    end_ = now + Milliseconds{1000} * *lifetime_seconds;
+    end_ = now + 1000 * static_cast<Milliseconds>(*lifetime_seconds);
   }
   written_ = FileAsItIs().value_or("");
 }

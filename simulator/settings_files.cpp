@@ -231,10 +231,7 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
     if (!members.is_object()) {
       Reject(file, "must be an object, or null to remove the file");
     }
-    if (patched.files_.count(file) == 0) {
-      patched.files_[file] = StandardSettings(*known);
-    }
-    Settings& settings = patched.files_[file];
+    Settings& settings = patched.files_.try_emplace(file, StandardSettings(*known)).first->second;
     for (const auto& [key, value] : members.items()) {
       if (std::none_of(known->keys.begin(), known->keys.end(),
                        [name = key](const KeyRow& row) { return row.key == name; })) {

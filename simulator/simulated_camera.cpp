@@ -96,8 +96,8 @@ Delivery SimulatedCamera::Answer(const Daemon& daemon, const Message& message, p
   const auto running = running_.find(sender);
   const bool is_known = running != running_.end();
   // A handler that somebody has started by hand meets the faults, too.
-  const std::vector<Fault> faults = is_known ? running->second.faults : std::vector<Fault>();
-  const Fault* const fault = ReplyFault(faults, daemon.name());
+  const std::vector<Fault> to_meet = is_known ? running->second.faults : std::vector<Fault>();
+  const Fault* const fault = ReplyFault(to_meet, daemon.name());
   MessageRecord record;
   record.daemon = daemon.name();
   record.bytes = message.bytes;

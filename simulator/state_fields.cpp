@@ -13,17 +13,29 @@
 namespace simulator {
 namespace {
 
+template <typename Owner>
+constexpr Owner& MemberOf(Owner& owner) {
+  return owner;
+}
+
+template <auto kFirst, auto... kRest, typename Owner>
+constexpr auto& MemberOf(Owner& owner) {
+  return MemberOf<kRest...>(owner.*kFirst);
+}
+
 /// A member of the state, or of a member of it and so on.
 template <auto... kMembers>
 constexpr auto kAt = [](auto& state) -> auto& {
-  return (state.*....*kMembers);
+  return MemberOf<kMembers...>(state);
 };
 
-/// `kAt` with an element of an array at the end, and members of it.
-template <std::size_t kIndex, auto kArray, auto... kMembers>
-constexpr auto kIn = [](auto& state) -> auto& {
-  return ((state.*kArray)[kIndex].*....*kMembers);
-};
+/// An element of an array that `array` finds in the state, or a member of the element and so on.
+template <auto... kMembers, typename AtArray>
+constexpr auto AtElement(AtArray array, std::size_t index) {
+  return [ array, index ](auto& state) -> auto& {
+    return MemberOf<kMembers...>(array(state)[index]);
+  };
+}
 
 [[noreturn]] void Reject(const std::string& path, const std::string& why) {
   throw Rejected(path + ": " + why);
@@ -396,24 +408,23 @@ Field ServerKey(const std::string& server, std::size_t index) {
 
 // --- The state ----------------------------------------------------------------------------------
 
-template <std::size_t kIndex>
-void AddSlot(std::vector<Field>& fields) {
-  const std::string slot(kSlots[kIndex]);
+void AddSlot(std::vector<Field>& fields, std::size_t index) {
+  const std::string slot(kSlots[index]);
   const std::string path = "slots." + slot;
-  fields.push_back(Word(path + ".card", kCards, kIn<kIndex, &State::slots, &Slot::card>));
-  fields.push_back(YesOrNo(path + ".protect", kIn<kIndex, &State::slots, &Slot::write_protected>));
-  fields.push_back(Remain(slot, kIndex));
-  fields.push_back(ClipList(slot, kIndex));
+  fields.push_back(Word(path + ".card", kCards, AtElement<&Slot::card>(kAt<&State::slots>, index)));
+  fields.push_back(
+      YesOrNo(path + ".protect", AtElement<&Slot::write_protected>(kAt<&State::slots>, index)));
+  fields.push_back(Remain(slot, index));
+  fields.push_back(ClipList(slot, index));
 }
 
 void AddUserSwitches(std::vector<Field>& fields) {
   constexpr std::size_t kLongestLabel = 20;
   for (std::size_t i = 0; i < kUserSwitches.size(); ++i) {
     const std::string path = "user." + std::string(kUserSwitches[i]);
-    fields.push_back(Text(
-        path + ".label", kLongestLabel, [i](auto& state) -> auto& { return state.user[i].label; }));
-    fields.push_back(YesOrNo(
-        path + ".on", [i](auto& state) -> auto& { return state.user[i].on; }));
+    fields.push_back(
+        Text(path + ".label", kLongestLabel, AtElement<&UserSwitch::label>(kAt<&State::user>, i)));
+    fields.push_back(YesOrNo(path + ".on", AtElement<&UserSwitch::on>(kAt<&State::user>, i)));
   }
 }
 
@@ -421,13 +432,14 @@ void AddFtpServers(std::vector<Field>& fields) {
   for (std::size_t i = 0; i < kFtpServers.size(); ++i) {
     const std::string server(kFtpServers[i]);
     const std::string path = "upload.servers." + server;
-    const auto at = [i](auto member) {
-      return [ i, member ](auto& state) -> auto& { return state.upload.servers[i].*member; };
-    };
-    fields.push_back(Word(path + ".answer", kServerAnswers, at(&FtpServer::answer)));
-    fields.push_back(YesOrNo(path + ".trusted", at(&FtpServer::trusted)));
-    fields.push_back(YesOrNo(path + ".asks_to_overwrite", at(&FtpServer::asks_to_overwrite)));
-    fields.push_back(Number(path + ".key_type", 0, 255, at(&FtpServer::key_type)));
+    constexpr auto kServers = kAt<&State::upload, &Upload::servers>;
+    fields.push_back(
+        Word(path + ".answer", kServerAnswers, AtElement<&FtpServer::answer>(kServers, i)));
+    fields.push_back(YesOrNo(path + ".trusted", AtElement<&FtpServer::trusted>(kServers, i)));
+    fields.push_back(YesOrNo(path + ".asks_to_overwrite",
+                             AtElement<&FtpServer::asks_to_overwrite>(kServers, i)));
+    fields.push_back(
+        Number(path + ".key_type", 0, 255, AtElement<&FtpServer::key_type>(kServers, i)));
     fields.push_back(ServerKey(server, i));
   }
 }
@@ -459,8 +471,8 @@ std::vector<Field> MakeFields() {
       Number("battery.level", 0, 255, kAt<&S::battery, &Battery::level>),
       Number("battery.value", 0, 65535, kAt<&S::battery, &Battery::value>),
   };
-  AddSlot<0>(fields);
-  AddSlot<1>(fields);
+  AddSlot(fields, 0);
+  AddSlot(fields, 1);
   const std::vector<Field> rest = {
       Word("recording.status", kRecordingStatus, kAt<&S::recording, &Recording::status>),
       Word("recording.mode", kRecordingModes, kAt<&S::recording, &Recording::mode>),
@@ -478,15 +490,9 @@ std::vector<Field> MakeFields() {
       Word("iris.mode", kIrisModes, kAt<&S::iris, &Iris::mode>),
       Word("iris.stop", kIrisStops, kAt<&S::iris, &Iris::stop>),
       Word("gain.mode", kGainModes, kAt<&S::gain, &Gain::mode>),
-      Number(
-          "gain.L", kGainLowest, kGainHighest,
-          [](auto& state) -> auto& { return state.gain.db[0]; }),
-      Number(
-          "gain.M", kGainLowest, kGainHighest,
-          [](auto& state) -> auto& { return state.gain.db[1]; }),
-      Number(
-          "gain.H", kGainLowest, kGainHighest,
-          [](auto& state) -> auto& { return state.gain.db[2]; }),
+      Number("gain.L", kGainLowest, kGainHighest, AtElement(kAt<&S::gain, &Gain::db>, 0)),
+      Number("gain.M", kGainLowest, kGainHighest, AtElement(kAt<&S::gain, &Gain::db>, 1)),
+      Number("gain.H", kGainLowest, kGainHighest, AtElement(kAt<&S::gain, &Gain::db>, 2)),
       Number("ae.level", -kAeLevelEnd, kAeLevelEnd, kAt<&S::ae, &Exposure::level>),
       YesOrNo("ae.lock", kAt<&S::ae, &Exposure::lock>),
       Word("shutter.mode", kShutterModes, kAt<&S::shutter, &Shutter::mode>),
