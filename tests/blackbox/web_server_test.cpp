@@ -139,7 +139,7 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
 // The handler itself would wait for the daemon for 20 s.
 TEST_F(WebServerTest, EndsAnAbandonedHandlerAtItsLimit) {
   FakeDaemon control;
-  WebServer server("cgi.limits = (\"read-timeout\" => 2, \"write-timeout\" => 2)\n");
+  WebServer server("cgi.limits = (\"read-timeout\" => 5, \"write-timeout\" => 5)\n");
   const auto start = std::chrono::steady_clock::now();
   WebServer::PostAndLeave(Body("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":1)"));
   while (control.Received().empty()) {
