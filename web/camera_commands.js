@@ -3,13 +3,14 @@
 // Every command of the API with its parameters, in the order in which they are sent.
 
 const number = (smallest, largest) => ({ type: "number", smallest, largest });
+const byte = number(0, 255);
+const uint16 = number(0, 65535);
+const int32 = number(-2147483648, 2147483647);
 const word = (...words) => ({ type: "word", words });
 /// `longest` in bytes; what is longer would be truncated.
 const text = (longest = Infinity) => ({ type: "text", longest });
 /// A list of clip numbers, sent as the bitmap block0 to block124.
-const clips = () => ({ type: "clips" });
-
-const row = (name, parameters = {}, traits = {}) => ({ name, parameters, ...traits });
+const clips = { type: "clips" };
 
 const Resolution = word(
   "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "480x270", "640x360",
@@ -25,105 +26,99 @@ const Kind = word(
   "MasterBlackSeesaw", "FocusSeesaw", "System",
 );
 
-/// Rows: `name`; `parameters`, their kinds by their names; `needsSession`, if it is false;
-/// `timeout`, the milliseconds to wait for a reply that may take longer than usual.
-export const COMMANDS = [
-  row("GetSystemInfo"),
-  row("HeartbeatConfirmation", {}, { needsSession: false }),
-  row("SessionRenewal", { Update: number(0, 1) }),
-  row("PageChange", { Page: number(0, 255) }),
-  row("SystemRequest", { Request: word("Resume") }),
-  row("GetCamStatus"),
-  row("GetClipInfo", {
-    Slot: SlotLetter, StartIndexNo: number(1, 32767), ClipNum: number(1, 32767),
-  }, { timeout: 25000 }),
-  row("SetClipInfo", {
-    Slot: SlotLetter, IndexNo: number(0, 65535), OKMark: word("Mark", "NoMark"),
-  }),
-  row("SetWebFtpUploadAll", { Server: number(0, 255), Slot: number(0, 255) }),
-  row("SetWebFtpUploadOkMarked", { Server: number(0, 255), Slot: number(0, 255) }),
-  row("SetWebFtp1UploadASelect", { Clips: clips() }),
-  row("SetWebFtp2UploadASelect", { Clips: clips() }),
-  row("SetWebFtp3UploadASelect", { Clips: clips() }),
-  row("SetWebFtp4UploadASelect", { Clips: clips() }),
-  row("SetWebFtp1UploadBSelect", { Clips: clips() }),
-  row("SetWebFtp2UploadBSelect", { Clips: clips() }),
-  row("SetWebFtp3UploadBSelect", { Clips: clips() }),
-  row("SetWebFtp4UploadBSelect", { Clips: clips() }),
-  row("WebFtpOperateResponse", { Response: number(0, 255) }),
-  row("SetWebKeyEvent", { Kind: Kind, Key: text() }),
-  row("SetWebButtonEvent", { Kind: Kind, Button: text() }),
-  row("SetWebSliderEvent", { Kind: Kind, Position: number(0, 65535) }),
-  row("SetWebXYFieldEvent", { Kind: Kind, XPosition: number(0, 255), YPosition: number(0, 255) }),
-  row("SeesawSwitchOperation", { Kind: Kind, Direction: text(), Speed: number(0, 255) }),
-  row("ZoomSwitchOperation", { Direction: word("Wide", "Tele", "Stop"), Speed: number(0, 255) }),
-  row("SetTallyLampPriority", { Priority: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") }),
-  row("SetTallyLampCtrl", { Sw: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") }),
-  row("SetTallyControlWithPriority", { Sw: word("On", "Off", "") }, { needsSession: false }),
-  row("SetStudioTally", { Indication: word("Off", "Program", "Preview") }),
-  row("SetStudioTallyWithoutSession", {
-    Indication: word("Off", "Program", "Preview"),
-  }, { needsSession: false }),
-  row("SetCamCtrl", { CamCtrl: word("Rec", "Stop") }),
-  row("SetZoomCtrl", { Position: number(0, 65535) }),
-  row("JpegEncode", { Operate: word("Start", "Stop") }),
-  row("MonitorStart"),
-  row("MonitorStop"),
-  row("GetPresetZoomPosition"),
-  row("SetPresetZoomPosition", {
-    ID: word("A", "B", "C"), Position: number(-2147483648, 2147483647),
-  }),
-  row("GetNTPStatus"),
-  row("SetNTPServer", { Address: text(30) }),
-  row("SetNTPSettings", { TcSync: word("On", "Off") }),
-  row("SetIFBCtrl", { Streaming: word("Start", "Stop") }),
-  row("GetIFBSettings"),
-  row("SetIFBSettings", {
-    Function: word("Enable", "Disable"), Address: text(30), Port: number(-2147483648, 2147483647),
-    Mountpoint: text(30),
-  }),
-  row("SetStreamingCtrl", { Streaming: word("On", "Off") }),
-  row("GetStreamingSettings"),
-  row("SetStreamingSettings", { Resolution: Resolution, Bitrate: Bitrate }),
-  row("SetStreamingResolution", { Resolution: Resolution }),
-  row("SetStreamingFramerate", { Framerate: Framerate }),
-  row("SetStreamingBitrate", { Bitrate: Bitrate }),
-  row("AvailableStreamingResolutionSettings"),
-  row("AvailableStreamingFramerateSettings", { Resolution: Resolution }),
-  row("AvailableStreamingBitrateSettings", {
-    Type: StreamingType, Resolution: Resolution, Framerate: Framerate,
-  }),
-  row("GetCurrentStreamingServerID"),
-  row("SetCurrentStreamingServerID", { ID: number(-2147483648, 3) }),
-  row("GetStreamingServerSettings", { ID: number(-2147483648, 2147483647) }),
-  row("SetStreamingServerSettingsUDP", {
-    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
-    number(-2147483648, 2147483647), PcrJitter: number(-2147483648, 2147483647),
-  }),
-  row("SetStreamingServerSettingsRTSP", {
-    ID: number(-2147483648, 2147483647), Alias: text(245), Password: text(39),
-  }),
-  row("SetStreamingServerSettingsZIXI", {
-    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
-    number(-2147483648, 2147483647), StreamId: text(69), Password: text(129), Latency:
-    number(-2147483648, 2147483647), AdaptiveBitrate: number(-2147483648, 2147483647),
-  }),
-  row("SetStreamingServerSettingsRTMP", {
-    ID: number(-2147483648, 2147483647), Alias: text(245), DstUrl: text(199), StreamKey: text(69),
-  }),
-  row("SetStreamingServerSettingsRTP", {
-    ID: number(-2147483648, 2147483647), Alias: text(245), DstAddress: text(129), DstPort:
-    number(-2147483648, 2147483647), Smpte2022Fec: number(-2147483648, 2147483647), FecMatrixL:
-    number(-2147483648, 2147483647), FecMatrixD: number(-2147483648, 2147483647),
-  }),
-  row("SetCldstrmLogin", { Username: text(127), Password: text(63), ServerURL: text(127) }),
-  row("SetCldstrmLogout"),
-  row("SetCldstrmEventListObtain"),
-  row("GetCldstrmEventList"),
-  row("SetCldstrmStreamInfoObtain", { EventID: number(0, 19) }),
-  row("SetCldstrmStreamInfoToStrmsrv", { EventID: number(0, 19), StrmsrvID: number(0, 3) }),
-  row("SetCldstrmClearStatus", {
-    Login: number(0, 255), GetEventList: number(0, 255), GetStreamInfo: number(0, 255),
-  }),
-  row("GetGPSInfo"),
-];
+const PARAMETERS = {
+  GetSystemInfo: {},
+  HeartbeatConfirmation: {},
+  SessionRenewal: { Update: number(0, 1) },
+  PageChange: { Page: byte },
+  SystemRequest: { Request: word("Resume") },
+  GetCamStatus: {},
+  GetClipInfo: { Slot: SlotLetter, StartIndexNo: number(1, 32767), ClipNum: number(1, 32767) },
+  SetClipInfo: { Slot: SlotLetter, IndexNo: uint16, OKMark: word("Mark", "NoMark") },
+  SetWebFtpUploadAll: { Server: byte, Slot: byte },
+  SetWebFtpUploadOkMarked: { Server: byte, Slot: byte },
+  SetWebFtp1UploadASelect: { Clips: clips },
+  SetWebFtp2UploadASelect: { Clips: clips },
+  SetWebFtp3UploadASelect: { Clips: clips },
+  SetWebFtp4UploadASelect: { Clips: clips },
+  SetWebFtp1UploadBSelect: { Clips: clips },
+  SetWebFtp2UploadBSelect: { Clips: clips },
+  SetWebFtp3UploadBSelect: { Clips: clips },
+  SetWebFtp4UploadBSelect: { Clips: clips },
+  WebFtpOperateResponse: { Response: byte },
+  SetWebKeyEvent: { Kind, Key: text() },
+  SetWebButtonEvent: { Kind, Button: text() },
+  SetWebSliderEvent: { Kind, Position: uint16 },
+  SetWebXYFieldEvent: { Kind, XPosition: byte, YPosition: byte },
+  SeesawSwitchOperation: { Kind, Direction: text(), Speed: byte },
+  ZoomSwitchOperation: { Direction: word("Wide", "Tele", "Stop"), Speed: byte },
+  SetTallyLampPriority: { Priority: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") },
+  SetTallyLampCtrl: { Sw: word("Camera", "Web", "On", "Off", "OnWeb", "OffWeb") },
+  SetTallyControlWithPriority: { Sw: word("On", "Off", "") },
+  SetStudioTally: { Indication: word("Off", "Program", "Preview") },
+  SetStudioTallyWithoutSession: { Indication: word("Off", "Program", "Preview") },
+  SetCamCtrl: { CamCtrl: word("Rec", "Stop") },
+  SetZoomCtrl: { Position: uint16 },
+  JpegEncode: { Operate: word("Start", "Stop") },
+  MonitorStart: {},
+  MonitorStop: {},
+  GetPresetZoomPosition: {},
+  SetPresetZoomPosition: { ID: word("A", "B", "C"), Position: int32 },
+  GetNTPStatus: {},
+  SetNTPServer: { Address: text(30) },
+  SetNTPSettings: { TcSync: word("On", "Off") },
+  SetIFBCtrl: { Streaming: word("Start", "Stop") },
+  GetIFBSettings: {},
+  SetIFBSettings: {
+    Function: word("Enable", "Disable"), Address: text(30), Port: int32, Mountpoint: text(30),
+  },
+  SetStreamingCtrl: { Streaming: word("On", "Off") },
+  GetStreamingSettings: {},
+  SetStreamingSettings: { Resolution, Bitrate },
+  SetStreamingResolution: { Resolution },
+  SetStreamingFramerate: { Framerate },
+  SetStreamingBitrate: { Bitrate },
+  AvailableStreamingResolutionSettings: {},
+  AvailableStreamingFramerateSettings: { Resolution },
+  AvailableStreamingBitrateSettings: { Type: StreamingType, Resolution, Framerate },
+  GetCurrentStreamingServerID: {},
+  SetCurrentStreamingServerID: { ID: number(-2147483648, 3) },
+  GetStreamingServerSettings: { ID: int32 },
+  SetStreamingServerSettingsUDP: {
+    ID: int32, Alias: text(245), DstAddress: text(129), DstPort: int32, PcrJitter: int32,
+  },
+  SetStreamingServerSettingsRTSP: { ID: int32, Alias: text(245), Password: text(39) },
+  SetStreamingServerSettingsZIXI: {
+    ID: int32, Alias: text(245), DstAddress: text(129), DstPort: int32, StreamId: text(69),
+    Password: text(129), Latency: int32, AdaptiveBitrate: int32,
+  },
+  SetStreamingServerSettingsRTMP: {
+    ID: int32, Alias: text(245), DstUrl: text(199), StreamKey: text(69),
+  },
+  SetStreamingServerSettingsRTP: {
+    ID: int32, Alias: text(245), DstAddress: text(129), DstPort: int32, Smpte2022Fec: int32,
+    FecMatrixL: int32, FecMatrixD: int32,
+  },
+  SetCldstrmLogin: { Username: text(127), Password: text(63), ServerURL: text(127) },
+  SetCldstrmLogout: {},
+  SetCldstrmEventListObtain: {},
+  GetCldstrmEventList: {},
+  SetCldstrmStreamInfoObtain: { EventID: number(0, 19) },
+  SetCldstrmStreamInfoToStrmsrv: { EventID: number(0, 19), StrmsrvID: number(0, 3) },
+  SetCldstrmClearStatus: { Login: byte, GetEventList: byte, GetStreamInfo: byte },
+  GetGPSInfo: {},
+};
+
+/// `needsSession`, if it is false; `timeout`, the milliseconds to wait for a reply that may take
+/// longer than usual.
+const TRAITS = {
+  HeartbeatConfirmation: { needsSession: false },
+  GetClipInfo: { timeout: 25000 },
+  SetTallyControlWithPriority: { needsSession: false },
+  SetStudioTallyWithoutSession: { needsSession: false },
+};
+
+/// Rows: `name`; `parameters`, their kinds by their names; and the traits.
+export const COMMANDS = Object.entries(PARAMETERS).map(
+  ([name, parameters]) => ({ name, parameters, ...TRAITS[name] }),
+);
