@@ -1,19 +1,18 @@
 // The view of the API: every command by hand, and what the page and the camera have said lately.
 
 import { CommandForm } from "./command_form.js";
-import { byId, complain, element, setText } from "./dom.js";
+import { byId, complain, element, onSubmit, setText } from "./dom.js";
 import { asCurl, maskSecrets } from "./exchange_log.js";
 import { errorInWords } from "./words.js";
 
 export function setUpApi(remote) {
   const loadCommands = setUpCommands(remote);
-  const exchanges = setUpExchanges(remote);
+  const showExchanges = setUpExchanges(remote);
   return {
     show: () => {
       loadCommands();
-      exchanges.show();
+      showExchanges();
     },
-    hide: exchanges.hide,
   };
 }
 
@@ -23,8 +22,7 @@ function setUpCommands({ camera }) {
     description: byId("command-description"),
     fields: byId("command-fields"),
   });
-  byId("command-form").addEventListener("submit", async (event) => {
-    event.preventDefault();
+  onSubmit(byId("command-form"), async () => {
     const { command, params } = commands.request();
     const reply = byId("command-reply");
     setText(reply, "…");
@@ -49,11 +47,10 @@ function setUpExchanges({ camera, exchanges }) {
   const hidePolls = byId("hide-polls");
   const showSecrets = byId("show-secrets");
   const items = new Map();
-  let shown = false;
 
   /// Entries that are shown already keep their element, so that an open one stays open.
   function show() {
-    if (!shown) {
+    if (byId("api").hidden) {
       return;
     }
     const entries = exchanges.entries({ withPolls: !hidePolls.checked });
@@ -86,7 +83,7 @@ function setUpExchanges({ camera, exchanges }) {
 
   function makeItem({ time, command, request, reply, status, ms, error }) {
     const outcome = error === undefined ? "Success" : error.name;
-    const copy = element("button", { type: "button", textContent: "Copy as curl" });
+    const copy = element("button", { type: "button" }, "Copy as curl");
     copy.addEventListener("click", async () => {
       await copyText(asCurl(new URL(camera.url, location.href), readable(request)));
       setText(copy, "Copied");
@@ -94,10 +91,10 @@ function setUpExchanges({ camera, exchanges }) {
     const summary = element(
       "summary",
       {},
-      element("span", { className: "quiet", textContent: time.toLocaleTimeString() }),
-      element("strong", { textContent: command }),
-      element("span", { className: error ? "bad" : "good", textContent: outcome }),
-      element("span", { className: "quiet", textContent: `${Math.round(ms)} ms` }),
+      element("span", { className: "quiet" }, time.toLocaleTimeString()),
+      element("strong", {}, command),
+      element("span", { className: error ? "bad" : "good" }, outcome),
+      element("span", { className: "quiet" }, `${Math.round(ms)} ms`),
     );
     return element(
       "li",
@@ -106,8 +103,8 @@ function setUpExchanges({ camera, exchanges }) {
         "details",
         {},
         summary,
-        element("pre", { textContent: readable(request), tabIndex: 0 }),
-        element("pre", { textContent: readable(reply) || `HTTP status ${status ?? "none"}`, tabIndex: 0 }),
+        element("pre", { tabIndex: 0 }, readable(request)),
+        element("pre", { tabIndex: 0 }, readable(reply) || `HTTP status ${status ?? "none"}`),
         copy,
       ),
     );
@@ -116,13 +113,7 @@ function setUpExchanges({ camera, exchanges }) {
   exchanges.addEventListener("change", show);
   hidePolls.addEventListener("change", rebuild);
   showSecrets.addEventListener("change", rebuild);
-  return {
-    show: () => {
-      shown = true;
-      show();
-    },
-    hide: () => (shown = false),
-  };
+  return show;
 }
 
 /// The clipboard is there for secure addresses only; a camera's mostly is none.

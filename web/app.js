@@ -3,7 +3,7 @@
 import { Camera, CameraUnreachable, SessionError } from "./camera_client.js";
 import { CommandQueue } from "./command_queue.js";
 import { Connection } from "./connection.js";
-import { byId, complain } from "./dom.js";
+import { complain } from "./dom.js";
 import { ExchangeLog } from "./exchange_log.js";
 import { Simulator } from "./simulator_client.js";
 import { errorInWords } from "./words.js";

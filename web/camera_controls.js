@@ -68,11 +68,11 @@ const nameOf = (word) => NAMES[word] ?? word;
 /// @return shows a status
 export function setUpControls(remote, view) {
   each(view, "[data-value]", makeValue);
+  each(view, "[data-steps]", (box) => makeSteps(remote, box));
+  each(view, "[data-slider]", (slider) => setUpSlider(remote, slider));
   const updates = [
     ...each(view, "[data-keys]", (box) => makeKeys(remote, box)),
-    ...each(view, "[data-steps]", (box) => makeSteps(remote, box)),
     ...each(view, "[data-seesaw]", (box) => makeSeesaw(remote, box)),
-    ...each(view, "[data-slider]", (slider) => setUpSlider(remote, slider)),
     ...each(view, "[data-text]", (shown) => (status) => setText(shown, String(valueAt(status, shown.dataset.text)))),
     ...each(view, "[data-word]", (shown) => (status) => setText(shown, inWords(valueAt(status, shown.dataset.word)))),
   ];
@@ -159,7 +159,6 @@ function makeSteps(remote, box) {
   box.append(...STEPS.map((step) => make(back, step)), ...STEPS.map((step) => make(forth, step)).reverse());
   box.classList.add("steps");
   asGroup(box, `${nameOf(kind)} steps`);
-  return () => {};
 }
 
 function makeSeesaw({ camera, queue }, box) {
@@ -202,7 +201,6 @@ function setUpSlider({ camera, queue }, slider) {
   slider.addEventListener("input", () =>
     queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
   );
-  return () => {};
 }
 
 function asGroup(box, name) {

@@ -2,7 +2,7 @@
 // what only one of them does.
 
 import { setUpControls } from "./camera_controls.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onClick, setText } from "./dom.js";
 import { PaintPad } from "./paint_pad.js";
 import { inWords } from "./words.js";
 
@@ -20,7 +20,7 @@ export function setUpCamera(remote) {
     showAllowed,
   ];
   setUpTally(remote);
-  remote.connection.addEventListener("status", ({ detail }) => updates.forEach((update) => update(detail)));
+  remote.connection.on("status", (detail) => updates.forEach((update) => update(detail)));
   return {};
 }
 
@@ -101,15 +101,15 @@ function setUpRecording({ camera, queue }) {
       queue.send("Record", () => camera.setCamCtrl({ camCtrl: "Rec" }));
     }
   });
-  byId("monitor-start").addEventListener("click", () => queue.send("Live picture", () => camera.monitorStart()));
-  byId("monitor-stop").addEventListener("click", () => queue.send("Live picture", () => camera.monitorStop()));
+  onClick("monitor-start", () => queue.send("Live picture", () => camera.monitorStart()));
+  onClick("monitor-stop", () => queue.send("Live picture", () => camera.monitorStop()));
   return (status) => {
     button.ariaPressed = String(status.Status === "Rec" || status.Status === "RecPause");
     button.disabled = status.Status === "NoCard";
     showSlot("A", byId("slot-a"), status.SlotA);
     showSlot("B", byId("slot-b"), status.SlotB);
-    setText(byId("battery"), batteryText(status.Battery));
-    setText(byId("network"), networkText(status));
+    setText("battery", batteryText(status.Battery));
+    setText("network", networkText(status));
   };
 }
 
@@ -143,9 +143,8 @@ function setUpTally({ camera, queue }) {
   const make = (id, name, words, call) =>
     byId(id).append(
       ...words.map((word) => {
-        const button = element("button", { textContent: word, "aria-label": `${name} ${word.toLowerCase()}` });
-        button.addEventListener("click", () => queue.send(name, () => call(word)));
-        return button;
+        const onclick = () => queue.send(name, () => call(word));
+        return element("button", { "aria-label": `${name} ${word.toLowerCase()}`, onclick }, word);
       }),
     );
   make("studio-tally", "Studio tally", ["Off", "Preview", "Program"], (indication) =>
@@ -196,10 +195,10 @@ function setUpPresets({ camera, connection, queue, attempt }) {
     row.store.addEventListener("click", () => store(row.id, Number(connection.status.ZoomPosition)));
     row.clear.addEventListener("click", () => store(row.id, NOT_SET));
   }
-  connection.addEventListener("session", ({ detail }) => detail === "valid" && read());
+  connection.on("session", (detail) => detail === "valid" && read());
   return enable;
 }
 
 function makeButton(name, attributes) {
-  return element("button", { textContent: name, disabled: true, ...attributes });
+  return element("button", { disabled: true, ...attributes }, name);
 }

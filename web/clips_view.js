@@ -1,6 +1,6 @@
 // The view of the clips on the cards: pages of the list, OK marks, and the selection to upload.
 
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onClick, setText } from "./dom.js";
 import { setUpUpload } from "./upload.js";
 
 /// A multiple of the 15 that the camera reads at a time.
@@ -9,7 +9,7 @@ const PAGE_SIZE = 30;
 export function setUpClips(remote) {
   const { camera, connection, queue, attempt } = remote;
   const selections = { A: new Set(), B: new Set() };
-  const state = { slot: "A", page: 0, clips: [], shown: false, reading: undefined };
+  const state = { slot: "A", page: 0, clips: [] };
   const slots = [...document.querySelectorAll('input[name="slot"]')];
 
   const count = (slot = state.slot) => connection.status?.[`Slot${slot}`].ClipNum ?? 0;
@@ -21,7 +21,7 @@ export function setUpClips(remote) {
     state.page = Math.min(state.page, lastPage());
     const { slot, page } = state;
     const isWanted = () => slot === state.slot && page === state.page;
-    setText(byId("clip-caption"), `Slot ${slot}: reading the clips …`);
+    setText("clip-caption", `Slot ${slot}: reading the clips …`);
     queue.send("Clip list", async () => {
       const list = await camera.getClipInfo({ slot, startIndexNo: page * PAGE_SIZE + 1, clipNum: PAGE_SIZE });
       if (isWanted()) {
@@ -33,14 +33,14 @@ export function setUpClips(remote) {
   }
 
   function showPage() {
-    setText(byId("clip-caption"), `Slot ${state.slot}: ${count()} clips`);
+    setText("clip-caption", `Slot ${state.slot}: ${count()} clips`);
     byId("clip-table").tBodies[0].replaceChildren(...state.clips.map(row));
     showPageNumber();
     showSelection();
   }
 
   function showPageNumber() {
-    setText(byId("page-number"), `Page ${state.page + 1} of ${lastPage() + 1}`);
+    setText("page-number", `Page ${state.page + 1} of ${lastPage() + 1}`);
     byId("page-first").disabled = byId("page-previous").disabled = state.page === 0;
     byId("page-last").disabled = byId("page-next").disabled = state.page >= lastPage();
   }
@@ -51,14 +51,13 @@ export function setUpClips(remote) {
       type: "checkbox",
       checked: selection().has(number),
       "aria-label": `Select ${clip.Name}`,
+      onchange: () => {
+        toggle(number, select.checked);
+        showSelection();
+      },
     });
-    select.addEventListener("change", () => {
-      toggle(number, select.checked);
-      showSelection();
-    });
-    const mark = element("button", { type: "button", textContent: "OK", "aria-label": `OK mark of ${clip.Name}` });
+    const mark = element("button", { "aria-label": `OK mark of ${clip.Name}`, onclick: () => markClip(clip, mark) }, "OK");
     mark.ariaPressed = String(clip.OKMark === "Mark");
-    mark.addEventListener("click", () => markClip(clip, mark));
     const box = element("label", { className: "box" }, select);
     const cells = [box, String(number), clip.Name, mark, clip.TC, clip.DateTime.replace(" T", " "), clip.AspectRaotp,
       clip.Edit === "Enable" ? "possible" : "locked"];
@@ -88,7 +87,7 @@ export function setUpClips(remote) {
 
   function showSelection() {
     const number = selection().size;
-    setText(byId("selection-count"), `${number} selected`);
+    setText("selection-count", `${number} selected`);
     for (const made of byId("clip-table").tBodies[0].rows) {
       const selected = selection().has(Number(made.dataset.number));
       made.querySelector("input").checked = selected;
@@ -118,25 +117,25 @@ export function setUpClips(remote) {
       turnTo(0);
     });
   }
-  byId("page-first").addEventListener("click", () => turnTo(0));
-  byId("page-previous").addEventListener("click", () => turnTo(state.page - 1));
-  byId("page-next").addEventListener("click", () => turnTo(state.page + 1));
-  byId("page-last").addEventListener("click", () => turnTo(lastPage()));
-  byId("clips-reload").addEventListener("click", () => read());
-  byId("select-page").addEventListener("click", () => select(state.clips.map((clip) => clip.IndexNo)));
-  byId("select-slot").addEventListener("click", () => select(Array.from({ length: count() }, (_, i) => i + 1)));
-  byId("select-none").addEventListener("click", () => {
+  onClick("page-first", () => turnTo(0));
+  onClick("page-previous", () => turnTo(state.page - 1));
+  onClick("page-next", () => turnTo(state.page + 1));
+  onClick("page-last", () => turnTo(lastPage()));
+  onClick("clips-reload", () => read());
+  onClick("select-page", () => select(state.clips.map((clip) => clip.IndexNo)));
+  onClick("select-slot", () => select(Array.from({ length: count() }, (_, i) => i + 1)));
+  onClick("select-none", () => {
     selection().clear();
     showSelection();
   });
 
   let known;
-  connection.addEventListener("status", ({ detail }) => {
+  connection.on("status", (detail) => {
     upload.showStatus(detail);
-    setText(byId("slot-a-count"), `${detail.SlotA.ClipNum} clips`);
-    setText(byId("slot-b-count"), `${detail.SlotB.ClipNum} clips`);
+    setText("slot-a-count", `${detail.SlotA.ClipNum} clips`);
+    setText("slot-b-count", `${detail.SlotB.ClipNum} clips`);
     // A clip was recorded, or the card has changed.
-    if (state.shown && known !== count()) {
+    if (!byId("clips").hidden && known !== count()) {
       dropMissing();
       read();
     }
@@ -151,11 +150,5 @@ export function setUpClips(remote) {
     }
   }
 
-  return {
-    show: () => {
-      state.shown = true;
-      read();
-    },
-    hide: () => (state.shown = false),
-  };
+  return { show: read };
 }

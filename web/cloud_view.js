@@ -1,7 +1,7 @@
 // The walk through the cloud streaming service: five steps, each possible once the one before it has
 // come to a good end.
 
-import { announce, byId, element, setText } from "./dom.js";
+import { announce, byId, element, onClick, onSubmit, setText } from "./dom.js";
 import { cloudErrorInWords, inWords } from "./words.js";
 
 /// Flags of `SetCldstrmClearStatus`.
@@ -15,23 +15,22 @@ export function setUpCloud({ camera, connection, queue }) {
   /// The event whose stream information the camera has.
   let informed;
 
-  login.addEventListener("submit", (event) => {
-    event.preventDefault();
+  onSubmit(login, () => {
     const { Username, Password, ServerURL } = login.elements;
     forget();
     send(() =>
       camera.setCldstrmLogin({ username: Username.value, password: Password.value, serverURL: ServerURL.value }),
     );
   });
-  byId("cloud-logout").addEventListener("click", () => {
+  onClick("cloud-logout", () => {
     forget();
     send(() => camera.setCldstrmLogout());
   });
-  byId("cloud-events").addEventListener("click", () => {
+  onClick("cloud-events", () => {
     forget();
     send(() => camera.setCldstrmEventListObtain());
   });
-  byId("cloud-info").addEventListener("click", () => {
+  onClick("cloud-info", () => {
     const event = chosen;
     informed = undefined;
     send(async () => {
@@ -39,29 +38,27 @@ export function setUpCloud({ camera, connection, queue }) {
       informed = event;
     });
   });
-  byId("cloud-copy").addEventListener("click", () => {
+  onClick("cloud-copy", () => {
     const event = informed;
-    const server = Number(byId("cloud-server").value);
+    const server = byId("cloud-server").selectedIndex;
     send(async () => {
       await camera.setCldstrmStreamInfoToStrmsrv({ eventID: event, strmsrvID: server });
-      setText(byId("cloud-copied"), `Copied "${events[event]}" to server ${server + 1}, which is in use now.`);
+      setText("cloud-copied", `Copied "${events[event]}" to server ${server + 1}, which is in use now.`);
       announce(byId("cloud-copied").textContent);
     });
   });
-  byId("cloud-clear").addEventListener("click", () => {
+  onClick("cloud-clear", () => {
     forget();
     send(() => camera.setCldstrmClearStatus(CLEAR_ALL));
   });
 
   function send(call) {
-    setText(byId("cloud-copied"), "");
+    setText("cloud-copied", "");
     queue.send("Cloud service", call);
   }
 
   function forget() {
-    events = undefined;
-    chosen = undefined;
-    informed = undefined;
+    events = chosen = informed = undefined;
     showEvents();
   }
 
@@ -76,7 +73,7 @@ export function setUpCloud({ camera, connection, queue }) {
   function showEvents() {
     const list = byId("cloud-event-list");
     if (events === undefined || events.length === 0) {
-      list.replaceChildren(element("p", { textContent: events ? "The service has no events." : "No list yet." }));
+      list.replaceChildren(element("p", {}, events ? "The service has no events." : "No list yet."));
     } else {
       list.replaceChildren(...events.map(eventChoice));
     }
@@ -84,11 +81,11 @@ export function setUpCloud({ camera, connection, queue }) {
   }
 
   function eventChoice(title, number) {
-    const radio = element("input", { type: "radio", name: "cloud-event", value: number });
-    radio.addEventListener("change", () => {
+    const onchange = () => {
       chosen = number;
       enable();
-    });
+    };
+    const radio = element("input", { type: "radio", name: "cloud-event", value: number, onchange });
     return element("label", { className: "choice" }, radio, title);
   }
 
@@ -108,9 +105,9 @@ export function setUpCloud({ camera, connection, queue }) {
     ["cloud-events-state", "GetEventListStatus", "List of events"],
     ["cloud-info-state", "GetStreamInfoStatus", "Stream information"],
   ];
-  let visible = false;
 
   function showStatus({ CloudStreaming }) {
+    const visible = !byId("cloud").hidden;
     for (const [id, step, name] of shown) {
       const state = CloudStreaming[step];
       byId(id).dataset.state = state;
@@ -120,7 +117,7 @@ export function setUpCloud({ camera, connection, queue }) {
       }
     }
     steps = CloudStreaming;
-    setText(byId("cloud-error"), cloudErrorInWords(CloudStreaming.Error));
+    setText("cloud-error", cloudErrorInWords(CloudStreaming.Error));
     byId("cloud-error").hidden = byId("cloud-error").textContent === "";
     if (visible && events === undefined && CloudStreaming.GetEventListStatus === "Finished" && !queue.isBusy("Events")) {
       readEvents();
@@ -128,10 +125,7 @@ export function setUpCloud({ camera, connection, queue }) {
     enable();
   }
 
-  connection.addEventListener("status", ({ detail }) => showStatus(detail));
+  connection.on("status", showStatus);
   forget();
-  return {
-    show: () => (visible = true),
-    hide: () => (visible = false),
-  };
+  return {};
 }

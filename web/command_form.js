@@ -1,6 +1,6 @@
 // A form for any command, made from the API description.
 
-import { element, setText } from "./dom.js";
+import { element, options, setText } from "./dom.js";
 
 /// Parameters beyond this number are folded away.
 const SHOWN = 12;
@@ -30,7 +30,7 @@ export class CommandForm {
     const [path] = Object.values(paths);
     const requests = path.post.requestBody.content["application/json"].schema.oneOf;
     const names = requests.map(({ $ref }) => this.#resolve({ $ref }).properties.Request.properties.Command.const);
-    this.#elements.select.replaceChildren(...names.sort().map((name) => element("option", { textContent: name })));
+    this.#elements.select.replaceChildren(...options(names.sort()));
     this.#showCommand();
   }
 
@@ -86,7 +86,7 @@ export class CommandForm {
     const keys = makeSelect(second.name, []);
     const follow = () => {
       const offered = rows.filter(({ kind }) => kind === kinds.value).flatMap((row) => row.keys);
-      keys.replaceChildren(...offered.map((key) => element("option", { textContent: key })));
+      keys.replaceChildren(...options(offered));
     };
     kinds.addEventListener("change", follow);
     follow();
@@ -117,7 +117,7 @@ function makeField(name, schema, required) {
 }
 
 function makeSelect(name, words) {
-  return element("select", { name }, ...words.map((word) => element("option", { textContent: word, value: word })));
+  return element("select", { name }, ...options(words));
 }
 
 function replaceField(parameter, field) {
@@ -126,5 +126,5 @@ function replaceField(parameter, field) {
 }
 
 function fold(title, contents) {
-  return element("details", {}, element("summary", { textContent: title }), ...contents);
+  return element("details", {}, element("summary", {}, title), ...contents);
 }

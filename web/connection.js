@@ -47,17 +47,21 @@ export class Connection extends EventTarget {
   /// Begins to poll. A `sessionId` that the camera's client has already is tried as soon as the
   /// camera answers.
   start() {
-    this.#polls.tally = this.#camera.poll((options) => this.#camera.heartbeatConfirmation(options), {
-      interval: TALLY_INTERVAL,
-      maxInterval: LONGEST_INTERVAL,
-      onResult: (data) => this.#takeTally(data),
-      onError: (error) => this.#fail(error),
-    });
+    this.#polls.tally = this.#poll(
+      TALLY_INTERVAL,
+      (options) => this.#camera.heartbeatConfirmation(options),
+      (data) => this.#takeTally(data),
+    );
     setInterval(() => this.#showState(), TALLY_INTERVAL);
     if (!this.#camera.sessionId) {
       this.#emit("session", "none");
     }
     this.#followVisibility();
+  }
+
+  /// Calls a listener with the detail of each event of a type.
+  on(type, listener) {
+    this.addEventListener(type, ({ detail }) => listener(detail));
   }
 
   /// The last status that the camera has reported.
@@ -108,12 +112,11 @@ export class Connection extends EventTarget {
   #startSession() {
     this.#stopSession();
     this.#emit("session", "valid");
-    this.#polls.status = this.#camera.poll((options) => this.#readStatus(options), {
-      interval: STATUS_INTERVAL,
-      maxInterval: LONGEST_INTERVAL,
-      onResult: (data) => this.#takeStatus(data),
-      onError: (error) => this.#fail(error),
-    });
+    this.#polls.status = this.#poll(
+      STATUS_INTERVAL,
+      (options) => this.#readStatus(options),
+      (data) => this.#takeStatus(data),
+    );
     // Goes on while the page is hidden: an operator who looks elsewhere stays logged in.
     this.#polls.renewal = this.#camera.poll(
       (options) => this.#camera.sessionRenewal({ update: 1 }, options),
@@ -123,6 +126,11 @@ export class Connection extends EventTarget {
       },
     );
     this.#followVisibility();
+  }
+
+  #poll(interval, call, onResult) {
+    const onError = (error) => this.#fail(error);
+    return this.#camera.poll(call, { interval, maxInterval: LONGEST_INTERVAL, onResult, onError });
   }
 
   async #tryStoredSession() {

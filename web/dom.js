@@ -3,7 +3,18 @@
 
 export const byId = (id) => document.getElementById(id);
 
-/// Makes an element. Properties are set as such, those with a hyphen as attributes.
+/// Calls `action` when the button with this id is pressed.
+export const onClick = (id, action) => byId(id).addEventListener("click", action);
+
+/// Calls `action` instead of sending a form to the server.
+export function onSubmit(form, action) {
+  form.addEventListener("submit", (event) => {
+    event.preventDefault();
+    action();
+  });
+}
+
+/// Makes an element. Properties, such as `onclick`, are set as such, those with a hyphen as attributes.
 export function element(name, properties = {}, ...children) {
   const made = document.createElement(name);
   for (const [key, value] of Object.entries(properties)) {
@@ -17,10 +28,15 @@ export function element(name, properties = {}, ...children) {
   return made;
 }
 
+/// Makes choices for a `<select>`.
+export const options = (names) => names.map((name) => element("option", {}, name));
+
 /// Sets a text if it differs, so that nothing is announced or laid out again without need.
+/// @param target  an element or its id
 export function setText(target, text) {
-  if (target.textContent !== text) {
-    target.textContent = text;
+  const shown = typeof target === "string" ? byId(target) : target;
+  if (shown.textContent !== text) {
+    shown.textContent = text;
   }
 }
 
@@ -28,7 +44,7 @@ export function setText(target, text) {
 export function setFacts(list, facts) {
   list.replaceChildren(
     ...Object.entries(facts).map(([term, value]) =>
-      element("div", {}, element("dt", { textContent: term }), element("dd", { textContent: value })),
+      element("div", {}, element("dt", {}, term), element("dd", {}, value)),
     ),
   );
 }
@@ -38,7 +54,7 @@ export function setFacts(list, facts) {
 export function setList(list, texts) {
   const before = [...list.children].map((item) => item.textContent);
   if (before.join("\n") !== texts.join("\n")) {
-    list.replaceChildren(...texts.map((text) => element("li", { textContent: text })));
+    list.replaceChildren(...texts.map((text) => element("li", {}, text)));
   }
   return texts.filter((text) => !before.includes(text));
 }
@@ -54,12 +70,12 @@ let timer;
 
 /// Tells screen readers of a change that others see.
 export function announce(text) {
-  setText(byId("announcement"), text);
+  setText("announcement", text);
 }
 
 /// Shows an error for a while.
 export function complain(text) {
-  setText(byId("message"), text);
+  setText("message", text);
   clearTimeout(timer);
-  timer = setTimeout(() => setText(byId("message"), ""), SHOWN_FOR);
+  timer = setTimeout(() => setText("message", ""), SHOWN_FOR);
 }

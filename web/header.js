@@ -1,6 +1,6 @@
 // The header and the strip below it: which camera this is, how it is reached, what is on air.
 
-import { announce, byId, complain, setList, setText, valueAt } from "./dom.js";
+import { announce, byId, complain, onClick, setList, setText, valueAt } from "./dom.js";
 import { errorInWords } from "./words.js";
 
 const LOOK_KEY = "look";
@@ -17,19 +17,19 @@ const BATTERY_LOW = 10;
 
 export function setUpHeader({ camera, connection, simulator }) {
   setUpLook(byId("look"));
-  connection.addEventListener("state", ({ detail }) => showState(detail));
-  connection.addEventListener("latency", ({ detail }) => setText(byId("latency"), `${Math.round(detail)} ms`));
-  connection.addEventListener("tally", ({ detail }) => showTally(detail));
-  connection.addEventListener("status", ({ detail }) => showStatus(detail));
-  connection.addEventListener("session", ({ detail }) => {
+  connection.on("state", showState);
+  connection.on("latency", (detail) => setText("latency", `${Math.round(detail)} ms`));
+  connection.on("tally", showTally);
+  connection.on("status", showStatus);
+  connection.on("session", (detail) => {
     byId("session").dataset.state = detail;
-    setText(byId("session"), SESSION_TEXTS[detail]);
+    setText("session", SESSION_TEXTS[detail]);
     byId("log-out").disabled = detail !== "valid";
     if (detail === "valid") {
       showIdentity(camera);
     }
   });
-  byId("log-out").addEventListener("click", () =>
+  onClick("log-out", () =>
     connection.logOut().catch((error) => complain(`Log out: ${errorInWords(error)}`)),
   );
   simulator.answers().then((answers) => (byId("simulated").hidden = !answers));
@@ -38,8 +38,8 @@ export function setUpHeader({ camera, connection, simulator }) {
 async function showIdentity(camera) {
   const info = await camera.getSystemInfo().catch(() => undefined);
   if (info) {
-    setText(byId("model"), info.Model);
-    setText(byId("serial"), info.Serial);
+    setText("model", info.Model);
+    setText("serial", info.Serial);
   }
 }
 
@@ -59,7 +59,7 @@ function showState({ state, text }) {
 
 function showTally(word) {
   document.body.dataset.tally = word.toLowerCase();
-  setText(byId("tally"), word);
+  setText("tally", word);
   announce(TALLY_TEXTS[word] ?? word);
 }
 

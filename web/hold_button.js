@@ -16,24 +16,25 @@ export class HoldButton {
   constructor(button, { run, stop, page = { window, document } }) {
     this.#button = button;
     this.#actions = { run, stop };
+    const release = () => this.release();
     const events = {
       pointerdown: (event) => this.#pressPointer(event),
       pointermove: (event) => this.#movePointer(event),
-      pointerup: () => this.release(),
-      pointercancel: () => this.release(),
-      lostpointercapture: () => this.release(),
+      pointerup: release,
+      pointercancel: release,
+      lostpointercapture: release,
       keydown: (event) => this.#pressKey(event),
       keyup: (event) => this.#releaseKey(event),
-      blur: () => this.release(),
+      blur: release,
       // A long touch would open a menu over the button and swallow the end of the touch.
       contextmenu: (event) => event.preventDefault(),
     };
     for (const [type, listener] of Object.entries(events)) {
       button.addEventListener(type, listener);
     }
-    page.window.addEventListener("blur", () => this.release());
-    page.window.addEventListener("pagehide", () => this.release());
-    page.document.addEventListener("visibilitychange", () => this.release());
+    page.window.addEventListener("blur", release);
+    page.window.addEventListener("pagehide", release);
+    page.document.addEventListener("visibilitychange", release);
   }
 
   /// Lets go. A button that becomes disabled gets no event that would tell, so its owner calls this.

@@ -1,6 +1,6 @@
 // The login dialog. The page keeps the session id for as long as its tab is open.
 
-import { byId, setText } from "./dom.js";
+import { byId, onClick, onSubmit, setText } from "./dom.js";
 import { SessionError } from "./camera_client.js";
 import { errorInWords } from "./words.js";
 
@@ -24,23 +24,22 @@ export function setUpLogin({ camera, connection, simulator }) {
     } catch (error) {
       const reason =
         error instanceof SessionError ? "The camera does not know this session id." : errorInWords(error);
-      setText(byId("login-reason"), reason);
+      setText("login-reason", reason);
     }
   }
 
-  byId("login-form").addEventListener("submit", (event) => {
-    event.preventDefault();
+  onSubmit(byId("login-form"), () => {
     logIn(() => field.value.trim());
   });
-  byId("simulator-login").addEventListener("click", () => logIn(() => simulator.logIn()));
-  byId("open-login").addEventListener("click", () => dialog.showModal());
-  connection.addEventListener("session", ({ detail }) => {
+  onClick("simulator-login", () => logIn(() => simulator.logIn()));
+  onClick("open-login", () => dialog.showModal());
+  connection.on("session", (detail) => {
     byId("open-login").hidden = detail === "valid";
     if (detail === "valid") {
       return;
     }
     sessionStorage.removeItem(KEY);
-    setText(byId("login-reason"), REASONS[detail]);
+    setText("login-reason", REASONS[detail]);
     if (!dialog.open) {
       dialog.showModal();
     }

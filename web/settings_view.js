@@ -1,6 +1,6 @@
 // The view of the camera's time, system information and position.
 
-import { byId, setFacts, setText } from "./dom.js";
+import { byId, onClick, onSubmit, setFacts, setText } from "./dom.js";
 
 const NTP_STATES = {
   Master: "the camera is the master",
@@ -15,7 +15,7 @@ export function setUpSettings({ camera, queue, attempt }) {
   async function readTime() {
     const time = await attempt("Time settings", () => camera.getNTPStatus());
     if (time) {
-      setText(byId("ntp-status"), NTP_STATES[time.Status] ?? "unknown");
+      setText("ntp-status", NTP_STATES[time.Status] ?? "unknown");
       fields.Address.value = time.Address;
       fields.TcSync.checked = time.TcSync === "On";
     }
@@ -40,8 +40,7 @@ export function setUpSettings({ camera, queue, attempt }) {
     }
   }
 
-  form.addEventListener("submit", (event) => {
-    event.preventDefault();
+  onSubmit(form, () => {
     const address = fields.Address.value;
     const tcSync = fields.TcSync.checked ? "On" : "Off";
     queue.send("Time settings", async () => {
@@ -50,8 +49,8 @@ export function setUpSettings({ camera, queue, attempt }) {
       await readTime();
     });
   });
-  byId("gps-read").addEventListener("click", readPosition);
-  byId("resume").addEventListener("click", () =>
+  onClick("gps-read", readPosition);
+  onClick("resume", () =>
     queue.send("Resume", () => camera.systemRequest({ request: "Resume" })),
   );
 

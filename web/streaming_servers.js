@@ -1,7 +1,7 @@
 // The four streaming servers: their names, transports and settings, and which one is in use.
 
 import { methodName } from "./camera_client.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onClick, onSubmit, options, setText } from "./dom.js";
 
 const ADDRESS = { name: "DstAddress", label: "Address", longest: 129 };
 const PORT = { name: "DstPort", label: "Port", largest: 65535 };
@@ -48,11 +48,11 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
   let current;
   let edited = 0;
 
-  transport.append(...Object.keys(TRANSPORTS).map((name) => element("option", { textContent: name })));
+  transport.append(...options(Object.keys(TRANSPORTS)));
   const choices = Array.from({ length: SERVERS }, (_, id) => {
-    const text = element("span", { textContent: `Server ${id + 1}` });
-    const radio = element("input", { type: "radio", name: "server", value: id, checked: id === edited });
-    radio.addEventListener("change", () => edit(id));
+    const text = element("span", {}, `Server ${id + 1}`);
+    const onchange = () => edit(id);
+    const radio = element("input", { type: "radio", name: "server", value: id, checked: id === edited, onchange });
     byId("server-choice").append(element("label", { className: "choice" }, radio, text));
     return text;
   });
@@ -75,7 +75,7 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
       const name = Alias === NEVER_SET || !Alias ? "not set" : `${Alias}, ${Type}`;
       setText(text, `Server ${id + 1}: ${name}${id === current ? " (in use)" : ""}`);
     });
-    setText(byId("current-server"), servers[current] ? choices[current].textContent : `number ${current}`);
+    setText("current-server", servers[current] ? choices[current].textContent : `number ${current}`);
   }
 
   function edit(id) {
@@ -105,8 +105,7 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
   }
 
   transport.addEventListener("change", showFields);
-  form.addEventListener("submit", (event) => {
-    event.preventDefault();
+  onSubmit(form, () => {
     const method = `setStreamingServerSettings${transport.value}`;
     const values = settings();
     queue.send("Streaming server", async () => {
@@ -114,7 +113,7 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
       await read();
     });
   });
-  byId("use-server").addEventListener("click", () => {
+  onClick("use-server", () => {
     const id = edited;
     queue.send("Streaming server", async () => {
       await camera.setCurrentStreamingServerID({ id });

@@ -1,6 +1,6 @@
 // The view of streaming: format, servers, start and stop, return audio.
 
-import { byId, element, setText } from "./dom.js";
+import { byId, onClick, onSubmit, options, setText } from "./dom.js";
 import { setUpServers } from "./streaming_servers.js";
 
 /// The types of the bit-rate tables, and those that belong to a server's transport.
@@ -28,14 +28,14 @@ export function setUpStreaming(remote) {
 }
 
 function setUpControl({ camera, queue }) {
-  const note = (text) => setText(byId("stream-note"), `${text} at ${new Date().toLocaleTimeString()}.`);
-  byId("stream-start").addEventListener("click", () =>
+  const note = (text) => setText("stream-note", `${text} at ${new Date().toLocaleTimeString()}.`);
+  onClick("stream-start", () =>
     queue.send("Streaming", async () => {
       await camera.setStreamingCtrl({ streaming: "On" });
       note("Started");
     }),
   );
-  byId("stream-stop").addEventListener("click", () =>
+  onClick("stream-stop", () =>
     queue.stop("Streaming", async (options) => {
       await camera.setStreamingCtrl({ streaming: "Off" }, options);
       note("Stopped");
@@ -54,11 +54,13 @@ function setUpFormat({ camera, queue, attempt }) {
   };
   setOptions(fields.type, Object.values(TYPES).flat());
 
+  const chosen = () => Object.fromEntries(Object.entries(fields).map(([name, { value }]) => [name, value]));
+
   async function read() {
     await attempt("Streaming format", async () => {
       const stored = await camera.getStreamingSettings();
       setText(
-        byId("format-stored"),
+        "format-stored",
         `Stored: ${stored.Resolution || "?"}, ${stored.Framerate || "?"}, ${stored.Bitrate || "no bit rate"}`,
       );
       const { AvailableResolution } = await camera.availableStreamingResolutionSettings();
@@ -79,23 +81,21 @@ function setUpFormat({ camera, queue, attempt }) {
   }
 
   async function readBitrates(wanted) {
-    const [type, resolution, framerate] = ["type", "resolution", "framerate"].map((key) => fields[key].value);
+    const { type, resolution, framerate } = chosen();
     const rates = framerate
       ? (await camera.availableStreamingBitrateSettings({ type, resolution, framerate })).AvailableBitrate
       : {};
     setOptions(fields.bitrate, available(rates), wanted.Bitrate);
   }
 
-  const chosen = () => ({ Framerate: fields.framerate.value, Bitrate: fields.bitrate.value });
-  const follow = (readNext) => () => attempt("Streaming format", () => readNext(chosen()));
+  /// Whatever was chosen for the fields that follow stays, if it is available.
+  const follow = (readNext) => () =>
+    attempt("Streaming format", () => readNext({ Framerate: fields.framerate.value, Bitrate: fields.bitrate.value }));
   fields.resolution.addEventListener("change", follow(readFramerates));
   fields.framerate.addEventListener("change", follow(readBitrates));
   fields.type.addEventListener("change", follow(readBitrates));
-  byId("format-form").addEventListener("submit", (event) => {
-    event.preventDefault();
-    const { value: resolution } = fields.resolution;
-    const { value: framerate } = fields.framerate;
-    const { value: bitrate } = fields.bitrate;
+  onSubmit(byId("format-form"), () => {
+    const { resolution, framerate, bitrate } = chosen();
     queue.send("Streaming format", async () => {
       await camera.setStreamingSettings({ resolution, bitrate });
       await camera.setStreamingFramerate({ framerate });
@@ -118,7 +118,7 @@ function setUpFormat({ camera, queue, attempt }) {
 const available = (flags) => Object.keys(flags).filter((name) => flags[name] !== 0);
 
 function setOptions(select, names, wanted) {
-  select.replaceChildren(...names.map((name) => element("option", { textContent: name })));
+  select.replaceChildren(...options(names));
   if (names.includes(wanted)) {
     select.value = wanted;
   }
@@ -132,14 +132,13 @@ function setUpReturnAudio({ camera, queue, attempt }) {
     const settings = await attempt("Return audio", () => camera.getIFBSettings());
     if (settings) {
       fields.Function.checked = settings.Function === "Enable";
-      fields.Address.value = settings.Address;
-      fields.Port.value = settings.Port;
-      fields.Mountpoint.value = settings.Mountpoint;
+      for (const name of ["Address", "Port", "Mountpoint"]) {
+        fields[name].value = settings[name];
+      }
     }
   }
 
-  form.addEventListener("submit", (event) => {
-    event.preventDefault();
+  onSubmit(form, () => {
     const settings = {
       function: fields.Function.checked ? "Enable" : "Disable",
       address: fields.Address.value,
@@ -151,10 +150,10 @@ function setUpReturnAudio({ camera, queue, attempt }) {
       await read();
     });
   });
-  byId("ifb-start").addEventListener("click", () =>
+  onClick("ifb-start", () =>
     queue.send("Return audio", () => camera.setIFBCtrl({ streaming: "Start" })),
   );
-  byId("ifb-stop").addEventListener("click", () =>
+  onClick("ifb-stop", () =>
     queue.stop("Return audio", (options) => camera.setIFBCtrl({ streaming: "Stop" }, options)),
   );
   return { read };

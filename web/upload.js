@@ -1,6 +1,6 @@
 // The upload of clips to an FTP server: what is sent, how far it is, and the camera's questions.
 
-import { announce, byId, setText } from "./dom.js";
+import { announce, byId, onClick, setText } from "./dom.js";
 import { inWords } from "./words.js";
 
 /// Slots are numbers here.
@@ -18,21 +18,21 @@ export function setUpUpload({ camera, queue, attempt }, clips) {
   const server = byId("upload-server");
   const start = (call) => queue.send("Upload", call);
 
-  byId("upload-selected").addEventListener("click", () => {
-    const method = `setWebFtp${server.value}Upload${clips.slot()}Select`;
+  onClick("upload-selected", () => {
+    const method = `setWebFtp${server.selectedIndex + 1}Upload${clips.slot()}Select`;
     start(() => camera[method]({ clips: clips.selected() }));
   });
-  byId("upload-marked").addEventListener("click", () =>
+  onClick("upload-marked", () =>
     start(() => camera.setWebFtpUploadOkMarked(serverAndSlot())),
   );
-  byId("upload-all").addEventListener("click", () => start(() => camera.setWebFtpUploadAll(serverAndSlot())));
+  onClick("upload-all", () => start(() => camera.setWebFtpUploadAll(serverAndSlot())));
   const answer = (response) => attempt("Answer", () => camera.webFtpOperateResponse({ response }));
-  byId("upload-yes").addEventListener("click", () => answer(YES));
-  byId("upload-no").addEventListener("click", () => answer(NO));
+  onClick("upload-yes", () => answer(YES));
+  onClick("upload-no", () => answer(NO));
 
   /// Servers are counted from 0 here.
   function serverAndSlot() {
-    return { server: Number(server.value) - 1, slot: SLOT_NUMBERS[clips.slot()] };
+    return { server: server.selectedIndex, slot: SLOT_NUMBERS[clips.slot()] };
   }
 
   let selected = 0;
@@ -46,14 +46,14 @@ export function setUpUpload({ camera, queue, attempt }, clips) {
   return {
     showSelected: (number) => {
       selected = number;
-      setText(byId("upload-selected"), number === 0 ? "Upload selected" : `Upload ${number} selected`);
+      setText("upload-selected", number === 0 ? "Upload selected" : `Upload ${number} selected`);
       enable();
     },
     showStatus: ({ Ftp }) => {
       busy = Ftp.Phase1 !== "OFF";
       enable();
-      setText(byId("upload-phase"), inWords(Ftp.Phase1));
-      setText(byId("upload-detail"), detailText(Ftp));
+      setText("upload-phase", inWords(Ftp.Phase1));
+      setText("upload-detail", detailText(Ftp));
       byId("upload-progress").value = Ftp.Percent;
       byId("upload-progress").hidden = !busy;
       showQuestion(Ftp);
@@ -82,7 +82,7 @@ function showQuestion({ Phase1, Message }) {
   const box = byId("upload-question");
   box.hidden = question === undefined;
   if (question !== undefined) {
-    setText(byId("upload-question-title"), question);
-    setText(byId("upload-question-text"), Message);
+    setText("upload-question-title", question);
+    setText("upload-question-text", Message);
   }
 }

@@ -59,8 +59,8 @@ const clamp = (value) => Math.max(-1, Math.min(1, value));
 
 function drawCharacters({ Disptv, TC, Iris, Shutter, Gain, Whb, ZoomDisplayValue, Status }) {
   const shown = (text) => (Disptv === "On" ? text : "");
-  setText(byId("vf-timecode"), shown(TC));
-  setText(byId("vf-exposure"), shown(`${Iris.Letter} ${Shutter.Letter} ${Gain.Letter} ${Whb.Letter} Z${ZoomDisplayValue}`));
-  setText(byId("vf-recording"), Status === "Rec" ? "● REC" : shown(Status.toUpperCase()));
+  setText("vf-timecode", shown(TC));
+  setText("vf-exposure", shown(`${Iris.Letter} ${Shutter.Letter} ${Gain.Letter} ${Whb.Letter} Z${ZoomDisplayValue}`));
+  setText("vf-recording", Status === "Rec" ? "● REC" : shown(Status.toUpperCase()));
   set("vf-recording", { fill: Status === "Rec" ? "#ff5a60" : "#fff" });
 }

@@ -6,8 +6,8 @@ import { byId } from "./dom.js";
 /// the order of the permissions in its reply.
 const PAGES = { camera: 3, clips: 1, streaming: 4, cloud: 4, settings: 4, api: 2 };
 
-/// @param views  for each section's id an object with `show` and `hide`, both optional; `show` is
-///               called when the view appears and when a session begins while it is shown
+/// @param views  for each section's id an object with an optional `show`, which is called when the
+///               view appears and when a session begins while it is shown
 export function setUpViews({ camera, connection }, views) {
   const links = new Map(
     [...document.querySelectorAll("nav.views a")].map((link) => [link.hash.slice(1), link]),
@@ -28,7 +28,6 @@ export function setUpViews({ camera, connection }, views) {
     if (name === shown) {
       return;
     }
-    views[shown]?.hide?.();
     shown = name;
     for (const [id, link] of links) {
       byId(id).hidden = id !== name;
@@ -43,6 +42,6 @@ export function setUpViews({ camera, connection }, views) {
   }
 
   addEventListener("hashchange", () => route(true));
-  connection.addEventListener("session", begin);
+  connection.on("session", begin);
   route(false);
 }

@@ -1,11 +1,6 @@
 // The camera's words in those of its operator, and errors in words.
 
-import {
-  CameraUnreachable,
-  DisableError,
-  InvalidReply,
-  RequestedError,
-} from "./camera_client.js";
+import { CameraUnreachable, DisableError, InvalidReply, RequestedError } from "./camera_client.js";
 
 /// Words that need more than lower case.
 const WORDS = {
