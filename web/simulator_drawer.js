@@ -1,7 +1,7 @@
 // What only the simulated camera offers: its viewfinder, scenes, faults and clock.
 
 import { COMMANDS } from "./camera_client.js";
-import { byId, complain, element, setList } from "./dom.js";
+import { byId, complain, element, onClick, onSubmit, options, setList, setText } from "./dom.js";
 import { drawViewfinder } from "./viewfinder.js";
 
 const STATE_INTERVAL = 1000;
@@ -14,10 +14,13 @@ const FAULTS_OF_DAEMONS = [
 const FAULTS_AROUND = [
   "no_status_block", "short_status_block", "settings_read_only", "disk_full", "no_session", "no_log",
 ];
-const DAEMONS = ["quonta_cp", "streaming"];
 
-/// What a fault needs beside its name.
-const VALUES = { slow: "ms", short: "bytes", result: "code" };
+/// The number that a fault needs: its name for the simulator and for the operator.
+const NUMBERS = {
+  slow: { name: "ms", label: "Milliseconds", value: 3000, max: 60_000 },
+  short: { name: "bytes", label: "Bytes of the reply", value: 4, max: 65_535 },
+  result: { name: "code", label: "Result code", value: 1, max: 255 },
+};
 
 export async function setUpSimulator(remote) {
   const { connection, simulator } = remote;
@@ -31,8 +34,8 @@ export async function setUpSimulator(remote) {
   let timer;
 
   const draw = () => !drawer.hidden && connection.status && drawViewfinder(connection.status, tally);
-  connection.addEventListener("status", draw);
-  connection.addEventListener("tally", ({ detail }) => {
+  connection.on("status", draw);
+  connection.on("tally", (detail) => {
     tally = detail;
     draw();
   });
@@ -58,7 +61,7 @@ export async function setUpSimulator(remote) {
     }
   }
 
-  toggle.addEventListener("click", () => {
+  onClick("simulator-toggle", () => {
     drawer.hidden = !drawer.hidden;
     toggle.ariaExpanded = String(!drawer.hidden);
     draw();
@@ -72,46 +75,57 @@ export async function setUpSimulator(remote) {
 
 async function setUpScenes(simulator, act) {
   const scenes = await simulator.scenes();
-  byId("scene").append(...scenes.map((name) => element("option", { textContent: name })));
-  byId("load-scene").addEventListener("click", () => act("Scene", () => simulator.reset(byId("scene").value)));
-  byId("reset-simulator").addEventListener("click", () => act("Reset", () => simulator.reset()));
+  byId("scene").append(...options(scenes));
+  onClick("load-scene", () => act("Scene", () => simulator.reset(byId("scene").value)));
+  onClick("reset-simulator", () => act("Reset", () => simulator.reset()));
 }
 
+/// The fields of the form are named as the members of a fault. A disabled one is not sent.
 function setUpFaults(simulator, act) {
   const form = byId("fault-form");
-  const options = (group, names, prefix = "") =>
-    element("optgroup", { label: group }, ...names.map((name) => element("option", { textContent: name, value: prefix + name })));
-  byId("fault").append(options("Of a daemon", FAULTS_OF_DAEMONS), options("Around the handler", FAULTS_AROUND));
-  byId("fault-where").append(
-    element("option", { textContent: "everywhere", value: "" }),
-    options("Daemon", DAEMONS, "daemon "),
-    options("Command", COMMANDS.map(({ name }) => name).sort(), "command "),
-  );
-  form.addEventListener("submit", (event) => {
-    event.preventDefault();
-    const { fault, where, value, count } = form.elements;
-    const [member, name] = where.value.split(" ");
-    act("Fault", () =>
-      simulator.addFault({
-        fault: fault.value,
-        ...(name && { [member]: name }),
-        ...(VALUES[fault.value] && { [VALUES[fault.value]]: value.valueAsNumber }),
-        ...(count.value && { count: count.valueAsNumber }),
-      }),
-    );
+  const { fault, daemon, command } = form.elements;
+  const number = byId("fault-number");
+  const group = (label, names) => element("optgroup", { label }, ...options(names));
+  fault.append(group("Of a daemon", FAULTS_OF_DAEMONS), group("Around the handler", FAULTS_AROUND));
+  command.append(...options(COMMANDS.map(({ name }) => name).sort()));
+
+  function showFields() {
+    enable(daemon, FAULTS_OF_DAEMONS.includes(fault.value));
+    const { label = "", ...field } = NUMBERS[fault.value] ?? {};
+    enable(number, label !== "");
+    setText("fault-number-label", label);
+    Object.assign(number, field);
+  }
+
+  fault.addEventListener("change", showFields);
+  showFields();
+  onSubmit(form, () => {
+    const fields = [...form.elements].filter(({ name, disabled, value }) => name && !disabled && value !== "");
+    const members = fields.map(({ name, type, value }) => [name, type === "number" ? Number(value) : value]);
+    act("Fault", () => simulator.addFault(Object.fromEntries(members)));
   });
-  byId("clear-faults").addEventListener("click", () => act("Faults", () => simulator.clearFaults()));
+  onClick("clear-faults", () => act("Faults", () => simulator.clearFaults()));
+}
+
+/// Shows or hides a field with its label.
+function enable(field, isUsed) {
+  field.disabled = !isUsed;
+  field.parentElement.hidden = !isUsed;
 }
 
 function showFaults(faults) {
-  setList(byId("faults"), faults.map(({ id, ...fault }) => Object.values(fault).join(" ")));
+  setList(
+    byId("faults"),
+    faults.map(({ id, fault, ...members }) =>
+      [fault, ...Object.entries(members).map(([name, value]) => `${name} ${value}`)].join(", "),
+    ),
+  );
 }
 
 function setUpClock(simulator, act) {
-  const pause = byId("clock-pause");
   const set = (change) => act("Clock", () => simulator.setClock(change));
-  pause.addEventListener("click", () => set({ paused: pause.ariaPressed !== "true" }));
-  byId("clock-step").addEventListener("click", () => set({ step_ms: MINUTE }));
+  onClick("clock-pause", ({ target }) => set({ paused: target.ariaPressed !== "true" }));
+  onClick("clock-step", () => set({ step_ms: MINUTE }));
   byId("clock-speed").addEventListener("change", (event) => set({ speed: Number(event.target.value) }));
 }
 

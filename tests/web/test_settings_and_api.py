@@ -3,6 +3,8 @@
 import json
 import pathlib
 
+import pytest
+
 from tests.web.support.page import eventually
 
 API = pathlib.Path(__file__).parents[2] / "api" / "openapi.json"
@@ -104,3 +106,64 @@ def test_the_simulator_drawer(page):
     page.choose("Scene", "field")
     page.press("Load scene", within=drawer)
     eventually(lambda: page.state()["battery"]["level"] == 1)
+
+
+# What is entered for a fault, and the fault that the camera has then: of sockets, of replies with
+# and without a number, and around the handler. None of them is met by what the page polls.
+FAULTS = [
+    ({"Fault": "absent", "Daemon": "quonta_cp", "Command": "SetZoomCtrl"}, {},
+     {"fault": "absent", "daemon": "quonta_cp", "command": "SetZoomCtrl"}),
+    ({"Fault": "silent", "Daemon": "streaming"}, {}, {"fault": "silent", "daemon": "streaming"}),
+    ({"Fault": "slow", "Command": "SetZoomCtrl"}, {"Milliseconds": 60000},
+     {"fault": "slow", "command": "SetZoomCtrl", "ms": 60000}),
+    ({"Fault": "short", "Command": "SetZoomCtrl"}, {"Bytes of the reply": 0, "Requests": 3},
+     {"fault": "short", "command": "SetZoomCtrl", "bytes": 0, "count": 3}),
+    ({"Fault": "result", "Command": "SetZoomCtrl"}, {"Result code": 255},
+     {"fault": "result", "command": "SetZoomCtrl", "code": 255}),
+    ({"Fault": "disk_full", "Command": "SetNTPServer"}, {"Requests": 1},
+     {"fault": "disk_full", "command": "SetNTPServer", "count": 1}),
+    ({"Fault": "no_log"}, {}, {"fault": "no_log"}),
+]
+
+
+@pytest.fixture
+def drawer(page):
+    page.press("Simulator")
+    eventually(lambda: page.find("complementary", "Simulated camera"))
+    return page
+
+
+def faults(page):
+    return [{name: value for name, value in fault.items() if name != "id"}
+            for fault in page.world.simulator("GET", "faults")[1]]
+
+
+def test_each_kind_of_fault_takes_its_own_fields(drawer):
+    page = drawer
+    for words, numbers, expected in FAULTS:
+        for field, option in {"Command": "any", **words}.items():
+            page.choose(field, option)
+        for field, number in {"Requests": "", **numbers}.items():
+            page.fill(field, str(number), "spinbutton")
+        is_of_daemon = expected["fault"] not in ("disk_full", "no_log")
+        assert len(page.find_all("combobox", "Daemon")) == int(is_of_daemon), expected
+        shown = {"Milliseconds", "Bytes of the reply", "Result code"} & {
+            field.accessible_name for field in page.find_all("spinbutton")}
+        assert shown == numbers.keys() - {"Requests"}, expected
+        page.press("Add fault")
+        eventually(lambda: faults(page) == [expected], f"the fault {expected}")
+        eventually(lambda: expected["fault"] in page.text_of("#faults"))
+        page.clear_faults()
+        if is_of_daemon:
+            page.choose("Daemon", "any")
+
+
+def test_a_fault_that_cannot_be_met_is_refused_in_words(drawer):
+    page = drawer
+    page.allow_errors("400")
+    page.choose("Fault", "silent")
+    page.choose("Command", "GetSystemInfo")
+    page.press("Add fault")
+    eventually(lambda: page.message() ==
+               'Fault: command: "GetSystemInfo" does not talk to any daemon')
+    assert faults(page) == []
