@@ -137,27 +137,47 @@ def test_the_zoom_slider_moves_the_zoom_and_follows_it(page):
     eventually(lambda: slider.get_property("value") == "700")
 
 
-@pytest.mark.parametrize("name, position, member", [
-    ("Focus bar", 300, lambda state: state["focus"]["position"] == 300),
-    ("Iris bar", 999, lambda state: state["iris"]["stop"] == "CLOSE"),
-    ("Red paint", 12, lambda state: state["white_balance"]["paint_red"] == 12),
-    ("Blue paint", -7, lambda state: state["white_balance"]["paint_blue"] == -7),
+# Positions below zero are sent as numbers of 16 bits.
+@pytest.mark.parametrize("name, position, sent, member", [
+    ("Focus bar", 300, 300, lambda state: state["focus"]["position"] == 300),
+    ("Iris bar", 999, 999, lambda state: state["iris"]["stop"] == "CLOSE"),
+    ("Red paint", 12, 12, lambda state: state["white_balance"]["paint_red"] == 12),
+    ("Blue paint", -7, 65529, lambda state: state["white_balance"]["paint_blue"] == -7),
+    ("Red paint", -32, 65504, lambda state: state["white_balance"]["paint_red"] == -32),
 ])
-def test_a_bar_moves_its_value(page, name, position, member):
+def test_a_bar_moves_its_value(page, name, position, sent, member):
     page.slide(name, position)
     eventually(lambda: member(page.state()))
+    params = page.journal("SetWebSliderEvent")[-1]["request"]["Request"]["Params"]
+    assert params["Position"] == sent
 
 
 def test_the_paint_pad_sets_red_and_blue_and_shows_them(page):
+    def field_position():
+        entries = page.journal("SetWebXYFieldEvent")
+        params = entries[-1]["request"]["Request"]["Params"] if entries else {}
+        return params.get("XPosition"), params.get("YPosition")
+
+    def paint():
+        white = page.state()["white_balance"]
+        return white["paint_red"], white["paint_blue"]
+
     pad = page.browser.find_element("id", "paint-pad")
     page.browser.execute_script("arguments[0].scrollIntoView({block: 'center'})", pad)
     page.point("mousePressed", pad, right=0.75, down=0.25)
+    # Red grows to the right, blue upwards. The field runs from 0 to 64, the paint from -32 to 32.
+    eventually(lambda: (field_position(), paint()) == ((48, 48), (16, 16)))
+    page.drag(pad, right=-0.5, down=-0.5)
+    eventually(lambda: (field_position(), paint()) == ((0, 64), (-32, 32)))
+    page.drag(pad, right=0.5, down=0.5)
+    eventually(lambda: (field_position(), paint()) == ((32, 32), (0, 0)))
+    page.drag(pad, right=1.5, down=0.75)
+    eventually(lambda: (field_position(), paint()) == ((64, 16), (32, -16)))
     page.release(pad)
-    # Three quarters of the way from -32 to 32.
-    eventually(lambda: abs(page.state()["white_balance"]["paint_red"] - 16) <= 1)
-    assert abs(page.state()["white_balance"]["paint_blue"] - 16) <= 1
-    eventually(lambda: page.find("slider", "Red paint").get_property("value") ==
-               str(page.state()["white_balance"]["paint_red"]))
+    for name, value in {"Red paint": 32, "Blue paint": -16}.items():
+        slider = page.find("slider", name)
+        eventually(lambda: slider.get_property("value") == str(value))
+        assert (slider.get_property("min"), slider.get_property("max")) == ("-32", "32")
 
 
 def test_preset_zoom_is_stored_recalled_and_cleared(page):

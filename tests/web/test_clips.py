@@ -100,6 +100,20 @@ def test_an_upload_asks_its_question(page, answer, phases):
     eventually(lambda: not page.find_all("group", "Do you trust the server with this key?"))
 
 
+@pytest.mark.parametrize("answer, code", [("Yes", 1), ("No", 0)])
+def test_an_upload_asks_before_it_overwrites(page, answer, code):
+    page.load_scene("upload")
+    page.set_state(upload={"servers": {"FTP2": {"asks_to_overwrite": True}}})
+    page.go_to("Clips")
+    page.press("Yes", within=eventually(lambda: page.find("group", "Do you trust the server with this key?")))
+    question = eventually(lambda: page.find("group", "The camera asks:"))
+    assert page.state()["upload"]["phase"] == "PROMPT"
+    page.press(answer, within=question)
+    eventually(lambda: [entry["request"]["Request"]["Params"]["Response"]
+                        for entry in page.journal("WebFtpOperateResponse")] == [1, code])
+    assert page.journal("WebFtpOperateResponse")[-1]["result"] == "Success"
+
+
 def test_an_upload_shows_its_progress(page):
     page.go_to("Clips")
     page.press("Upload all")
