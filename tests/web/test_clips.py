@@ -56,8 +56,9 @@ def test_marks_a_clip_and_clears_it_again(clips):
 def test_the_other_slot(clips):
     page = clips
     page.find_all("radio")[1].click()
-    eventually(lambda: page.text_of("#clip-caption").startswith("Slot B: "))
-    assert page.journal("GetClipInfo")[-1]["request"]["Request"]["Params"]["Slot"] == "B"
+    eventually(lambda: page.journal("GetClipInfo")[-1]["request"]["Request"]["Params"]["Slot"] == "B")
+    count = len(page.state()["slots"]["B"]["clips"])
+    eventually(lambda: page.text_of("#clip-caption") == f"Slot B: {count} clips")
 
 
 def test_a_selection_over_several_pages_is_uploaded(clips):

@@ -53,10 +53,12 @@ def test_a_daemon_disappears_and_returns(page):
 
 
 def test_a_silent_daemon_is_no_live_camera(page):
-    before = page.text_of("#battery")
+    page.world.simulator("POST", "clock", {"paused": True})  # the battery stays as it is
+    page.set_state(battery={"info": "Time", "value": 42, "level": 3})
+    eventually(lambda: page.text_of("#battery") == "42 min, level 3")
     page.fault("silent", command="GetCamStatus", count=1)
     eventually(lambda: page.text_of("#connection").startswith("lost and retrying"))
-    assert page.text_of("#battery") == before
+    assert page.text_of("#battery") == "42 min, level 3"
     eventually(page.is_live)
 
 
