@@ -563,7 +563,8 @@ class Commands:
         kind: The control. The sliders are ZoomBar, FocusBar, IrisBar, WhPaintR and WhPaintB; every
         other control is accepted, too.
 
-        position: 0 to 65535. Position of the slider, in the camera's own scale.
+        position: 0 to 65535. Position of the slider, in the camera's own scale. The simulated
+        camera reads 32768 to 65535 as negative numbers: 65529 is -7.
 
         RequestedError: a control that is not in the table. Lasts until it is changed or the camera
         is switched off. Nothing is stored here.
