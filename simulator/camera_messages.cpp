@@ -171,17 +171,11 @@ Reply StopMonitor(Camera& camera, const Bytes&) {
 }
 
 Reply SetZoomPosition(Camera& camera, const Bytes& payload) {
-  if (camera.state().suspended || camera.state().mode != Mode::kCamera) {
-    return ResultOnly(Result::kDisableError);
-  }
   ZoomTo(camera.state(), static_cast<std::int16_t>(payload[0] << 8 | payload[1]));
   return ResultOnly(Result::kSuccess);
 }
 
 Reply ReportGps(Camera& camera, const Bytes&) {
-  if (!HasGps(camera.state())) {
-    return ResultOnly(Result::kDisableError);
-  }
   const Gps& gps = camera.state().gps;
   Bytes reply(24 + gps.location.size());
   PutText(reply, 4, gps.antenna);
@@ -194,6 +188,18 @@ Reply ChangePage(Camera& camera, const Bytes& payload) {
   Bytes reply(5);
   PutPages(reply, 1, camera.state().pages);
   return reply;
+}
+
+const char* ControlObstacle(const State& state, const Bytes& payload) {
+  return payload[0] == 0 ? RecordingObstacle(state) : nullptr;
+}
+
+const char* ZoomPositionObstacle(const State& state, const Bytes&) {
+  return ShootingObstacle(state);
+}
+
+const char* GpsObstacle(const State& state, const Bytes&) {
+  return HasGps(state) ? nullptr : "this model has no GPS";
 }
 
 std::string DescribeRecording(const Bytes& payload) {

@@ -31,6 +31,11 @@ Reply ReportGps(Camera& camera, const Bytes& payload);
 Reply ChangePage(Camera& camera, const Bytes& payload);
 
 // What these messages say, in words.
+// What keeps these messages from being carried out now, in words; null: nothing does.
+const char* ControlObstacle(const State& state, const Bytes& payload);
+const char* ZoomPositionObstacle(const State& state, const Bytes& payload);
+const char* GpsObstacle(const State& state, const Bytes& payload);
+
 std::string DescribeRecording(const Bytes& payload);
 std::string DescribeZoomPosition(const Bytes& payload);
 std::string DescribePage(const Bytes& payload);

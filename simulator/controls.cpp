@@ -48,44 +48,98 @@ enum Kind : std::uint8_t {
 
 // --- When a control can be used -----------------------------------------------------------------
 
-bool Always(const State&) { return true; }
-bool Awake(const State& s) { return !s.suspended; }
-bool Shooting(const State& s) { return !s.suspended && s.mode == Mode::kCamera; }
-bool ByHand(const State& s) { return Shooting(s) && !s.full_auto; }
-bool IrisByHand(const State& s) { return ByHand(s) && s.iris.mode == IrisMode::kManual; }
-bool GainByHand(const State& s) {
-  return ByHand(s) && s.gain.mode != GainMode::kAlc && s.gain.mode != GainMode::kLolux;
-}
-bool AeLevelCounts(const State& s) { return Shooting(s) && AeIsOn(s); }
-bool ShutterByHand(const State& s) {
-  return ByHand(s) && s.shutter.mode != ShutterMode::kOff && s.shutter.mode != ShutterMode::kEei;
-}
-bool WhiteCanBeAdjusted(const State& s) {
-  return ByHand(s) && (s.white_balance.mode == WhiteBalanceMode::kA ||
-                       s.white_balance.mode == WhiteBalanceMode::kB);
-}
-bool PaintByHand(const State& s) {
-  return ByHand(s) && s.white_balance.mode != WhiteBalanceMode::kFaw;
-}
-bool FocusByHand(const State& s) { return Shooting(s) && s.focus.mode != FocusMode::kAuto; }
-bool MenuCanOpen(const State& s) { return Awake(s) && !HasOpenClip(s); }
-bool MenuIsUsed(const State& s) { return Awake(s) && (s.display.menu || s.mode != Mode::kCamera); }
-bool LampByWeb(const State& s) { return s.tally.control == TallyControl::kWeb; }
+// Each answers with what is in the way, in words; null: nothing is.
 
-/// What a user switch does is on its label; those that show clips need a card that is free.
+const char* Always(const State&) { return nullptr; }
+const char* Awake(const State& s) { return s.suspended ? "the camera is suspended" : nullptr; }
+const char* ByHand(const State& s) {
+  const char* const obstacle = ShootingObstacle(s);
+  return obstacle == nullptr && s.full_auto ? "full auto is on" : obstacle;
+}
+
+/// By hand, and a condition beside it.
+const char* ByHandIf(const State& s, bool condition, const char* otherwise) {
+  const char* const obstacle = ByHand(s);
+  return obstacle == nullptr && !condition ? otherwise : obstacle;
+}
+
+const char* IrisByHand(const State& s) {
+  return ByHandIf(s, s.iris.mode == IrisMode::kManual, "the iris is automatic");
+}
+const char* GainByHand(const State& s) {
+  return ByHandIf(s, s.gain.mode != GainMode::kAlc && s.gain.mode != GainMode::kLolux,
+                  "the gain is automatic");
+}
+const char* AeLevelCounts(const State& s) {
+  const char* const obstacle = ShootingObstacle(s);
+  return obstacle == nullptr && !AeIsOn(s) ? "nothing is exposed automatically" : obstacle;
+}
+const char* ShutterByHand(const State& s) {
+  return ByHandIf(s, s.shutter.mode != ShutterMode::kOff && s.shutter.mode != ShutterMode::kEei,
+                  "the shutter is off or automatic");
+}
+const char* WhiteCanBeAdjusted(const State& s) {
+  return ByHandIf(
+      s,
+      s.white_balance.mode == WhiteBalanceMode::kA || s.white_balance.mode == WhiteBalanceMode::kB,
+      "the white balance is neither A nor B");
+}
+const char* PaintByHand(const State& s) {
+  return ByHandIf(s, s.white_balance.mode != WhiteBalanceMode::kFaw,
+                  "the white balance is automatic");
+}
+const char* FocusByHand(const State& s) {
+  const char* const obstacle = ShootingObstacle(s);
+  return obstacle == nullptr && s.focus.mode == FocusMode::kAuto ? "the focus is automatic"
+                                                                 : obstacle;
+}
+const char* MenuCanOpen(const State& s) {
+  const char* const obstacle = Awake(s);
+  return obstacle == nullptr && HasOpenClip(s) ? "the camera is recording" : obstacle;
+}
+const char* MenuIsUsed(const State& s) {
+  const char* const obstacle = Awake(s);
+  return obstacle == nullptr && !s.display.menu && s.mode == Mode::kCamera ? "the menu is closed"
+                                                                           : obstacle;
+}
+const char* LampByWeb(const State& s) {
+  return s.tally.control == TallyControl::kWeb ? nullptr : "the camera controls its tally lamp";
+}
+const char* Streams(const State& s) {
+  return HasStreaming(s) ? nullptr : "this model has no streaming";
+}
+const char* ReturnsAudio(const State& s) {
+  return HasIfb(s) ? nullptr : "this model or firmware has no return audio";
+}
+
+/// Those that show clips need one, and a camera that is free to play it.
+const char* ReviewObstacle(const State& s) {
+  if (s.mode != Mode::kCamera && s.mode != Mode::kPlay) {
+    return "the camera is in another mode than Camera and Play";
+  }
+  if (HasOpenClip(s)) {
+    return "the camera is recording";
+  }
+  if (s.upload.phase != UploadPhase::kOff) {
+    return "an upload is running";
+  }
+  const bool has_clips = std::any_of(s.slots.begin(), s.slots.end(), [](const Slot& slot) {
+    return HasCard(slot) && !slot.clips.empty();
+  });
+  return has_clips ? nullptr : "there is no clip";
+}
+
+/// What a user switch does is on its label.
 template <std::size_t kSwitch>
-bool SwitchIsUsed(const State& s) {
+const char* SwitchIsUsed(const State& s) {
   const std::string& label = s.user[kSwitch].label;
-  if (s.suspended || label.empty() || label == "None") {
-    return false;
+  if (s.suspended) {
+    return "the camera is suspended";
   }
-  if (label == "Rec Review" || label == "Clip Review") {
-    return (s.mode == Mode::kCamera || s.mode == Mode::kPlay) && !HasOpenClip(s) &&
-           s.upload.phase == UploadPhase::kOff &&
-           std::any_of(s.slots.begin(), s.slots.end(),
-                       [](const Slot& slot) { return HasCard(slot) && !slot.clips.empty(); });
+  if (label.empty() || label == "None") {
+    return "the switch does nothing";
   }
-  return s.mode == Mode::kCamera;
+  return label == "Rec Review" || label == "Clip Review" ? ReviewObstacle(s) : ShootingObstacle(s);
 }
 
 // --- What a key does ----------------------------------------------------------------------------
@@ -250,9 +304,6 @@ Result TakeLamp(State& s) {
 
 template <bool kOn>
 Result SwitchIfb(State& s) {
-  if (!HasIfb(s)) {
-    return Result::kDisableError;
-  }
   s.ifb.on = kOn;
   return Result::kSuccess;
 }
@@ -269,7 +320,7 @@ struct Key {
   std::uint8_t key;
   std::string_view name;
   std::size_t enable_flag;  ///< its offset in the status block; 0: none
-  bool (*is_used)(const State&);
+  const char* (*obstacle)(const State&);
   Action act;
 };
 
@@ -283,10 +334,10 @@ using T = Tally;
 using S = State;
 
 constexpr Key kKeys[] = {
-    {kRec, 0, "rec start", 0, Always, StartRecording},
+    {kRec, 0, "rec start", 0, RecordingObstacle, StartRecording},
     {kRec, 1, "rec stop", 0, Always, StopRecording},
-    {kFullAuto, 0, "full auto on", 130, Shooting, SetFullAuto<true>},
-    {kFullAuto, 1, "full auto off", 131, Shooting, SetFullAuto<false>},
+    {kFullAuto, 0, "full auto on", 130, ShootingObstacle, SetFullAuto<true>},
+    {kFullAuto, 1, "full auto off", 131, ShootingObstacle, SetFullAuto<false>},
     {kIris, 0, "iris manual", 132, ByHand, Set<&S::iris, &I::mode, IrisMode::kManual>},
     {kIris, 1, "iris auto", 133, ByHand, Set<&S::iris, &I::mode, IrisMode::kAuto>},
     {kIris, 2, "iris open 1", 134, IrisByHand, MoveIris<-1>},
@@ -328,14 +379,15 @@ constexpr Key kKeys[] = {
     {kWhiteBalance, 7, "white paint red down", 192, PaintByHand, StepPaint<&W::paint_red, -1>},
     {kWhiteBalance, 8, "white paint blue up", 192, PaintByHand, StepPaint<&W::paint_blue, 1>},
     {kWhiteBalance, 9, "white paint blue down", 192, PaintByHand, StepPaint<&W::paint_blue, -1>},
-    {kZoom, 0, "zoom tele 1", 158, Shooting, StepZoom<10>},
-    {kZoom, 1, "zoom tele 2", 159, Shooting, StepZoom<30>},
-    {kZoom, 2, "zoom tele 3", 160, Shooting, StepZoom<90>},
-    {kZoom, 3, "zoom wide 1", 161, Shooting, StepZoom<-10>},
-    {kZoom, 4, "zoom wide 2", 162, Shooting, StepZoom<-30>},
-    {kZoom, 5, "zoom wide 3", 163, Shooting, StepZoom<-90>},
-    {kFocus, 0, "focus manual", 164, Shooting, Set<&S::focus, &F::mode, FocusMode::kManual>},
-    {kFocus, 1, "focus auto", 165, Shooting, Set<&S::focus, &F::mode, FocusMode::kAuto>},
+    {kZoom, 0, "zoom tele 1", 158, ShootingObstacle, StepZoom<10>},
+    {kZoom, 1, "zoom tele 2", 159, ShootingObstacle, StepZoom<30>},
+    {kZoom, 2, "zoom tele 3", 160, ShootingObstacle, StepZoom<90>},
+    {kZoom, 3, "zoom wide 1", 161, ShootingObstacle, StepZoom<-10>},
+    {kZoom, 4, "zoom wide 2", 162, ShootingObstacle, StepZoom<-30>},
+    {kZoom, 5, "zoom wide 3", 163, ShootingObstacle, StepZoom<-90>},
+    {kFocus, 0, "focus manual", 164, ShootingObstacle,
+     Set<&S::focus, &F::mode, FocusMode::kManual>},
+    {kFocus, 1, "focus auto", 165, ShootingObstacle, Set<&S::focus, &F::mode, FocusMode::kAuto>},
     {kFocus, 2, "focus far 1", 166, FocusByHand, MoveFocus<1>},
     {kFocus, 3, "focus far 2", 167, FocusByHand, MoveFocus<10>},
     {kFocus, 4, "focus far 3", 168, FocusByHand, MoveFocus<50>},
@@ -344,14 +396,14 @@ constexpr Key kKeys[] = {
     {kFocus, 7, "focus near 2", 170, FocusByHand, MoveFocus<-10>},
     {kFocus, 8, "focus near 3", 171, FocusByHand, MoveFocus<-50>},
     {kFocus, 9, "focus push auto", 173, FocusByHand, PushAuto},
-    {kMasterBlack, 0, "master black up 1", 122, Shooting, kStepBlack<1>},
-    {kMasterBlack, 1, "master black up 2", 123, Shooting, kStepBlack<3>},
-    {kMasterBlack, 2, "master black up 3", 124, Shooting, kStepBlack<10>},
-    {kMasterBlack, 3, "master black down 1", 125, Shooting, kStepBlack<-1>},
-    {kMasterBlack, 4, "master black down 2", 126, Shooting, kStepBlack<-3>},
-    {kMasterBlack, 5, "master black down 3", 127, Shooting, kStepBlack<-10>},
-    {kDetail, 0, "detail up", 220, Shooting, kStepDetail<1>},
-    {kDetail, 1, "detail down", 221, Shooting, kStepDetail<-1>},
+    {kMasterBlack, 0, "master black up 1", 122, ShootingObstacle, kStepBlack<1>},
+    {kMasterBlack, 1, "master black up 2", 123, ShootingObstacle, kStepBlack<3>},
+    {kMasterBlack, 2, "master black up 3", 124, ShootingObstacle, kStepBlack<10>},
+    {kMasterBlack, 3, "master black down 1", 125, ShootingObstacle, kStepBlack<-1>},
+    {kMasterBlack, 4, "master black down 2", 126, ShootingObstacle, kStepBlack<-3>},
+    {kMasterBlack, 5, "master black down 3", 127, ShootingObstacle, kStepBlack<-10>},
+    {kDetail, 0, "detail up", 220, ShootingObstacle, kStepDetail<1>},
+    {kDetail, 1, "detail down", 221, ShootingObstacle, kStepDetail<-1>},
     {kUser, 0, "user switch 1", 174, SwitchIsUsed<0>, PressUserSwitch<0>},
     {kUser, 1, "user switch 2", 175, SwitchIsUsed<1>, PressUserSwitch<1>},
     {kUser, 2, "user switch 3", 176, SwitchIsUsed<2>, PressUserSwitch<2>},
@@ -378,8 +430,8 @@ constexpr Key kKeys[] = {
     {kMenu, 4, "menu down", 190, MenuIsUsed, MoveInMenu},
     {kMenu, 5, "menu left", 189, MenuIsUsed, MoveInMenu},
     {kMenu, 6, "menu right", 191, MenuIsUsed, MoveInMenu},
-    {kStreaming, 0, "streaming start", 0, Always, StartStreaming},
-    {kStreaming, 1, "streaming stop", 0, Always, StopStreaming},
+    {kStreaming, 0, "streaming start", 0, Streams, StartStreaming},
+    {kStreaming, 1, "streaming stop", 0, Streams, StopStreaming},
     {kTally, 0, "tally by the camera", 0, Always,
      Set<&S::tally, &T::control, TallyControl::kCamera>},
     {kTally, 1, "tally by the web", 0, Always, Set<&S::tally, &T::control, TallyControl::kWeb>},
@@ -392,8 +444,8 @@ constexpr Key kKeys[] = {
      Set<&S::tally, &T::studio, StudioTally::kProgram>},
     {kStudioTally, 2, "studio tally preview", 0, Always,
      Set<&S::tally, &T::studio, StudioTally::kPreview>},
-    {kIfb, 0, "return audio start", 0, Always, SwitchIfb<true>},
-    {kIfb, 1, "return audio stop", 0, Always, SwitchIfb<false>},
+    {kIfb, 0, "return audio start", 0, ReturnsAudio, SwitchIfb<true>},
+    {kIfb, 1, "return audio stop", 0, ReturnsAudio, SwitchIfb<false>},
     {kSystem, 0, "resume", 0, Always, Resume},
 };
 
@@ -407,20 +459,20 @@ const Key* FindKey(std::uint8_t kind, std::uint8_t key) {
 /// Flags without a key of their own: one for each group, and those of the zoom.
 struct GroupFlag {
   std::size_t offset;
-  bool (*is_used)(const State&);
+  const char* (*obstacle)(const State&);
 };
 
 constexpr GroupFlag kGroupFlags[] = {
-    {205, Shooting},       // full auto
-    {206, ByHand},         // iris
-    {207, ByHand},         // gain
-    {208, ByHand},         // shutter
-    {209, ByHand},         // white balance
-    {210, Shooting},       // zoom
-    {211, Shooting},       // focus
-    {212, AeLevelCounts},  // AE level
-    {213, Shooting},       // zoom: tele, wide, presets, clearing them
-    {214, Shooting},      {215, Shooting}, {216, Shooting},
+    {205, ShootingObstacle},  // full auto
+    {206, ByHand},            // iris
+    {207, ByHand},            // gain
+    {208, ByHand},            // shutter
+    {209, ByHand},            // white balance
+    {210, ShootingObstacle},  // zoom
+    {211, ShootingObstacle},  // focus
+    {212, AeLevelCounts},     // AE level
+    {213, ShootingObstacle},  // zoom: tele, wide, presets, clearing them
+    {214, ShootingObstacle}, {215, ShootingObstacle}, {216, ShootingObstacle},
 };
 
 /// The zoom's presets can be used once they are set.
@@ -436,7 +488,7 @@ constexpr PresetFlag kPresetFlags[] = {{217, "preset_a"}, {218, "preset_b"}, {21
 struct Slider {
   std::uint8_t kind;
   std::string_view name;
-  bool (*is_used)(const State&);
+  const char* (*obstacle)(const State&);
   void (*move)(State&, int position);
 };
 
@@ -460,7 +512,7 @@ void SetIris(State& s, int position) {
 }
 
 constexpr Slider kSliders[] = {
-    {kZoomBar, "zoom bar", Shooting, ZoomTo},
+    {kZoomBar, "zoom bar", ShootingObstacle, ZoomTo},
     {kFocusBar, "focus bar", FocusByHand, SetFocus},
     {kIrisBar, "iris bar", IrisByHand, SetIris},
     {kPaintRed, "white paint red", PaintByHand, SetPaintRed},
@@ -473,14 +525,15 @@ struct Seesaw {
   std::string_view first;   ///< what direction 1 is called
   std::string_view second;  ///< what direction 2 is called
   Direction first_direction;
-  bool (*is_used)(const State&);
+  const char* (*obstacle)(const State&);
   void (*run)(State&, Direction direction, int speed);
 };
 
 constexpr Seesaw kSeesaws[] = {
-    {kZoomSeesaw, "zoom", "wide", "tele", Direction::kDown, Shooting, RunZoom},
+    {kZoomSeesaw, "zoom", "wide", "tele", Direction::kDown, ShootingObstacle, RunZoom},
     {kIrisSeesaw, "iris", "open", "close", Direction::kDown, IrisByHand, RunIris},
-    {kMasterBlackSeesaw, "master black", "up", "down", Direction::kUp, Shooting, RunMasterBlack},
+    {kMasterBlackSeesaw, "master black", "up", "down", Direction::kUp, ShootingObstacle,
+     RunMasterBlack},
     {kFocusSeesaw, "focus", "far", "near", Direction::kUp, FocusByHand, RunFocus},
 };
 
@@ -492,9 +545,6 @@ const Row* FindKind(const Row (&rows)[count], std::uint8_t kind) {
 }
 
 Reply Operate(State& state, const Seesaw& seesaw, std::uint8_t direction, int speed) {
-  if (!seesaw.is_used(state)) {
-    return ResultOnly(Result::kDisableError);
-  }
   const Direction second_direction =
       seesaw.first_direction == Direction::kUp ? Direction::kDown : Direction::kUp;
   seesaw.run(state,
@@ -529,9 +579,6 @@ Reply PressKey(Camera& camera, const Bytes& payload) {
   if (key == nullptr) {
     return ResultOnly(Result::kRequestedError);
   }
-  if (!key->is_used(camera.state())) {
-    return ResultOnly(Result::kDisableError);
-  }
   return ResultOnly(key->act(camera.state()));
 }
 
@@ -540,9 +587,6 @@ Reply MoveSlider(Camera& camera, const Bytes& payload) {
   if (slider == nullptr) {
     return ResultOnly(Result::kRequestedError);
   }
-  if (!slider->is_used(camera.state())) {
-    return ResultOnly(Result::kDisableError);
-  }
   slider->move(camera.state(), Position(payload));
   return ResultOnly(Result::kSuccess);
 }
@@ -550,9 +594,6 @@ Reply MoveSlider(Camera& camera, const Bytes& payload) {
 Reply MoveField(Camera& camera, const Bytes& payload) {
   if (payload[0] != kPaintField) {
     return ResultOnly(Result::kRequestedError);
-  }
-  if (!PaintByHand(camera.state())) {
-    return ResultOnly(Result::kDisableError);
   }
   SetPaintRed(camera.state(), payload[1] - kPaintScale);
   SetPaintBlue(camera.state(), payload[2] - kPaintScale);
@@ -567,6 +608,27 @@ Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload) {
   const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
   return seesaw != nullptr ? Operate(camera.state(), *seesaw, payload[1], payload[2])
                            : ResultOnly(Result::kRequestedError);
+}
+
+const char* KeyObstacle(const State& state, const Bytes& payload) {
+  const Key* const key = FindKey(payload[0], payload[1]);
+  return key != nullptr ? key->obstacle(state) : nullptr;
+}
+
+const char* SliderObstacle(const State& state, const Bytes& payload) {
+  const Slider* const slider = FindKind(kSliders, payload[0]);
+  return slider != nullptr ? slider->obstacle(state) : nullptr;
+}
+
+const char* FieldObstacle(const State& state, const Bytes& payload) {
+  return payload[0] == kPaintField ? PaintByHand(state) : nullptr;
+}
+
+const char* ZoomSwitchObstacle(const State& state, const Bytes&) { return ShootingObstacle(state); }
+
+const char* SeesawObstacle(const State& state, const Bytes& payload) {
+  const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
+  return seesaw != nullptr ? seesaw->obstacle(state) : nullptr;
 }
 
 std::string DescribeKey(const Bytes& payload) {
@@ -599,14 +661,15 @@ std::vector<EnableFlag> EnableFlags(const State& state, const SettingsFiles& set
   std::vector<EnableFlag> flags;
   for (const Key& key : kKeys) {
     if (key.enable_flag != 0) {
-      flags.push_back({key.enable_flag, key.is_used(state)});
+      flags.push_back({key.enable_flag, key.obstacle(state) == nullptr});
     }
   }
   for (const GroupFlag& group : kGroupFlags) {
-    flags.push_back({group.offset, group.is_used(state)});
+    flags.push_back({group.offset, group.obstacle(state) == nullptr});
   }
   for (const PresetFlag& preset : kPresetFlags) {
-    flags.push_back({preset.offset, Shooting(state) && settings.PresetIsSet(preset.setting)});
+    flags.push_back({preset.offset,
+                     ShootingObstacle(state) == nullptr && settings.PresetIsSet(preset.setting)});
   }
   return flags;
 }

@@ -15,15 +15,20 @@ Daemon::Daemon(std::string name, std::vector<MessageRow> messages, Camera& camer
 Answered Daemon::Answer(const Message& message) const {
   const MessageRow* const row = Find(message);
   if (row == nullptr || message.payload.size() < row->payload_length) {
-    return {ResultOnly(Result::kRequestedError), {}};
+    return {ResultOnly(Result::kRequestedError), {}, ""};
+  }
+  if (row->obstacle != nullptr) {
+    if (const char* const why = row->obstacle(camera_.state(), message.payload); why != nullptr) {
+      return {ResultOnly(Result::kDisableError), {}, why};
+    }
   }
   if (row->asks) {
-    return {row->answer(camera_, message.payload), {}};
+    return {row->answer(camera_, message.payload), {}, ""};
   }
   // A copy on purpose: the answer changes the original.
   // cppcheck-suppress redundantCopyLocalConst
   const State before = camera_.state();
-  Answered answered{row->answer(camera_, message.payload), camera_.TakeNews()};
+  Answered answered{row->answer(camera_, message.payload), camera_.TakeNews(), ""};
   for (std::string& difference : Differences(before, camera_.state())) {
     answered.changes.push_back(std::move(difference));
   }

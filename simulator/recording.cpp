@@ -113,10 +113,26 @@ void SetTimeCode(State& state, const TimeCode& time_code) {
 
 bool HasCard(const Slot& slot) { return slot.card == Card::kOk; }
 
-bool CanRecord(const State& state) {
-  return !state.suspended && state.mode == Mode::kCamera && !IsEmpty(state.battery) &&
-         state.upload.phase == UploadPhase::kOff &&
-         std::any_of(state.slots.begin(), state.slots.end(), CanRecordOn);
+const char* ShootingObstacle(const State& state) {
+  if (state.suspended) {
+    return "the camera is suspended";
+  }
+  return state.mode == Mode::kCamera ? nullptr : "the camera is in another mode than Camera";
+}
+
+const char* RecordingObstacle(const State& state) {
+  if (const char* const obstacle = ShootingObstacle(state); obstacle != nullptr) {
+    return obstacle;
+  }
+  if (IsEmpty(state.battery)) {
+    return "the battery is empty";
+  }
+  if (state.upload.phase != UploadPhase::kOff) {
+    return "an upload is running";
+  }
+  return std::any_of(state.slots.begin(), state.slots.end(), CanRecordOn)
+             ? nullptr
+             : "there is no card that can be recorded on";
 }
 
 bool HasOpenClip(const State& state) {
@@ -125,7 +141,7 @@ bool HasOpenClip(const State& state) {
 }
 
 Result StartRecording(State& state) {
-  if (!CanRecord(state)) {
+  if (RecordingObstacle(state) != nullptr) {
     return Result::kDisableError;
   }
   Recording& recording = state.recording;

@@ -15,8 +15,11 @@ void SetTimeCode(State& state, const TimeCode& time_code);
 
 /// Whether there is a card in the slot that can be read.
 bool HasCard(const Slot& slot);
-/// Whether the camera could begin to record, or is recording.
-bool CanRecord(const State& state);
+/// What keeps the camera's controls from being used, in words; null: it is awake, in the mode
+/// "Camera".
+const char* ShootingObstacle(const State& state);
+/// What keeps the camera from recording, in words; null: it could begin to record, or is recording.
+const char* RecordingObstacle(const State& state);
 /// Whether a clip is open: it is being recorded, or paused.
 bool HasOpenClip(const State& state);
 

@@ -107,6 +107,7 @@ Delivery SimulatedCamera::Answer(const Daemon& daemon, const Message& message, p
     Answered answered = daemon.Answer(message);
     reply = std::move(answered.reply);
     record.changes = std::move(answered.changes);
+    record.why = std::move(answered.why);
   }
   Delivery delivery;
   if (fault != nullptr && reply) {

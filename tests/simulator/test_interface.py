@@ -148,7 +148,7 @@ REFUSED = [
      "a parameter is missing, or has a value that the command does not take"),
     (b'{"Request":{"Command":"SetWebKeyEvent","SessionID":"rv130-session","Params":{"Kind":"Whb",'
      b'"Key":"Adjust"}}}', "SetWebKeyEvent", "DisableError",
-     "the daemon quonta_cp refused: white adjust"),
+     "the daemon quonta_cp refused: white adjust: the white balance is neither A nor B"),
 ]
 
 
@@ -158,6 +158,35 @@ def test_refused_requests_are_in_the_journal_with_their_reason(world, after, bod
     world.post(body)
     (entry,) = journal(world, after)["entries"]
     assert (entry["command"], entry["result"], entry["reason"]) == (command, word, reason)
+
+
+# What was before (a patch), command, parameters, why it is disabled.
+DISABLED = [
+    ({"full_auto": True}, "SetWebKeyEvent", {"Kind": "Iris", "Key": "Close3"},
+     "iris close 3: full auto is on"),
+    ({"iris": {"mode": "Auto"}}, "SetWebKeyEvent", {"Kind": "Iris", "Key": "Close3"},
+     "iris close 3: the iris is automatic"),
+    ({"suspended": True, "full_auto": True}, "SetWebKeyEvent", {"Kind": "Gain", "Key": "L"},
+     "gain L: the camera is suspended"),
+    ({"mode": "Play"}, "SetZoomCtrl", {"Position": 300},
+     "zoom to 300: the camera is in another mode than Camera"),
+    ({"slots": {"A": {"card": "None"}, "B": {"card": "None"}}}, "SetCamCtrl", {"CamCtrl": "Rec"},
+     "record start: there is no card that can be recorded on"),
+    ({"battery": {"info": "Time", "value": 0}}, "SetWebKeyEvent", {"Kind": "Rec", "Key": "Start"},
+     "rec start: the battery is empty"),
+    ({"upload": {"phase": "PUT_FILE", "files": ["A.MOV"]}}, "SetCamCtrl", {"CamCtrl": "Rec"},
+     "record start: an upload is running"),
+    ({"model": "RV110"}, "GetGPSInfo", None, "GPS information: this model has no GPS"),
+]
+
+
+@pytest.mark.parametrize("before, command, params, why", DISABLED)
+def test_the_journal_tells_why_a_control_is_disabled(world, after, before, command, params, why):
+    world.simulator("POST", "clock", {"paused": True})
+    assert world.simulator("PATCH", "state", before)[0] == 200
+    assert result(world, command, params) == "DisableError"
+    entry = journal(world, after)["entries"][-1]
+    assert entry["reason"] == "the daemon quonta_cp refused: " + why
 
 
 def test_a_get_request_is_in_the_journal(world, after):

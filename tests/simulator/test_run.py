@@ -136,7 +136,7 @@ def test_requests_are_shown_and_polls_are_counted():
         "_  SetWebKeyEvent  Success  _",
         "iris.stop F2.8 -> F5.6",
         "_  SetWebKeyEvent  DisableError  _",
-        "the daemon quonta_cp refused: white adjust",
+        "the daemon quonta_cp refused: white adjust: the white balance is neither A nor B",
         "_  GetSystemInfo  SessionError  _",
         '"somebody-else" is not the session\'s id',
     ]
