@@ -294,8 +294,6 @@ struct Cloud {
   std::vector<CloudEvent> events;
 };
 
-// In the order in which its users think of it: there is one, and its size does not matter.
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct State {
   int model = 3;
   int destination = 1;

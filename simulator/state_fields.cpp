@@ -99,7 +99,7 @@ std::string TextFrom(const std::string& path, std::size_t longest, const Json& v
   if (!value.is_string()) {
     Reject(path, "must be a text");
   }
-  const auto text = value.get<std::string>();
+  auto text = value.get<std::string>();
   if (text.size() > longest || std::any_of(text.begin(), text.end(), is_control)) {
     Reject(path,
            "must have at most " + std::to_string(longest) + " bytes, without control characters");
@@ -222,8 +222,8 @@ Field Format() {
   return {path, "0 to 11, or 255: none",
           [](const State& state) { return Json(state.recording.format); },
           [path](State& state, const Json& value) {
-            if (!value.is_number_integer() || value < 0 ||
-                (value > kHighest && value != Recording::kNoFormat)) {
+            const std::int64_t format = value.is_number_integer() ? value.get<std::int64_t>() : -1;
+            if (format < 0 || (format > kHighest && format != Recording::kNoFormat)) {
               Reject(path, "must be a number from 0 to 11, or 255");
             }
             state.recording.format = value.get<int>();
@@ -261,7 +261,7 @@ void RejectOthers(const Json& object, const std::string& path,
                   std::initializer_list<std::string_view> names) {
   for (const auto& [name, value] : object.items()) {
     if (std::find(names.begin(), names.end(), name) == names.end()) {
-      Reject(path + "." + name, "no such member");
+      Reject(std::string(path).append(".").append(name), "no such member");
     }
   }
 }

@@ -136,7 +136,7 @@ void Hide(const std::string& folder, const std::string& hidden) {
   const std::string place = NewPlace();
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename();
-    const std::string target = place + "/" + name;
+    const std::string target = fs::path(place) / name;
     if (name == hidden) {
       continue;
     }
