@@ -3,11 +3,16 @@
 import re
 import shutil
 import subprocess
+import sys
 from pathlib import Path
 
 import pytest
 
 TREE = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(TREE / "tests/support"))
+
+from world import World  # noqa: E402
+
 HANDLER = "camera_remote.cgi"
 GET_SYSTEM_INFO = '{"Request":{"Command":"GetSystemInfo"}}'
 
@@ -78,21 +83,46 @@ def test_the_web_component_is_the_page_and_the_description_that_it_reads(tmp_pat
     assert files_below(tmp_path) == page | {"share/camera-remote/web/api/openapi.json"}
 
 
-def test_the_manual_page_has_no_mistakes(tmp_path):
-    run("cmake", "--install", TREE / "build/release", "--prefix", tmp_path, "--component", "doc")
-    page = tmp_path / "share/man/man8/camera_remote.cgi.8"
-    result = subprocess.run(["man", "--local-file", "--warnings", str(page)],
+@pytest.mark.parametrize("component, page", [
+    ("doc", "man8/camera_remote.cgi.8"),
+    ("simulator", "man1/camera-simulator.1"),
+])
+def test_a_manual_page_has_no_mistakes(component, page, tmp_path):
+    run("cmake", "--install", TREE / "build/release", "--prefix", tmp_path, "--component", component)
+    result = subprocess.run(["man", "--local-file", "--warnings", tmp_path / "share/man" / page],
                             capture_output=True, text=True, check=True)
     assert result.stderr == ""
     assert f"camera_remote {project_version()}" in result.stdout
 
 
+def test_an_installed_simulated_camera_runs(tmp_path):
+    run("cmake", "--install", TREE / "build/release", "--prefix", tmp_path,
+        "--component", "simulator")
+    with World(program=tmp_path / "bin/camera-simulator") as world:
+        status, _, page = world.request("GET", "/")
+        assert (status, page) == (200, (TREE / "web/index.html").read_bytes())
+        data = world.command("GetSystemInfo")["Response"]["Data"]
+        assert data["Model"] == "RV130"
+
+
+def test_the_manual_page_of_the_simulated_camera_names_every_option():
+    usage = run(TREE / "run", "--help")
+    options = set(re.findall(r"^  (?:-h, )?--([a-z-]+)", usage, re.MULTILINE))
+    page = (TREE / "packaging/man/camera-simulator.1.in").read_text().replace("\\-", "-")
+    described = set(re.findall(r"^\.BI? --([a-z-]+)", page, re.MULTILINE))
+    assert described == options - {"no-build", "smoke", "doctor", "help"}
+
+
 @pytest.mark.parametrize("preset, architecture", [("release", "amd64"), ("arm-small", "armhf")])
-def test_cpack_makes_three_packages_of_each_kind(preset, architecture, tmp_path):
+def test_cpack_makes_a_package_of_each_component(preset, architecture, tmp_path):
     run("cpack", "--config", TREE / "build" / preset / "CPackConfig.cmake", "-B", tmp_path)
     version = project_version()
     shutil.rmtree(tmp_path / "_CPack_Packages")
-    assert {name for name in files_below(tmp_path) if not name.endswith(".sha256")} == {
+    simulator = {
+        f"camera-remote-simulator_{version}_{architecture}.deb",
+        f"camera-remote-{version}-{architecture}-simulator.tar.gz",
+    } if preset == "release" else set()
+    assert {name for name in files_below(tmp_path) if not name.endswith(".sha256")} == simulator | {
         f"camera-remote_{version}_{architecture}.deb",
         f"camera-remote-web_{version}_all.deb",
         f"camera-remote-doc_{version}_all.deb",

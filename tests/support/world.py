@@ -42,7 +42,8 @@ class World:
     """Starts `./run --port 0` and stops it again; a context manager.
 
     `options` are further options of `./run`. It runs with "--quiet" unless `verbose`.
-    `wrapper` is put in front of the command. The first world of a process builds what is missing, the others run what is
+    `wrapper` is put in front of the command. `program` is started in place of `./run`, and nothing
+    is built then: an installed camera-simulator. Otherwise the first world of a process builds what is missing, the others run what is
     there. Enter it in a thread that lives as long as the world: the simulated camera ends with it.
 
     Attributes, from entering on:
@@ -51,10 +52,11 @@ class World:
       output   every line that `./run` has printed so far, standard error included
     """
 
-    def __init__(self, *options, verbose=False, wrapper=()):
+    def __init__(self, *options, verbose=False, wrapper=(), program=None):
         self.options = options
         self.verbose = verbose
         self.wrapper = wrapper
+        self.program = program
         self.url = None
         self.session = None
         self.output = []
@@ -65,6 +67,9 @@ class World:
 
     def __enter__(self):
         global _is_built
+        if self.program:
+            self._serve(build=True)
+            return self
         with _build_lock:
             if not _is_built:
                 self._serve(build=True)
@@ -154,7 +159,7 @@ class World:
             raise
 
     def _start(self, build):
-        command = [*self.wrapper, str(REPOSITORY / "run"), "--port", "0"]
+        command = [*self.wrapper, str(self.program or REPOSITORY / "run"), "--port", "0"]
         if not build:
             command.append("--no-build")
         if not self.verbose:
