@@ -80,12 +80,13 @@ void AddStreamKey(const MessageRecord& message, std::vector<std::string>& secret
 }
 
 std::size_t SizeOf(const Entry& entry) {
-  std::size_t size = sizeof entry + entry.request.size() + entry.reply.size();
+  std::size_t size = sizeof(Entry) + entry.request.size() + entry.reply.size();
   for (const MessageRecord& message : entry.messages) {
-    size += sizeof message + message.bytes.size() + (message.reply ? message.reply->size() : 0);
+    size +=
+        sizeof(MessageRecord) + message.bytes.size() + (message.reply ? message.reply->size() : 0);
   }
   for (const std::string& line : entry.log) {
-    size += sizeof line + line.size();
+    size += sizeof(std::string) + line.size();
   }
   return size;
 }

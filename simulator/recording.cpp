@@ -16,7 +16,7 @@ constexpr Milliseconds kFramesAtATime = 200;
 constexpr Milliseconds kIntervalRecording = 1000;
 constexpr Milliseconds kIntervalPause = 4000;
 
-constexpr Milliseconds kLittleSpace = 5 * 60000;
+constexpr Milliseconds kLittleSpace = 300'000;
 
 bool CanRecordOn(const Slot& slot) {
   return slot.card == Card::kOk && !slot.write_protected && slot.remain != 0;

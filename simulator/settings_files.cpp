@@ -128,9 +128,12 @@ void AddDifferences(const std::string& file, const std::map<std::string, std::st
   for (const auto& [key, value] : after) {
     const auto old = before.find(key);
     if (old == before.end() || old->second != value) {
-      lines.push_back("settings." + file + "." + key + " " +
-                      (old != before.end() ? Shown(key, old->second) + " -> " : "") +
-                      Shown(key, value));
+      std::string line = "settings.";
+      line.append(file).append(".").append(key).append(" ");
+      if (old != before.end()) {
+        line.append(Shown(key, old->second)).append(" -> ");
+      }
+      lines.push_back(line.append(Shown(key, value)));
     }
   }
 }
@@ -142,12 +145,29 @@ void AddDifferences(const std::string& file, const std::map<std::string, std::st
 std::string ValueFrom(const std::string& path, const Json& value) {
   constexpr std::size_t kLongest = 200;
   const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
-  const std::string text = value.is_string() ? value.get<std::string>() : "";
+  std::string text = value.is_string() ? value.get<std::string>() : "";
   if (!value.is_string() || text.size() > kLongest ||
       std::any_of(text.begin(), text.end(), is_control)) {
     Reject(path, "must be a text of at most 200 bytes without control characters");
   }
   return text;
+}
+
+/// Applies a merge patch to one file.
+void Patch(const std::string& file, const FileKeys& known, const Json& members,
+           std::map<std::string, std::string>& settings) {
+  for (const auto& [key, value] : members.items()) {
+    const std::string path = std::string(file).append(".").append(key);
+    if (std::none_of(known.keys.begin(), known.keys.end(),
+                     [name = key](const KeyRow& row) { return row.key == name; })) {
+      Reject(path, "no such key");
+    }
+    if (value.is_null()) {
+      settings.erase(key);
+    } else {
+      settings[key] = ValueFrom(path, value);
+    }
+  }
 }
 
 }  // namespace
@@ -232,17 +252,7 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
       Reject(file, "must be an object, or null to remove the file");
     }
     Settings& settings = patched.files_.try_emplace(file, StandardSettings(*known)).first->second;
-    for (const auto& [key, value] : members.items()) {
-      if (std::none_of(known->keys.begin(), known->keys.end(),
-                       [name = key](const KeyRow& row) { return row.key == name; })) {
-        Reject(file + "." + key, "no such key");
-      }
-      if (value.is_null()) {
-        settings.erase(key);
-      } else {
-        settings[key] = ValueFrom(file + "." + key, value);
-      }
-    }
+    Patch(file, *known, members, settings);
   }
   patched.Evaluate();
   return patched;
