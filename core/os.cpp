@@ -62,9 +62,9 @@ void SetLength(int file, std::size_t length) {
 bool Lengthen(int file, std::size_t length, std::size_t new_length) {
   const EmptyLines empty(new_length - length);
   for (std::size_t end = length; end < new_length;) {
-    const std::string_view lines = empty.View().substr(0, new_length - end);
+    const std::size_t size = std::min(empty.View().size(), new_length - end);
     const ssize_t written = Uninterrupted(
-        [&] { return pwrite(file, lines.data(), lines.size(), static_cast<off_t>(end)); });
+        [&] { return pwrite(file, empty.View().data(), size, static_cast<off_t>(end)); });
     if (written <= 0) {
       SetLength(file, length);
       return false;
@@ -98,7 +98,7 @@ constexpr mode_t kDefaultFileMode = 0666;  // less what the umask takes away
 int OpenUnnamed(const char* path) {
   char folder[256];
   const std::string_view whole(path);
-  CopyText(folder, whole.substr(0, whole.rfind('/')));
+  CopyText(folder, std::string_view(path, std::min(whole.rfind('/'), whole.size())));
   return open(folder, O_WRONLY | O_TMPFILE, kDefaultFileMode);
 }
 
