@@ -87,15 +87,15 @@ def test_a_scene_from_a_file_is_what_a_reset_returns_to(tmp_path):
 def test_cameras_side_by_side_have_worlds_of_their_own():
     with World("--cameras", "2") as world:
         world.wait_for(lambda: len(world.cameras()) == 2)
-        (one, first), (other, second) = world.cameras()
-        assert (first, second) == ("rv130-session", "rv130-session-2")
+        (one, first), (other, second) = world.cameras()  # in the order in which they were ready
+        assert {first, second} == {"rv130-session", "rv130-session-2"}
         assert one != other
-        serials = []
+        serials = {}
         for url, session in world.cameras():
             world.url, world.session = url, session
-            serials.append(world.command("GetSystemInfo")["Response"]["Data"]["Serial"])
+            serials[session] = world.command("GetSystemInfo")["Response"]["Data"]["Serial"]
             world.command("SetNTPServer", {"Address": f"{session}.example"})
-        assert serials == ["13250042", "13250043"]
+        assert serials == {"rv130-session": "13250042", "rv130-session-2": "13250043"}
         ways = [line.split("  ")[-1].strip() for line in world.output
                 if line.startswith("Into its private world")]
         for way, (_, session) in zip(ways, world.cameras()):
