@@ -1,4 +1,5 @@
 import pathlib
+import signal
 import sys
 
 import pytest
@@ -9,6 +10,11 @@ sys.path[:0] = [str(REPOSITORY / "tests/support"), str(REPOSITORY / "clients/pyt
 
 from fake_server import FakeServer  # noqa: E402
 from world import World  # noqa: E402
+
+
+def heed_interrupts():
+    """For a child process: SIGINT ends it, also where a shell started the tests in the background."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
 
 
 @pytest.fixture(scope="session")

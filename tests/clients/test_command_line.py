@@ -10,7 +10,7 @@ import time
 from typing import NamedTuple
 
 import pytest
-from conftest import REPOSITORY
+from conftest import REPOSITORY, heed_interrupts
 
 from camera_remote import command_line
 
@@ -165,7 +165,8 @@ class Watch:
                      "TERM": "xterm", "COLUMNS": "200", **variables}
         self._process = subprocess.Popen([*PROGRAM, "watch", "--interval", "0.05", *arguments],
                                          env=environment(**variables), stdout=writer,
-                                         stderr=subprocess.PIPE, text=True)
+                                         stderr=subprocess.PIPE, text=True,
+                                         preexec_fn=heed_interrupts)
         os.close(writer)
 
     def __enter__(self):

@@ -8,7 +8,7 @@ import textwrap
 import time
 
 import pytest
-from conftest import REPOSITORY
+from conftest import REPOSITORY, heed_interrupts
 
 PACKAGE = REPOSITORY / "clients/python"
 
@@ -96,7 +96,8 @@ def test_command_line(world, environment, tmp_path, snippet):
     assert result.stdout.startswith("Success\n")
     assert zoom_arrives(world)
     watch = subprocess.Popen(last.split(), env=environment, stdout=subprocess.PIPE, text=True,
-                             executable=environment["PATH"].split(":")[0] + "/camera-remote")
+                             executable=environment["PATH"].split(":")[0] + "/camera-remote",
+                             preexec_fn=heed_interrupts)
     assert watch.stdout.readline().startswith("Stop  ")
     watch.send_signal(signal.SIGINT)
     assert watch.wait(30) == 130
