@@ -64,7 +64,7 @@ bool ConnectStreamSocket() {
   log_socket = socket(AF_UNIX, SOCK_STREAM, 0);
   log_is_stream = true;
   const auto wait_ms = static_cast<int>(std::max(remaining_wait_ms, std::int64_t{1}));
-  const timeval timeout = {wait_ms / 1000, suseconds_t{wait_ms % 1000} * 1000};
+  const timeval timeout = {wait_ms / 1000, static_cast<suseconds_t>(wait_ms % 1000) * 1000};
   return log_socket >= 0 &&
          setsockopt(log_socket, SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) == 0 &&
          Waiting(ConnectSocket);

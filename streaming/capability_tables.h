@@ -59,6 +59,7 @@ constexpr std::string_view NameAt(const char (&table)[Rows][kCapabilityNameSize]
 
 /// Code of a row of `bitrate_table`; 0 for an index that is not in the table.
 constexpr std::int32_t BitrateCodeAt(std::int32_t index) {
+  // cppcheck-suppress arrayIndexOutOfBounds  // it does not see that the condition excludes this
   return index >= 0 && index < std::int32_t{kBitrateRows} ? bitrate_translate_table[index] : 0;
 }
 
