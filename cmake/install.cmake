@@ -59,7 +59,7 @@ set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The request handler, a static CGI program.")
 set(CPACK_COMPONENT_WEB_DESCRIPTION "The web remote: a page that operates the camera in a browser.")
 set(CPACK_COMPONENT_DOC_DESCRIPTION "Documents, API description and samples for four web servers.")
-set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "A simulated camera behind a web server, for client developers.")
+set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "A simulated camera with a web server, for client developers.")
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS
     "bash, curl, libc6, libcpp-httplib0.11, libstdc++6, lighttpd, util-linux")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

@@ -30,7 +30,7 @@ class Login {
   /// Looks for a renewal in the session file, and ends the session if its time has passed.
   void Update(Milliseconds now);
 
-  /// The session's id; empty: nobody is logged in.
+  /// The session's id; empty: no client is logged in.
   [[nodiscard]] const std::string& id() const { return id_; }
 
  private:

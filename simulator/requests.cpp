@@ -76,7 +76,7 @@ std::string WhyRefused(const RunningRequest& request, const std::string& result,
     return "the body holds no Command or no SessionID, or white space before them";
   }
   if (result == "SessionError") {
-    return session.empty() ? "nobody is logged in"
+    return session.empty() ? "no client is logged in"
                            : "\"" + ValueIn(body, "SessionID") + "\" is not the session's id";
   }
   if (result == "CommandError") {

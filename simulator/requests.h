@@ -24,7 +24,7 @@ struct RunningRequest {
 std::string CommandIn(const std::string& body);
 
 /// What a request has come to.
-/// @param session  the id of the session there is; empty: nobody is logged in
+/// @param session  the id of the session there is; empty: no client is logged in
 Entry MakeEntry(const RunningRequest& request, const Outcome& outcome, const std::string& session);
 
 }  // namespace simulator

@@ -67,7 +67,7 @@ export class DisableError extends Refusal {
 
 /// The session is not the one that is logged in: log in again and set `camera.sessionId`.
 export class SessionError extends Refusal {
-  static reason = "not logged in, or somebody else has logged in since";
+  static reason = "not logged in, or another client has logged in since";
 }
 
 /// The camera finds no command or no session id in the request.

@@ -156,7 +156,7 @@ function setUpTally({ camera, queue }) {
   make("tally-priority", "Tally lamp by", ["Camera", "Web"], (priority) => camera.setTallyLampPriority({ priority }));
 }
 
-/// The zoom positions behind the buttons A, B and C.
+/// The zoom positions of the buttons A, B and C.
 function setUpPresets({ camera, connection, queue, attempt }) {
   const rows = ["A", "B", "C"].map((id, i) => ({
     id,

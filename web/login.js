@@ -7,7 +7,7 @@ import { errorInWords } from "./words.js";
 const KEY = "session-id";
 const REASONS = {
   none: "Enter the session id that the camera's login has issued.",
-  lost: "The session has ended, or somebody else has logged in. Enter a new session id.",
+  lost: "The session has ended, or another client has logged in. Enter a new session id.",
 };
 
 export function setUpLogin({ camera, connection, simulator }) {

@@ -100,7 +100,7 @@ Json RandomValue(Random& random, const std::string& name, const Json& schema) {
 
 std::string RandomRequest(Random& random, const std::string& command) {
   if (Often(random, 2)) {
-    return BodyWithSession(command, "somebody-else");
+    return BodyWithSession(command, "other-session");
   }
   Params params = SampleParams(command);
   const Json schema = ParamsSchema(command);

@@ -90,7 +90,7 @@ def test_a_login_issues_the_only_session(world):
     assert world.simulator("POST", "logout") == (200, {})
     assert result(world, "GetSystemInfo", session=reply["SessionID"]) == "SessionError"
     entry = world.simulator("GET", "journal")[1]["entries"][-1]
-    assert entry["reason"] == "nobody is logged in"
+    assert entry["reason"] == "no client is logged in"
 
 
 def test_a_session_ends_with_its_lifetime_unless_it_is_renewed(world):

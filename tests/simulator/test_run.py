@@ -127,8 +127,8 @@ def test_requests_are_shown_and_polls_are_counted():
             world.command("HeartbeatConfirmation", session=None)
         world.command("SetWebKeyEvent", {"Kind": "Iris", "Key": "Close3"})
         world.command("SetWebKeyEvent", {"Kind": "Whb", "Key": "Adjust"})
-        world.command("GetSystemInfo", session="somebody-else")
-        world.wait_for(lambda: any("somebody-else" in line for line in world.output[before:]))
+        world.command("GetSystemInfo", session="other-session")
+        world.wait_for(lambda: any("other-session" in line for line in world.output[before:]))
         lines = [re.sub(r"^[\d:.]{12}|[\d.]+ ms", "_", line) for line in world.output[before:]
                  if "log:" not in line]
     assert lines[0].strip() == "HeartbeatConfirmation x 5"
@@ -138,7 +138,7 @@ def test_requests_are_shown_and_polls_are_counted():
         "_  SetWebKeyEvent  DisableError  _",
         "the daemon quonta_cp refused: white adjust: the white balance is neither A nor B",
         "_  GetSystemInfo  SessionError  _",
-        '"somebody-else" is not the session\'s id',
+        '"other-session" is not the session\'s id',
     ]
     logged = [line for line in world.output if "log:" in line]
     assert any("rcv post_data = " in line and "Close3" in line for line in logged)

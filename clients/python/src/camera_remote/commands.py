@@ -786,7 +786,7 @@ class Commands:
         *,
         timeout: Optional[float] = None,
     ) -> GetPresetZoomPositionData:
-        """Reports the zoom positions behind the buttons A, B and C.
+        """Reports the zoom positions of the buttons A, B and C.
 
         Changes nothing.
         """
@@ -799,7 +799,7 @@ class Commands:
         position: int,
         timeout: Optional[float] = None,
     ) -> None:
-        """Stores the zoom position behind a button. The zoom does not move.
+        """Stores the zoom position of a button. The zoom does not move.
 
         id: The button.
 
@@ -1047,8 +1047,8 @@ class Commands:
     def set_current_streaming_server_id(self, *, id: int, timeout: Optional[float] = None) -> None:
         """Chooses the current streaming server.
 
-        id: -2147483648 to 3. Number of the server. Servers are 0 to 3; a negative number is stored
-        all the same.
+        id: -2147483648 to 3. Number of the server. Servers are 0 to 3; a negative number is stored,
+        too.
 
         RequestedError: 4 or more. Stored in a settings file: it survives power-off.
         """

@@ -583,11 +583,11 @@ class GetPresetZoomPositionData(TypedDict):
     """What the command reports."""
 
     A: float
-    """Zoom position behind the button A, in the camera's own scale. -1: not set."""
+    """Zoom position of button A, in the camera's own scale. -1: not set."""
     B: float
-    """Zoom position behind the button B, in the camera's own scale. -1: not set."""
+    """Zoom position of button B, in the camera's own scale. -1: not set."""
     C: float
-    """Zoom position behind the button C, in the camera's own scale. -1: not set."""
+    """Zoom position of button C, in the camera's own scale. -1: not set."""
 
 
 class GetNTPStatusData(TypedDict):

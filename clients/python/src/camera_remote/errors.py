@@ -50,7 +50,7 @@ class DisableError(Refusal):
 class SessionError(Refusal):
     """The session is not the one that is logged in: log in again and set `camera.session_id`."""
 
-    reason = "not logged in, or somebody else has logged in since"
+    reason = "not logged in, or another client has logged in since"
 
 
 class FormatError(Refusal):
