@@ -190,7 +190,7 @@ TEST_F(SimulatedResponders, WhatCannotBeReadReadsAsZerosAndIsNotRewritten) {
 }
 
 TEST_F(SimulatedResponders, PipesInPlaceOfFilesAreNotWaitedFor) {
-  alarm(10);  // ends the test if it waits all the same
+  alarm(10);  // ends the test if it waits after all
   ASSERT_EQ(mkfifo(kCamStatus, 0600), 0);
   ASSERT_EQ(mkfifo(kClipInfo, 0600), 0);
   EXPECT_EQ(StatusReply(), std::string(38, '\0'));

@@ -12,7 +12,7 @@
 namespace simulator {
 
 /// It lives in its own time, which passes in steps of ten milliseconds, so that what happens does
-/// not depend on how often somebody looks.
+/// not depend on how often it is read.
 class Camera {
  public:
   static constexpr Milliseconds kStep = 10;

@@ -261,7 +261,7 @@ Json ToJson(const Fault& fault) {
 
 Faults::Faults() {
   fs::create_directories(kFolder);
-  Bound(kDeadSocket);  // closed at once: nobody listens there
+  Bound(kDeadSocket);  // closed at once: no process listens there
   busy_ = Bound(kBusySocket);
   listen(busy_.Get(), 0);
   const sockaddr_un address = AddressOf(kBusySocket);

@@ -1,4 +1,4 @@
-// Faults: what goes wrong around the handler because somebody asked for it.
+// Faults: what goes wrong around the handler on request.
 #pragma once
 
 #include <optional>

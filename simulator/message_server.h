@@ -29,7 +29,7 @@ class MessageServer {
   ~MessageServer();
 
   /// Listens on the Unix-domain socket `path`; a socket file left over there is replaced.
-  /// @throws std::system_error when that fails, also when somebody is listening there already
+  /// @throws std::system_error when that fails, also when another process listens there already
   void Listen(const std::string& path, Answer answer);
 
   /// Deals with everything that has been sent before this call.

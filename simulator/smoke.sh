@@ -43,7 +43,7 @@ smoke() {
   expect_reply "no session id" \
     '{"Request":{"Command":"MonitorStart"}}' \
     '{"Response":{"Result":"FormatError"}}'
-  expect_reply "a session id of somebody else" \
+  expect_reply "the session id of another client" \
     '{"Request":{"Command":"MonitorStart","SessionID":"not-'"$session"'"}}' \
     '{"Response":{"Result":"SessionError"}}'
   expect_reply "an unknown command" \

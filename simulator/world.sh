@@ -23,7 +23,7 @@ export CAMERA_WEB_PID_FILE=/run/web_server.pid
 main() {
   local mode=$1
   shift
-  # Ends when nobody is left at the other end of the standard input.
+  # Ends when no process is left at the other end of the standard input.
   cat <&0 >/dev/null &
   caller=$!
   private_folders

@@ -45,7 +45,7 @@ function setUpZoomSlider({ camera, queue }) {
   };
 }
 
-/// Tells whether somebody is moving a slider, which must not be moved away from the finger then.
+/// Tells whether a slider is being dragged, which must not be moved away from the finger then.
 function watchMoving(slider) {
   let moving = false;
   slider.addEventListener("pointerdown", () => (moving = true));

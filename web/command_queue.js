@@ -1,5 +1,5 @@
-// What the page sends while somebody operates it. There is one lane for each kind of command (the
-// zoom, the iris, ...), so that nothing queues up behind a slow reply and a stop is never lost.
+// What the page sends while it is operated. There is one lane for each kind of command (the
+// zoom, the iris, ...), so that nothing waits for a slow reply and a stop is never lost.
 
 const RETRY_DELAY = 250;
 const LONGEST_RETRY_DELAY = 2000;

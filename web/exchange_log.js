@@ -5,7 +5,7 @@ const KEPT = 100;
 /// What the page asks for all the time.
 const POLLS = new Set(["GetCamStatus", "HeartbeatConfirmation", "SessionRenewal"]);
 
-/// Members whose values nobody should see over the operator's shoulder.
+/// Members whose values the page does not show.
 const SECRETS = /("(?:Password|StreamKey)":)"[^"]*"/g;
 
 export const maskSecrets = (text) => text.replaceAll(SECRETS, '$1"••••"');

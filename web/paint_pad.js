@@ -20,7 +20,7 @@ export class PaintPad {
     }
   }
 
-  /// Shows where the camera is, unless somebody is moving the point.
+  /// Shows where the camera is, unless the point is being dragged.
   show({ red, blue }) {
     if (this.#pointer === undefined) {
       this.#place({ red, blue });

@@ -1,5 +1,5 @@
 // Texts of the camera stand in its replies as they are. A label with a quote or a backslash makes a
-// reply invalid JSON; the page of an operator must go on all the same.
+// reply invalid JSON; the page of an operator must go on nevertheless.
 
 /// A quote that belongs to a text, as it has no structure on either side.
 const QUOTE_WITHIN_TEXT = /(?<![{[,:])"(?![:,}\]])/g;

@@ -246,7 +246,7 @@ class BusyboxLog {
     return "";
   }
 
-  /// Its local time as it stands in front of a line.
+  /// Its local time as it writes it in front of a line.
   static std::string Stamp(std::time_t time) {
     const std::time_t local = time + 9 * 3600;
     char stamp[16];

@@ -21,7 +21,7 @@ def serious_findings(page):
 
 
 def fully_shown(page):
-    """Without transitions, whose colors on the way are nobody's."""
+    """Without transitions, whose intermediate colors do not count."""
     return page.browser.execute_script("return document.getAnimations().length === 0")
 
 

@@ -1,4 +1,4 @@
-"""How the page copes with a camera that is slow, away, or somebody else's."""
+"""How the page copes with a camera that is slow, away, or taken by another client."""
 
 from tests.web.support.page import eventually
 

@@ -126,7 +126,7 @@ test("a command after an unanswered stop waits until the stop is answered", asyn
   assert.deepEqual(names(), ["stop", "stop", "run"]);
 });
 
-test("a second stop drops what waits behind an unanswered one", async () => {
+test("a second stop drops what waits for an unanswered one", async () => {
   const { queue, sent, names, call } = makeQueue();
   queue.stop("Zoom", call("stop"));
   queue.send("Zoom", call("run"));

@@ -22,7 +22,7 @@ class Refusal(CameraError):
     """Base of the refusals.
 
     `by_camera` tells the camera's own refusals from those of the checks in front of it, in which
-    case nothing was sent or stored. `data` is what the reply holds all the same, not to be relied
+    case nothing was sent or stored. `data` is what the reply holds nevertheless, not to be relied
     on.
     """
 
