@@ -43,35 +43,21 @@ std::uint8_t g_bCmdLine = 0;
 namespace {
 
 // The numbers whose requests take arguments.
-constexpr int kClipList = 11;
-constexpr int kZoom = 14;
-constexpr int kPage = 15;
-constexpr int kClipMark = 16;
-constexpr int kKeyEvent = 17;
-constexpr int kSlider = 18;
-constexpr int kXYField = 19;
+enum { kClipList = 11, kZoom = 14, kPage, kClipMark, kKeyEvent, kSlider, kXYField };
 
 constexpr int kWholeRequest = 100;
 
-/// The arguments after the program's name.
-class Arguments {
- public:
-  Arguments(int argc, const char* const* argv)
-      : count_(static_cast<std::size_t>(argc) - 1), texts_(argv + 1) {}
-
-  [[nodiscard]] std::size_t Count() const { return count_; }
-  /// Null if there is no such argument. Argument 0 is the number of the canned request.
-  [[nodiscard]] const char* Text(std::size_t index) const {
-    return index < count_ ? texts_[index] : nullptr;
-  }
+/// The arguments after the program's name. Argument 0 is the number of the canned request.
+struct Arguments {
+  /// Null if there is no such argument.
+  [[nodiscard]] const char* Text(int index) const { return index < count ? texts[index] : nullptr; }
   /// 0 if there is no such argument.
-  [[nodiscard]] std::int32_t Number(std::size_t index) const {
-    return index < count_ ? ParseInt32(texts_[index]) : 0;
+  [[nodiscard]] std::int32_t Number(int index) const {
+    return index < count ? ParseInt32(texts[index]) : 0;
   }
 
- private:
-  std::size_t count_;
-  const char* const* texts_;
+  int count;
+  const char* const* texts;
 };
 
 /// The value that replaces a directive.
@@ -99,38 +85,37 @@ void Fill(const char* canned, std::initializer_list<Value> values, TextBuilder& 
   request.Append(canned);
 }
 
-int FindKind(std::int32_t kind) {
+const RemoteEvent& FindKind(std::int32_t kind) {
   return FindRemoteEvent([kind](const RemoteEvent& event) { return event.kind_code == kind; });
+}
+
+const char* Outcome(const RemoteEvent& event) {
+  return event.kind_code != 0 ? "Hit!!!" : "Request is None!!!";
 }
 
 void BuildKeyEvent(const Arguments& arguments, TextBuilder& request) {
   const std::int32_t kind = arguments.Number(1);
   const std::int32_t key = arguments.Number(2);
   DLOG(1, "console nKind=%d nKey=%d", kind, key);
-  const int row = FindRemoteEvent([kind, key](const RemoteEvent& event) {
-    return event.kind_code == kind && event.key_code == key;
-  });
-  const RemoteEvent& event = eventTable[row];
-  if (event.kind_code == 0) {
-    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s key=%s", row, event.kind, event.key);
-    return;
+  const RemoteEvent& event = FindRemoteEvent(
+      [kind, key](const RemoteEvent& row) { return row.kind_code == kind && row.key_code == key; });
+  DLOG(1, "console %s eventTable[%d] kind=%s key=%s", Outcome(event), IndexOf(event), event.kind,
+       event.key);
+  if (event.kind_code != 0) {
+    Fill(INPUT_COMMAND[kKeyEvent], {event.kind, event.key}, request);
   }
-  DLOG(1, "console Hit!!! eventTable[%d] kind=%s key=%s", row, event.kind, event.key);
-  Fill(INPUT_COMMAND[kKeyEvent], {event.kind, event.key}, request);
 }
 
 void BuildSlider(const Arguments& arguments, TextBuilder& request) {
   const std::int32_t kind = arguments.Number(1);
   const std::int32_t position = arguments.Number(2);
   DLOG(1, "console nKind=%d nPosition=%d", kind, position);
-  const int row = FindKind(kind);
-  const RemoteEvent& event = eventTable[row];
-  if (event.kind_code == 0) {
-    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s Pos=%d", row, event.kind, position);
-    return;
+  const RemoteEvent& event = FindKind(kind);
+  DLOG(1, "console %s eventTable[%d] kind=%s Pos=%d", Outcome(event), IndexOf(event), event.kind,
+       position);
+  if (event.kind_code != 0) {
+    Fill(INPUT_COMMAND[kSlider], {event.kind, position}, request);
   }
-  DLOG(1, "console Hit!!! eventTable[%d] kind=%s Pos=%d", row, event.kind, position);
-  Fill(INPUT_COMMAND[kSlider], {event.kind, position}, request);
 }
 
 void BuildXYField(const Arguments& arguments, TextBuilder& request) {
@@ -138,15 +123,12 @@ void BuildXYField(const Arguments& arguments, TextBuilder& request) {
   const std::int32_t x = arguments.Number(2);
   const std::int32_t y = arguments.Number(3);
   DLOG(1, "console nKind=%d nXPosition=%d nYPosition=%d", kind, x, y);
-  const int row = FindKind(kind);
-  const RemoteEvent& event = eventTable[row];
-  if (event.kind_code == 0) {
-    DLOG(1, "console Request is None!!! eventTable[%d] kind=%s XPos=%d YPos=%d", row, event.kind, x,
-         y);
-    return;
+  const RemoteEvent& event = FindKind(kind);
+  DLOG(1, "console %s eventTable[%d] kind=%s XPos=%d YPos=%d", Outcome(event), IndexOf(event),
+       event.kind, x, y);
+  if (event.kind_code != 0) {
+    Fill(INPUT_COMMAND[kXYField], {event.kind, x, y}, request);
   }
-  DLOG(1, "console Hit!!! eventTable[%d] kind=%s XPos=%d YPos=%d", row, event.kind, x, y);
-  Fill(INPUT_COMMAND[kXYField], {event.kind, x, y}, request);
 }
 
 const char* SlotName(const char* argument) {
@@ -155,7 +137,7 @@ const char* SlotName(const char* argument) {
 
 void BuildClipList(const Arguments& arguments, TextBuilder& request) {
   // Start index and count are given together or not at all.
-  const bool has_range = arguments.Count() > 3;
+  const bool has_range = arguments.count > 3;
   const std::int32_t start = has_range ? arguments.Number(2) : 0;
   const std::int32_t count = has_range ? arguments.Number(3) : 0;
   Fill(INPUT_COMMAND[kClipList], {SlotName(arguments.Text(1)), start, count}, request);
@@ -216,7 +198,7 @@ void ReadCommandName(const char* request, char (&name)[Size]) {
 }  // namespace
 
 int RunCommandLine(int argc, const char* const* argv) {
-  const Arguments arguments(argc, argv);
+  const Arguments arguments = {argc - 1, argv + 1};
   const std::int32_t number = arguments.Number(0);
   if (!HasCannedRequest(number) && number != kWholeRequest && !IsReserved(number)) {
     os::WriteErrors("camera_remote.cgi: the first argument is 0 to 21, 100 or 108 to 117\n");

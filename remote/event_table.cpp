@@ -1,206 +1,130 @@
 #include "remote/event_table.h"
 
 #include <cstring>
-#include <iterator>
+#include <initializer_list>
 
 #include "core/dlog.h"
 
+namespace {
+
+struct Key {
+  const char* name;
+  std::uint8_t code;
+};
+
+struct Control {
+  const char* kind;
+  std::uint8_t kind_code;
+  std::initializer_list<Key> keys;
+};
+
 // The camera's firmware defines the codes, so they do not follow the order of the rows. Some
-// controls have two codes and some keys two names; clients use them all. The comment before each
+// controls have two codes and some keys two names; clients use them all. The number before each
 // control is the index of its first row.
 // clang-format off
-constexpr RemoteEvent eventTable[] = {
-    // 0
-    {"Rec", 1, "Start", 0},
-    {"Rec", 1, "Stop", 1},
-    // 2
-    {"Fullauto", 2, "On", 0},
-    {"Fullauto", 2, "Off", 1},
-    // 4
-    {"Iris", 3, "Manual", 0},
-    {"Iris", 3, "Auto", 1},
-    {"Iris", 3, "Open1", 2},
-    {"Iris", 3, "Open2", 3},
-    {"Iris", 3, "Open3", 4},
-    {"Iris", 3, "Close1", 5},
-    {"Iris", 3, "Close2", 6},
-    {"Iris", 3, "Close3", 7},
-    {"Iris", 3, "PushAuto", 8},
-    // 13
-    {"Gain", 4, "Manual", 0},
-    {"Gain", 4, "Alc", 1},
-    {"Gain", 4, "Lolux", 5},
-    {"Gain", 4, "L", 2},
-    {"Gain", 4, "M", 3},
-    {"Gain", 4, "H", 4},
-    {"Gain", 4, "Up1", 6},
-    {"Gain", 4, "Down1", 7},
-    // 21
-    {"AeLevel", 5, "AeLevelUp", 0},
-    {"AeLevel", 5, "AeLevelDown", 1},
-    {"AeLevel", 5, "Up", 0},
-    {"AeLevel", 5, "Down", 1},
-    // 25
-    {"Shutter", 6, "Off", 0},
-    {"Shutter", 6, "Manual", 1},
-    {"Shutter", 6, "Step", 2},
-    {"Shutter", 6, "Variable", 3},
-    {"Shutter", 6, "Eei", 4},
-    {"Shutter", 6, "Slower", 6},
-    {"Shutter", 6, "Faster", 5},
-    // 32
-    {"Whb", 7, "Manual", 0},
-    {"Whb", 7, "Faw", 1},
-    {"Whb", 7, "Preset", 4},
-    {"Whb", 7, "A", 2},
-    {"Whb", 7, "B", 3},
-    {"Whb", 7, "Adjust", 5},
-    {"Whb", 7, "WhPaintRP", 6},
-    {"Whb", 7, "WhPaintRM", 7},
-    {"Whb", 7, "WhPaintBP", 8},
-    {"Whb", 7, "WhPaintBM", 9},
-    // 42
-    {"Zoom", 8, "Tele1", 0},
-    {"Zoom", 8, "Tele2", 1},
-    {"Zoom", 8, "Tele3", 2},
-    {"Zoom", 8, "Wide1", 3},
-    {"Zoom", 8, "Wide2", 4},
-    {"Zoom", 8, "Wide3", 5},
-    // 48
-    {"Focus", 9, "Manual", 0},
-    {"Focus", 9, "Auto", 1},
-    {"Focus", 9, "Far1", 2},
-    {"Focus", 9, "Far2", 3},
-    {"Focus", 9, "Far3", 4},
-    {"Focus", 9, "Infinity", 5},
-    {"Focus", 9, "Near1", 6},
-    {"Focus", 9, "Near2", 7},
-    {"Focus", 9, "Near3", 8},
-    {"Focus", 9, "PushAuto", 9},
-    // 58
-    {"MasterBlack", 25, "Up1", 0},
-    {"MasterBlack", 25, "Up2", 1},
-    {"MasterBlack", 25, "Up3", 2},
-    {"MasterBlack", 25, "Down1", 3},
-    {"MasterBlack", 25, "Down2", 4},
-    {"MasterBlack", 25, "Down3", 5},
-    // 64: the lens return button is "LensRet" here and "LenzRet" in the status report.
-    {"User", 10, "Sw1", 0},
-    {"User", 10, "Sw2", 1},
-    {"User", 10, "Sw3", 2},
-    {"User", 10, "Sw4", 3},
-    {"User", 10, "Sw5", 4},
-    {"User", 10, "Sw6", 5},
-    {"User", 10, "Sw7", 6},
-    {"User", 10, "Sw8", 7},
-    {"User", 10, "Sw9", 8},
-    {"User", 10, "Sw10", 9},
-    {"User", 10, "Sw11", 10},
-    {"User", 10, "LensRet", 11},
-    // 76: the display's own keys,
-    {"Disptv", 11, "On", 0},
-    {"Disptv", 11, "Off", 1},
-    {"Disptv", 11, "Sdi", 2},
-    {"Disptv", 11, "Hdmi", 3},
-    {"Disptv", 11, "Video", 4},
-    {"Disptv", 11, "Display", 5},
-    {"Disptv", 11, "Status", 6},
-    // 83: and the keys of the menu on it
-    {"Disptv", 12, "Menu", 0},
-    {"Disptv", 12, "Cancel", 1},
-    {"Disptv", 12, "Set", 2},
-    {"Disptv", 12, "Up", 3},
-    {"Disptv", 12, "Down", 4},
-    {"Disptv", 12, "Left", 5},
-    {"Disptv", 12, "Right", 6},
-    // 90: the same codes under another name, without most of the display's keys
-    {"Menu", 11, "Display", 5},
-    {"Menu", 11, "Status", 6},
-    // 92
-    {"Menu", 12, "Menu", 0},
-    {"Menu", 12, "Cancel", 1},
-    {"Menu", 12, "Set", 2},
-    {"Menu", 12, "Up", 3},
-    {"Menu", 12, "Down", 4},
-    {"Menu", 12, "Left", 5},
-    {"Menu", 12, "Right", 6},
-    // 99
-    {"Tally", 14, "Camera", 0},
-    {"Tally", 14, "Web", 1},
-    {"Tally", 14, "On", 2},
-    {"Tally", 14, "Off", 3},
-    {"Tally", 14, "OnWeb", 4},
-    {"Tally", 14, "OffWeb", 5},
-    // 105
-    {"StudioTally", 15, "Off", 0},
-    {"StudioTally", 15, "Program", 1},
-    {"StudioTally", 15, "Preview", 2},
-    // 108
-    {"Streaming", 13, "Start", 0},
-    {"Streaming", 13, "Stop", 1},
-    // 110
-    {"IFBStreaming", 24, "Start", 0},
-    {"IFBStreaming", 24, "Stop", 1},
-    // 112
-    {"Detail", 16, "Up", 0},
-    {"Detail", 16, "Down", 1},
-    // 114: bars and fields
-    {"ZoomBar", 17, "", 255},
-    {"FocusBar", 18, "", 255},
-    {"IrisBar", 19, "", 255},
-    {"WhPaintR", 20, "", 255},
-    {"WhPaintB", 21, "", 255},
-    {"WhPaintRB", 22, "", 255},
-    // 120
-    {"IrisSeesaw", 27, "Open", 1},
-    {"IrisSeesaw", 27, "Close", 2},
-    {"IrisSeesaw", 27, "Stop", 0},
-    // 123
-    {"ZoomSeesaw", 26, "Wide", 1},
-    {"ZoomSeesaw", 26, "Tele", 2},
-    {"ZoomSeesaw", 26, "Stop", 0},
-    // 126
-    {"MasterBlackSeesaw", 28, "Up", 1},
-    {"MasterBlackSeesaw", 28, "Down", 2},
-    {"MasterBlackSeesaw", 28, "Stop", 0},
-    // 129
-    {"FocusSeesaw", 29, "Far", 1},
-    {"FocusSeesaw", 29, "Near", 2},
-    {"FocusSeesaw", 29, "Stop", 0},
-    // 132
-    {"System", 30, "Resume", 0},
-    // 133: the end row
-    {"None", 0, "None", 255},
+constexpr Control kControls[] = {
+    /* 0 */   {"Rec", 1, {{"Start", 0}, {"Stop", 1}}},
+    /* 2 */   {"Fullauto", 2, {{"On", 0}, {"Off", 1}}},
+    /* 4 */   {"Iris", 3, {{"Manual", 0}, {"Auto", 1}, {"Open1", 2}, {"Open2", 3}, {"Open3", 4},
+                           {"Close1", 5}, {"Close2", 6}, {"Close3", 7}, {"PushAuto", 8}}},
+    /* 13 */  {"Gain", 4, {{"Manual", 0}, {"Alc", 1}, {"Lolux", 5}, {"L", 2}, {"M", 3}, {"H", 4},
+                           {"Up1", 6}, {"Down1", 7}}},
+    /* 21 */  {"AeLevel", 5, {{"AeLevelUp", 0}, {"AeLevelDown", 1}, {"Up", 0}, {"Down", 1}}},
+    /* 25 */  {"Shutter", 6, {{"Off", 0}, {"Manual", 1}, {"Step", 2}, {"Variable", 3}, {"Eei", 4},
+                              {"Slower", 6}, {"Faster", 5}}},
+    /* 32 */  {"Whb", 7, {{"Manual", 0}, {"Faw", 1}, {"Preset", 4}, {"A", 2}, {"B", 3},
+                          {"Adjust", 5}, {"WhPaintRP", 6}, {"WhPaintRM", 7}, {"WhPaintBP", 8},
+                          {"WhPaintBM", 9}}},
+    /* 42 */  {"Zoom", 8, {{"Tele1", 0}, {"Tele2", 1}, {"Tele3", 2}, {"Wide1", 3}, {"Wide2", 4},
+                           {"Wide3", 5}}},
+    /* 48 */  {"Focus", 9, {{"Manual", 0}, {"Auto", 1}, {"Far1", 2}, {"Far2", 3}, {"Far3", 4},
+                            {"Infinity", 5}, {"Near1", 6}, {"Near2", 7}, {"Near3", 8},
+                            {"PushAuto", 9}}},
+    /* 58 */  {"MasterBlack", 25, {{"Up1", 0}, {"Up2", 1}, {"Up3", 2}, {"Down1", 3}, {"Down2", 4},
+                                   {"Down3", 5}}},
+    // The lens return button is "LensRet" here and "LenzRet" in the status report.
+    /* 64 */  {"User", 10, {{"Sw1", 0}, {"Sw2", 1}, {"Sw3", 2}, {"Sw4", 3}, {"Sw5", 4}, {"Sw6", 5},
+                            {"Sw7", 6}, {"Sw8", 7}, {"Sw9", 8}, {"Sw10", 9}, {"Sw11", 10},
+                            {"LensRet", 11}}},
+    // The display's own keys, and those of the menu on it.
+    /* 76 */  {"Disptv", 11, {{"On", 0}, {"Off", 1}, {"Sdi", 2}, {"Hdmi", 3}, {"Video", 4},
+                              {"Display", 5}, {"Status", 6}}},
+    /* 83 */  {"Disptv", 12, {{"Menu", 0}, {"Cancel", 1}, {"Set", 2}, {"Up", 3}, {"Down", 4},
+                              {"Left", 5}, {"Right", 6}}},
+    // The same codes under another name, without most of the display's keys.
+    /* 90 */  {"Menu", 11, {{"Display", 5}, {"Status", 6}}},
+    /* 92 */  {"Menu", 12, {{"Menu", 0}, {"Cancel", 1}, {"Set", 2}, {"Up", 3}, {"Down", 4},
+                            {"Left", 5}, {"Right", 6}}},
+    /* 99 */  {"Tally", 14, {{"Camera", 0}, {"Web", 1}, {"On", 2}, {"Off", 3}, {"OnWeb", 4},
+                             {"OffWeb", 5}}},
+    /* 105 */ {"StudioTally", 15, {{"Off", 0}, {"Program", 1}, {"Preview", 2}}},
+    /* 108 */ {"Streaming", 13, {{"Start", 0}, {"Stop", 1}}},
+    /* 110 */ {"IFBStreaming", 24, {{"Start", 0}, {"Stop", 1}}},
+    /* 112 */ {"Detail", 16, {{"Up", 0}, {"Down", 1}}},
+    // Bars and fields.
+    /* 114 */ {"ZoomBar", 17, {{"", 255}}},
+    /* 115 */ {"FocusBar", 18, {{"", 255}}},
+    /* 116 */ {"IrisBar", 19, {{"", 255}}},
+    /* 117 */ {"WhPaintR", 20, {{"", 255}}},
+    /* 118 */ {"WhPaintB", 21, {{"", 255}}},
+    /* 119 */ {"WhPaintRB", 22, {{"", 255}}},
+    // Spring-loaded switches.
+    /* 120 */ {"IrisSeesaw", 27, {{"Open", 1}, {"Close", 2}, {"Stop", 0}}},
+    /* 123 */ {"ZoomSeesaw", 26, {{"Wide", 1}, {"Tele", 2}, {"Stop", 0}}},
+    /* 126 */ {"MasterBlackSeesaw", 28, {{"Up", 1}, {"Down", 2}, {"Stop", 0}}},
+    /* 129 */ {"FocusSeesaw", 29, {{"Far", 1}, {"Near", 2}, {"Stop", 0}}},
+    // The system, and the end row.
+    /* 132 */ {"System", 30, {{"Resume", 0}}},
+    /* 133 */ {"None", 0, {{"None", 255}}},
 };
 // clang-format on
 
-namespace {
+template <std::size_t Size>
+constexpr void CopyName(char (&to)[Size], const char* name) {
+  for (std::size_t i = 0; name[i] != '\0'; ++i) {
+    to[i] = name[i];
+  }
+}
 
-constexpr bool OnlyTheLastRowHasKindCodeZero() {
-  for (std::size_t row = 0; row < std::size(eventTable); ++row) {
-    const bool is_last = row + 1 == std::size(eventTable);
-    if ((eventTable[row].kind_code == 0) != is_last) {
+constexpr EventTable MakeEventTable() {
+  EventTable table = {};
+  std::size_t row = 0;
+  for (const Control& control : kControls) {
+    for (const Key& key : control.keys) {
+      RemoteEvent& event = table[row++];
+      CopyName(event.kind, control.kind);
+      event.kind_code = control.kind_code;
+      CopyName(event.key, key.name);
+      event.key_code = key.code;
+    }
+  }
+  return table;
+}
+
+constexpr bool OnlyTheLastRowHasKindCodeZero(const EventTable& table) {
+  for (const RemoteEvent& event : table) {
+    if ((event.kind_code == 0) != (&event == &table.back())) {
       return false;
     }
   }
   return true;
 }
-static_assert(std::size(eventTable) == kRemoteEventCount);
-static_assert(OnlyTheLastRowHasKindCodeZero());
 
 }  // namespace
+
+constexpr EventTable eventTable = MakeEventTable();
+static_assert(OnlyTheLastRowHasKindCodeZero(eventTable));
 
 int getIndexOfKeyEvent(const char* kind, const char* key, std::uint8_t& kind_code_out,
                        std::uint8_t& key_code_out) {
   const auto matches = [kind, key](const RemoteEvent& event) {
     return std::strcmp(kind, event.kind) == 0 && std::strcmp(key, event.key) == 0;
   };
-  const int row = FindRemoteEvent(matches);
-  const RemoteEvent& event = eventTable[row];
+  const RemoteEvent& event = FindRemoteEvent(matches);
   DLOG(2,
        matches(event) ? "command Hit!!! eventTable[%d] kind=%s button=%s"
                       : "command Request is None!!! eventTable[%d] kind=%s button=%s",
-       row, event.kind, event.key);
+       IndexOf(event), event.kind, event.key);
   kind_code_out = event.kind_code;
   key_code_out = event.key_code;
   return kind_code_out != 0 ? 0 : -1;
@@ -210,12 +134,11 @@ int getIndexOfSliderEvent(const char* kind, std::uint8_t& kind_code_out) {
   const auto matches = [kind](const RemoteEvent& event) {
     return std::strcmp(kind, event.kind) == 0;
   };
-  const int row = FindRemoteEvent(matches);
-  const RemoteEvent& event = eventTable[row];
+  const RemoteEvent& event = FindRemoteEvent(matches);
   DLOG(2,
        matches(event) ? "command Hit!!! eventTable[%d] kind=%s"
                       : "command Request is None!!! eventTable[%d] kind=%s",
-       row, event.kind);
+       IndexOf(event), event.kind);
   kind_code_out = event.kind_code;
   return kind_code_out != 0 ? 0 : -1;
 }

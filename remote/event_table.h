@@ -1,7 +1,7 @@
 // The remote event table: the names of controls and keys in requests, and their codes in messages.
 #pragma once
 
-#include <cstddef>
+#include <array>
 #include <cstdint>
 
 /// One key of one control.
@@ -13,21 +13,23 @@ struct RemoteEvent {
 };
 static_assert(sizeof(RemoteEvent) == 62);
 
-constexpr std::size_t kRemoteEventCount = 134;
+using EventTable = std::array<RemoteEvent, 134>;
 
 /// All keys of all controls. The log shows the index of a row, so the order is fixed.
-extern const RemoteEvent eventTable[kRemoteEventCount];
+extern const EventTable eventTable;
 
-/// Index of the first row that `matches` holds for, or else of the last row.
+/// The first row that `matches` holds for, or else the last row.
 template <typename Predicate>
-int FindRemoteEvent(Predicate matches) {
-  constexpr int kLastRow = kRemoteEventCount - 1;
-  int row = 0;
-  while (row < kLastRow && !matches(eventTable[row])) {
-    ++row;
+const RemoteEvent& FindRemoteEvent(Predicate matches) {
+  const RemoteEvent* event = eventTable.data();
+  while (event != &eventTable.back() && !matches(*event)) {
+    ++event;
   }
-  return row;
+  return *event;
 }
+
+/// Index of a row, which the log shows.
+inline int IndexOf(const RemoteEvent& event) { return static_cast<int>(&event - &eventTable[0]); }
 
 /// Looks up a control and one of its keys, both compared exactly, and logs the row at level 2.
 /// @param kind_code_out  receives the control's code, 0 if there is no such pair

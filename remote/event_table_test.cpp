@@ -42,7 +42,7 @@ TEST(EventTable, HasEveryRowAtItsPlace) {
   ASSERT_EQ(std::size(eventTable), 134U);
   for (const RemoteEventRow& expected : kRemoteEventRows) {
     SCOPED_TRACE(expected.row);
-    const RemoteEvent& event = eventTable[expected.row];
+    const RemoteEvent& event = eventTable[static_cast<std::size_t>(expected.row)];
     EXPECT_STREQ(event.kind, expected.kind);
     EXPECT_EQ(event.kind_code, expected.kind_code);
     EXPECT_STREQ(event.key, expected.key);
