@@ -47,26 +47,17 @@ inline std::uint32_t ToBigEndian32(std::uint32_t number) {
 // A layout is a list of named fields, read with `view[field]`. Multi-byte numbers are big-endian,
 // as in all layouts of the camera itself.
 
-/// One unsigned byte.
-struct U8Field {
+/// A number.
+template <typename Number>
+struct NumberField {
   std::uint16_t offset;
 };
-/// One signed byte.
-struct S8Field {
-  std::uint16_t offset;
-};
-/// An unsigned 16-bit number.
-struct U16Field {
-  std::uint16_t offset;
-};
-/// A signed 16-bit number.
-struct S16Field {
-  std::uint16_t offset;
-};
-/// An unsigned 32-bit number.
-struct U32Field {
-  std::uint16_t offset;
-};
+using U8Field = NumberField<std::uint8_t>;
+using S8Field = NumberField<std::int8_t>;
+using U16Field = NumberField<std::uint16_t>;
+using S16Field = NumberField<std::int16_t>;
+using U32Field = NumberField<std::uint32_t>;
+
 /// A text of at most `width` bytes, not necessarily terminated.
 struct TextField {
   std::uint16_t offset;
@@ -89,20 +80,8 @@ class ByteView {
   [[nodiscard]] constexpr std::uint8_t U8(std::size_t offset) const {
     return offset < size_ ? bytes_[offset] : std::uint8_t{0};
   }
-  [[nodiscard]] constexpr std::int8_t S8(std::size_t offset) const {
-    return static_cast<std::int8_t>(U8(offset));
-  }
-  [[nodiscard]] constexpr std::uint16_t U16BigEndian(std::size_t offset) const {
-    return static_cast<std::uint16_t>(U8(offset) << 8 | U8(offset + 1));
-  }
-  [[nodiscard]] constexpr std::int16_t S16BigEndian(std::size_t offset) const {
-    return static_cast<std::int16_t>(U16BigEndian(offset));
-  }
   [[nodiscard]] constexpr std::uint16_t U16LittleEndian(std::size_t offset) const {
     return static_cast<std::uint16_t>(U8(offset + 1) << 8 | U8(offset));
-  }
-  [[nodiscard]] constexpr std::uint32_t U32BigEndian(std::size_t offset) const {
-    return std::uint32_t{U16BigEndian(offset)} << 16 | U16BigEndian(offset + 2);
   }
 
   /// The text in a field of `width` bytes. It ends at a NUL, or with the field or the bytes.
@@ -115,11 +94,14 @@ class ByteView {
     return {text, strnlen(text, available)};
   }
 
-  constexpr std::uint8_t operator[](U8Field field) const { return U8(field.offset); }
-  constexpr std::int8_t operator[](S8Field field) const { return S8(field.offset); }
-  constexpr std::uint16_t operator[](U16Field field) const { return U16BigEndian(field.offset); }
-  constexpr std::int16_t operator[](S16Field field) const { return S16BigEndian(field.offset); }
-  constexpr std::uint32_t operator[](U32Field field) const { return U32BigEndian(field.offset); }
+  template <typename Number>
+  constexpr Number operator[](NumberField<Number> field) const {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < sizeof(Number); ++i) {
+      number = number << 8 | U8(field.offset + i);
+    }
+    return static_cast<Number>(number);
+  }
   std::string_view operator[](TextField field) const { return Text(field.offset, field.width); }
   constexpr ByteView operator[](BytesField field) const {
     const std::size_t start = field.offset < size_ ? field.offset : size_;
@@ -145,10 +127,10 @@ class ByteWriter {
     }
   }
 
-  void Put(U8Field field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
-  void Put(S8Field field, std::uint32_t number) { PutNumber(field.offset, 1, number); }
-  void Put(U16Field field, std::uint32_t number) { PutNumber(field.offset, 2, number); }
-  void Put(U32Field field, std::uint32_t number) { PutNumber(field.offset, 4, number); }
+  template <typename Number>
+  void Put(NumberField<Number> field, std::uint32_t number) {
+    PutNumber(field.offset, sizeof(Number), number);
+  }
 
   /// A text, truncated to leave room for the NUL in its field.
   void Put(TextField field, std::string_view text) {

@@ -280,10 +280,10 @@ std::int64_t Now() {
   return time(nullptr);
 }
 
-TimeOfDay NowWithMicroseconds() {
+std::int64_t NowInMicroseconds() {
   timeval now = {};
   gettimeofday(&now, nullptr);
-  return {now.tv_sec, static_cast<std::int32_t>(now.tv_usec)};
+  return now.tv_sec * std::int64_t{1000000} + now.tv_usec;
 }
 
 std::int64_t MonotonicMilliseconds() {

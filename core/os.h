@@ -118,12 +118,8 @@ std::uint32_t ProcessId();
 /// Seconds since the epoch; 64 bits wide on every build, so correct beyond 2038.
 std::int64_t Now();
 
-/// The same, with microseconds.
-struct TimeOfDay {
-  std::int64_t seconds;
-  std::int32_t microseconds;
-};
-TimeOfDay NowWithMicroseconds();
+/// The same in microseconds.
+std::int64_t NowInMicroseconds();
 
 /// A clock for time-outs, in milliseconds; it never goes back.
 std::int64_t MonotonicMilliseconds();

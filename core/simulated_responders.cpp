@@ -45,71 +45,49 @@ std::string_view TakeLine(std::string_view& rest) {
   return line;
 }
 
-/// The words of a line, one after the other; empty after the last one.
-class Words {
- public:
-  explicit Words(const char* line) : rest_(line) {}
+/// Removes the first word from `rest` and returns it; empty if there is none.
+std::string_view TakeWord(const char*& rest) {
+  const std::string_view word = ValueAfterKey(rest, "");
+  rest = word.data() + word.size();
+  return word;
+}
 
-  std::string_view Next() {
-    const std::string_view word = ValueAfterKey(rest_, "");
-    rest_ = word.data() + word.size();
-    return word;
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// Removes the first number and the separators before it from `rest`; 0 if there is none.
+std::uint32_t TakeNumber(std::string_view& rest) {
+  while (!rest.empty() && !IsDigit(rest.front())) {
+    rest.remove_prefix(1);
   }
-
- private:
-  const char* rest_;
-};
-
-/// The numbers in a word, with any separators, one after the other; 0 after the last one.
-class Numbers {
- public:
-  explicit Numbers(std::string_view word) : rest_(word) {}
-
-  std::uint32_t Next() {
-    while (!rest_.empty() && !IsDigit(rest_.front())) {
-      rest_.remove_prefix(1);
-    }
-    std::uint32_t number = 0;
-    while (!rest_.empty() && IsDigit(rest_.front())) {
-      number = number * 10 + static_cast<std::uint32_t>(rest_.front() - '0');
-      rest_.remove_prefix(1);
-    }
-    return number;
+  std::uint32_t number = 0;
+  for (; !rest.empty() && IsDigit(rest.front()); rest.remove_prefix(1)) {
+    number = number * 10 + static_cast<std::uint32_t>(rest.front() - '0');
   }
-
- private:
-  static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-  std::string_view rest_;
-};
+  return number;
+}
 
 /// Packs "01:23:45:16" in the camera's format; a "." before the frames marks drop frame.
 std::uint32_t PackTimeCode(std::string_view text) {
   constexpr std::uint32_t kDropFrame = 0x80;
-  Numbers numbers(text);
-  std::uint32_t packed = 0;
-  for (int i = 0; i < 4; ++i) {
-    const std::uint32_t number = numbers.Next();
-    packed = packed << 8 | (number / 10 % 10) << 4 | number % 10;
+  std::uint32_t packed = text.find('.') != std::string_view::npos ? kDropFrame : 0;
+  for (const int shift : {24, 16, 8, 0}) {
+    const std::uint32_t number = TakeNumber(text);
+    packed |= ((number / 10 % 10) << 4 | number % 10) << shift;
   }
-  return text.find('.') != std::string_view::npos ? packed | kDropFrame : packed;
+  return packed;
 }
 
 // The camera's status.
 
 /// A key of the status file, and the field of the status reply for its value.
 struct StatusKey {
-  constexpr StatusKey(const char* name, U8Field field) : key(name), offset(field.offset) {}
-  constexpr StatusKey(const char* name, S8Field field) : key(name), offset(field.offset) {}
-  constexpr StatusKey(const char* name, U16Field field)
-      : key(name), offset(field.offset), width(2) {}
-  /// Four bytes are a time code.
-  constexpr StatusKey(const char* name, U32Field field)
-      : key(name), offset(field.offset), width(4) {}
+  template <typename Number>
+  constexpr StatusKey(const char* name, NumberField<Number> field)
+      : key(name), offset(field.offset), width(sizeof(Number)) {}
 
   const char* key;
-  std::uint16_t offset;
-  std::uint16_t width = 1;
+  std::size_t offset;
+  std::size_t width;  ///< in bytes; four bytes are a time code
 };
 
 constexpr StatusKey kStatusKeys[] = {
@@ -144,12 +122,6 @@ const StatusKey* FindStatusKey(std::string_view name) {
   return found != std::end(kStatusKeys) ? found : nullptr;
 }
 
-std::uint32_t ValueOf(const StatusKey& key, const char* text) {
-  constexpr std::size_t kTimeCodeWidth = 4;
-  return key.width == kTimeCodeWidth ? PackTimeCode(text)
-                                     : static_cast<std::uint32_t>(ParseInt32(text));
-}
-
 /// Puts the value of a line into the reply and appends it to `trace`. Lines with other keys are
 /// ignored.
 void TakeStatus(std::string_view line, ByteWriter reply, TextBuilder& trace) {
@@ -163,7 +135,10 @@ void TakeStatus(std::string_view line, ByteWriter reply, TextBuilder& trace) {
   line.remove_prefix(separator + 1);
   CopyText(value, line);
   value[std::strcspn(value, "\r\n")] = '\0';
-  reply.PutNumber(key->offset, key->width, ValueOf(*key, value));
+  reply.PutNumber(key->offset, key->width,
+                  key->width == sizeof(std::uint32_t)
+                      ? PackTimeCode(value)
+                      : static_cast<std::uint32_t>(ParseInt32(value)));
   trace.Append(' ');
   trace.Append(key->key);
   trace.Append('=');
@@ -194,59 +169,47 @@ int SlotOfSection(const char* line) {
 
 void PutClip(const char* line, std::uint32_t index, ByteWriter clip) {
   using namespace clip_record;
-  Words words(line);
   clip.Put(kIndexNo, index);
-  clip.Put(kName, words.Next());
-  clip.Put(kFirstTimeCode, PackTimeCode(words.Next()));
-  clip.Put(kLastTimeCode, PackTimeCode(words.Next()));
-  Numbers date(words.Next());
-  clip.Put(kYear, date.Next());
-  const std::uint32_t month = date.Next();
+  clip.Put(kName, TakeWord(line));
+  clip.Put(kFirstTimeCode, PackTimeCode(TakeWord(line)));
+  clip.Put(kLastTimeCode, PackTimeCode(TakeWord(line)));
+  std::string_view date = TakeWord(line);
+  clip.Put(kYear, TakeNumber(date));
+  const std::uint32_t month = TakeNumber(date);
   clip.Put(kMonth, month > 0 ? month - 1 : 0);
-  clip.Put(kDay, date.Next());
-  Numbers time(words.Next());
-  clip.Put(kHour, time.Next());
-  clip.Put(kMinute, time.Next());
-  clip.Put(kSecond, time.Next());
-  clip.Put(kOkMark, words.Next() == "Mark" ? 1 : 0);
-  clip.Put(kAspectRatio, words.Next() == "4:3" ? 1 : 0);
-  clip.Put(kEditLock, words.Next() == "Disable" ? 1 : 0);
+  clip.Put(kDay, TakeNumber(date));
+  std::string_view time = TakeWord(line);
+  clip.Put(kHour, TakeNumber(time));
+  clip.Put(kMinute, TakeNumber(time));
+  clip.Put(kSecond, TakeNumber(time));
+  clip.Put(kOkMark, TakeWord(line) == "Mark" ? 1 : 0);
+  clip.Put(kAspectRatio, TakeWord(line) == "4:3" ? 1 : 0);
+  clip.Put(kEditLock, TakeWord(line) == "Disable" ? 1 : 0);
 }
 
-/// Iterates over the clips of one slot, which are numbered from 1 in the order of their lines.
-class ClipFile {
- public:
-  explicit ClipFile(int slot) : slot_(slot) {
-    ReadLocked(kClipInfoPath, contents_);
-    rest_ = contents_.View();
-  }
-
-  /// @return whether there is another clip
-  bool Next() {
-    while (!rest_.empty()) {
-      CopyText(line_, TakeLine(rest_));
-      if (line_[0] == '[') {
-        section_ = SlotOfSection(line_);
-        number_ = 0;
-      } else if (section_ == slot_ && !Words(line_).Next().empty()) {
-        ++number_;
-        return true;
-      }
+/// Puts clips of a slot into the reply, from the one with the number `first`. The clips of a slot
+/// are numbered from 1 in the order of their lines.
+/// @return the number of clips, at most `most`
+std::size_t ReadClips(int slot, std::uint32_t first, std::size_t most,
+                      std::uint8_t (&reply)[kClipReplySize]) {
+  TextBuilder contents;
+  ReadLocked(kClipInfoPath, contents);
+  int section = kNoSlot;
+  std::uint32_t number = 0;
+  std::size_t count = 0;
+  for (std::string_view rest = contents.View(); !rest.empty() && count < most;) {
+    char line[256];
+    CopyText(line, TakeLine(rest));
+    if (line[0] == '[') {
+      section = SlotOfSection(line);
+      number = 0;
+    } else if (section == slot && !ValueAfterKey(line, "").empty() && ++number >= first) {
+      PutClip(line, number, {reply + kReplyFirstClip + count * kClipRecordSize, kClipRecordSize});
+      ++count;
     }
-    return false;
   }
-
-  [[nodiscard]] const char* Line() const { return line_; }
-  [[nodiscard]] std::uint32_t Number() const { return number_; }
-
- private:
-  int slot_;
-  TextBuilder contents_;
-  std::string_view rest_;
-  int section_ = kNoSlot;
-  std::uint32_t number_ = 0;
-  char line_[256] = {};
-};
+  return count;
+}
 
 }  // namespace
 
@@ -258,23 +221,14 @@ void Dummy_GetCamStatus(std::uint8_t (&reply)[status_reply::kSize]) {
 
 std::size_t Dummy_GetClipInfo(ByteView request, std::uint8_t (&reply)[kClipReplySize]) {
   const int slot = request.U8(0);
-  const std::uint16_t first = request.U16BigEndian(2);
-  const std::uint16_t asked = request.U16BigEndian(4);
+  const std::uint16_t first = request[U16Field{2}];
+  const std::uint16_t asked = request[U16Field{4}];
   DLOG(4, "Dummy_GetClipInfo slot=%d, start_index_num=%d, max_clip_num=%d", slot, first, asked);
   std::memset(reply, 0, sizeof reply);
-  const int most = std::min<int>(asked, kClipsPerExchange);
-  std::uint32_t count = 0;
-  std::size_t length = kReplyFirstClip;
-  ClipFile clips(slot);
-  while (static_cast<int>(count) < most && clips.Next()) {
-    if (clips.Number() >= first) {
-      PutClip(clips.Line(), clips.Number(), {reply + length, kClipRecordSize});
-      length += kClipRecordSize;
-      ++count;
-    }
-  }
-  ByteWriter(reply, sizeof reply).Put(kReplyClipCount, count);
-  return length;
+  const std::size_t most = std::min<std::size_t>(asked, kClipsPerExchange);
+  const std::size_t count = ReadClips(slot, first, most, reply);
+  ByteWriter(reply, sizeof reply).Put(kReplyClipCount, static_cast<std::uint32_t>(count));
+  return kReplyFirstClip + count * kClipRecordSize;
 }
 
 void Dummy_PageChange(ByteView /*request*/, std::uint8_t (&reply)[kPageReplySize]) {
@@ -315,7 +269,7 @@ void Dummy_SetZoomCtrl(std::int16_t position) {
 }
 
 void Dummy_SetClipInfo(ByteView request, std::uint8_t (&reply)[1]) {
-  DLOG(4, "Slot=%d,IndexNo=%d,OKMark=%d\n", request.U8(0), request.U16BigEndian(2), request.U8(4));
+  DLOG(4, "Slot=%d,IndexNo=%d,OKMark=%d\n", request.U8(0), request[U16Field{2}], request.U8(4));
   reply[0] = 0;
 }
 
@@ -326,7 +280,6 @@ void Dummy_SetWebFtp(ByteView request, std::uint8_t (&reply)[2]) {
 }
 
 double gettimeofday_sec() {
-  constexpr double kMicrosecond = 1e-6;
-  const os::TimeOfDay now = os::NowWithMicroseconds();
-  return static_cast<double>(now.seconds) + now.microseconds * kMicrosecond;
+  constexpr double kMicrosecondsPerSecond = 1e6;
+  return static_cast<double>(os::NowInMicroseconds()) / kMicrosecondsPerSecond;
 }

@@ -4,7 +4,6 @@
 #include "core/name_table.h"
 #include "core/parameters.h"
 #include "core/session.h"
-#include "core/text.h"
 #include "status/camera_status_block.h"
 #include "status/names.h"
 
@@ -25,10 +24,7 @@ constexpr NameTable<18> kDestinations = {{"JP", "US", "KR", "EU", "ER", "AC", "A
 
 int SessionRenewal::Parse(const char* params) {
   DLOG(2, "##### SessionRenewal Parse() params=%s", params);
-  if (!ReadParameter(params, "Update", update_)) {
-    return -1;
-  }
-  return 0;
+  return ReadParameter(params, "Update", update_) ? 0 : -1;
 }
 
 void SessionRenewal::Transmit() {
@@ -71,11 +67,11 @@ void PageChange::Output() {
   const camera_status::CameraStatusBlock block;
   JsonWriter& data = AddData();
   data.BeginObject("AllowedPage");
-  data.Number("PlanningMetadata", Reply().S8(1));
-  data.Number("EditMetadata", Reply().S8(2));
-  data.Number("ViewRemote", Reply().S8(3));
+  data.Number("PlanningMetadata", Reply()[S8Field{1}]);
+  data.Number("EditMetadata", Reply()[S8Field{2}]);
+  data.Number("ViewRemote", Reply()[S8Field{3}]);
   data.Number("CameraControl", block[camera_status::kCameraControlAllowed]);
-  data.Number("Setting", Reply().S8(4));
+  data.Number("Setting", Reply()[S8Field{4}]);
   data.EndObject();
   Command::Output();
 }

@@ -155,7 +155,7 @@ const char* Environment(const char* name) {
 
 std::uint32_t ProcessId() { return 4711; }
 std::int64_t Now() { return TheWorld().now; }
-TimeOfDay NowWithMicroseconds() { return {TheWorld().now, 0}; }
+std::int64_t NowInMicroseconds() { return TheWorld().now * 1000000; }
 std::int64_t MonotonicMilliseconds() { return 0; }
 void PrepareDescriptors() {}
 
