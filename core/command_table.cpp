@@ -1,7 +1,6 @@
 #include "core/command_table.h"
 
 #include <cstring>
-#include <iterator>
 
 #include "core/cmd/camera_settings.h"
 #include "core/cmd/cloud.h"
@@ -36,7 +35,7 @@ constexpr CommandRow Row(const char* name, CommandPreset preset, std::uint8_t tr
 }
 
 // In matching order.
-constexpr CommandRow kCommandTable[] = {
+constexpr std::initializer_list<CommandRow> kCommandTable = {
     Row<MonitorStart>("MonitorStart", Message(5, 5, 0)),
     Row<MonitorStop>("MonitorStop", Message(5, 6, 0)),
     Row<SetZoomCtrl>("SetZoomCtrl", Message(5, 14, 2)),
@@ -114,7 +113,7 @@ constexpr CommandRow kCommandTable[] = {
 
 }  // namespace
 
-CommandTable AllCommands() { return {kCommandTable, std::size(kCommandTable)}; }
+std::initializer_list<CommandRow> AllCommands() { return kCommandTable; }
 
 const CommandRow* FindCommand(const char* name) {
   for (const CommandRow& row : AllCommands()) {

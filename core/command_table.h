@@ -1,8 +1,8 @@
 // The command table: every command of the interface, as data.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 
 #include "core/cmd/command.h"
@@ -25,14 +25,7 @@ struct CommandRow {
 };
 
 /// All commands, in matching order.
-struct CommandTable {
-  const CommandRow* rows;
-  std::size_t count;
-
-  [[nodiscard]] const CommandRow* begin() const { return rows; }
-  [[nodiscard]] const CommandRow* end() const { return rows + count; }
-};
-CommandTable AllCommands();
+std::initializer_list<CommandRow> AllCommands();
 
 /// The row of a command, compared exactly; null for an unknown name.
 const CommandRow* FindCommand(const char* name);

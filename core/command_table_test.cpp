@@ -90,11 +90,11 @@ constexpr Row kRows[] = {
 static_assert(std::size(kRows) == 68);
 
 TEST(CommandTable, HasEveryCommandWithItsHeaderTimeoutAndLevel) {
-  const CommandTable table = AllCommands();
-  ASSERT_EQ(table.count, std::size(kRows));
+  const std::initializer_list<CommandRow> table = AllCommands();
+  ASSERT_EQ(table.size(), std::size(kRows));
   for (std::size_t i = 0; i < std::size(kRows); ++i) {
     const Row& expected = kRows[i];
-    const CommandRow& row = table.rows[i];
+    const CommandRow& row = table.begin()[i];
     SCOPED_TRACE(expected.name);
     EXPECT_STREQ(row.name, expected.name);
     EXPECT_EQ(row.preset.message_class, expected.message_class);

@@ -30,7 +30,7 @@ void SendRequest(const os::Descriptor& socket, const MessageHeader& header,
   if (os::Lock(socket)) {
     if (message.IsSet()) {
       message.SetHeader(header);
-      SendOrEnd(socket, message.Bytes().Bytes(), message.Bytes().Size());
+      SendOrEnd(socket, message.Bytes(), message.Size());
       message.Release();
     } else {
       SendOrEnd(socket, &header, sizeof header);

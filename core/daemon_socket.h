@@ -1,7 +1,6 @@
-// Exchanges messages with the camera's resident daemons over Unix-domain stream sockets.
+// Exchanges messages with the camera's resident daemons over Unix-domain stream sockets. If a daemon
+// cannot be reached, or closes before the message is written, the process ends (see `Fatal`).
 #pragma once
-
-#include <cstdint>
 
 #include "core/message.h"
 #include "core/os.h"
@@ -10,9 +9,6 @@
 extern const char kControlDaemonPath[];
 
 /// Sends one message to a daemon and receives its reply.
-///
-/// If the daemon cannot be reached, or closes before the message is written, the process ends (see
-/// `Fatal`).
 ///
 /// @param daemon_path  of the daemon's socket
 /// @param timeout      for connecting and sending, and once each for the reply's header and payload
@@ -26,9 +22,6 @@ bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const Messag
                       OutgoingMessage& message, ByteBuffer& reply);
 
 /// Sends one message to a daemon without waiting for a reply.
-///
-/// If the daemon cannot be reached, or closes before the message is written, the process ends (see
-/// `Fatal`).
 ///
 /// @param msg     the whole message
 /// @param length  its length in bytes; 0 is logged and nothing is sent

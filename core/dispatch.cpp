@@ -5,7 +5,6 @@
 #include "core/command_table.h"
 #include "core/dlog.h"
 #include "core/reply.h"
-#include "core/text.h"
 
 namespace {
 

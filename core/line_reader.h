@@ -10,9 +10,10 @@
 /// not depend on the size of the buffer.
 class LinePieces {
  public:
+  /// @param file  must outlive the reader; not open if there is no such file
   explicit LinePieces(const os::Descriptor& file) : file_(file), failed_(!file.IsOpen()) {}
 
-  /// Whether the file could not be opened or read.
+  /// Whether the file is missing or cannot be read; known after the last line.
   [[nodiscard]] bool Failed() const { return failed_; }
 
   /// Fills `piece` with the next line, including its line feed, or with the first `size - 1` bytes
@@ -34,19 +35,14 @@ class LinePieces {
 /// Reads a text file in lines of at most `Size - 1` characters, up to `os::kMaxFile` bytes. A
 /// missing or unreadable file and a folder have no lines.
 template <std::size_t Size>
-class LineReader {
+class LineReader : public LinePieces {
  public:
-  /// @param file  must outlive the reader; not open if there is no such file
-  explicit LineReader(const os::Descriptor& file) : pieces_(file) {}
+  using LinePieces::LinePieces;
 
   /// The next line, or null after the last one; valid until the next call.
-  const char* Next() { return pieces_.Next(line_, Size) ? line_ : nullptr; }
-
-  /// Whether the file is missing or cannot be read; known after the last line.
-  [[nodiscard]] bool Failed() const { return pieces_.Failed(); }
+  const char* Next() { return LinePieces::Next(line_, Size) ? line_ : nullptr; }
 
  private:
-  LinePieces pieces_;
   char line_[Size];
 };
 

@@ -55,20 +55,12 @@ class ByteBuffer {
 };
 
 /// An outgoing message: room for the header, then the payload.
-class OutgoingMessage {
+class OutgoingMessage : public ByteBuffer {
  public:
   OutgoingMessage() = default;
   explicit OutgoingMessage(std::uint16_t payload_length)
-      : bytes_(kMessageHeaderSize + payload_length) {}
+      : ByteBuffer(kMessageHeaderSize + payload_length) {}
 
-  [[nodiscard]] bool IsSet() const { return bytes_.IsSet(); }
-  [[nodiscard]] std::uint8_t* Payload() { return bytes_.Bytes() + kMessageHeaderSize; }
-  void SetHeader(const MessageHeader& header) {
-    std::memcpy(bytes_.Bytes(), &header, sizeof header);
-  }
-  [[nodiscard]] const ByteBuffer& Bytes() const { return bytes_; }
-  void Release() { bytes_.Release(); }
-
- private:
-  ByteBuffer bytes_;
+  [[nodiscard]] std::uint8_t* Payload() { return Bytes() + kMessageHeaderSize; }
+  void SetHeader(const MessageHeader& header) { std::memcpy(Bytes(), &header, sizeof header); }
 };

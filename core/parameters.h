@@ -19,3 +19,11 @@ bool ReadParameter(const char* params, const char* key, char (&value)[Size]) {
 /// Reads a parameter as a decimal number (see `ParseInt32`).
 /// @return false if the member is missing
 bool ReadParameter(const char* params, const char* key, std::int32_t& value);
+
+/// Reads several parameters, given as pairs of key and value, up to the first that is missing.
+/// @return false if one is missing
+inline bool ReadParameters(const char* /*params*/) { return true; }
+template <typename Value, typename... Rest>
+bool ReadParameters(const char* params, const char* key, Value& value, Rest&... rest) {
+  return ReadParameter(params, key, value) && ReadParameters(params, rest...);
+}

@@ -11,11 +11,6 @@ const char HTTP_HEADER[] =
     "Expires: Thu, 01 Dec 1994 16:00:00 GMT\n"
     "Content-Length:";
 
-const char kFormatErrorReply[] = R"({"Response":{"Result":"FormatError"}})";
-const char kSessionErrorReply[] = R"({"Response":{"Result":"SessionError"}})";
-const char kCommandErrorReply[] = R"({"Response":{"Result":"CommandError"}})";
-const char kRequestedErrorReply[] = R"({"Response":{"Result":"RequestedError"}})";
-
 void PrintReply(std::string_view json) {
   TextBuilder reply;
   reply.Reserve(sizeof HTTP_HEADER + sizeof "4294967295\n\n" + json.size());

@@ -10,10 +10,10 @@ extern const char HTTP_HEADER[];
 constexpr const char* RESULT_STR[] = {"Success", "RequestedError", "DisableError"};
 
 // The replies to requests that are rejected.
-extern const char kFormatErrorReply[];
-extern const char kSessionErrorReply[];
-extern const char kCommandErrorReply[];
-extern const char kRequestedErrorReply[];
+inline constexpr char kFormatErrorReply[] = R"({"Response":{"Result":"FormatError"}})";
+inline constexpr char kSessionErrorReply[] = R"({"Response":{"Result":"SessionError"}})";
+inline constexpr char kCommandErrorReply[] = R"({"Response":{"Result":"CommandError"}})";
+inline constexpr char kRequestedErrorReply[] = R"({"Response":{"Result":"RequestedError"}})";
 
 /// Prints the header and the whole JSON text, whatever its length, in one write. A failure, usually
 /// a web server that has gone, is logged at level 1.

@@ -90,36 +90,23 @@ bool AwaitRoom() {
          });
 }
 
-/// A message in pieces. Sending it needs no memory: a process that has run out of it logs that.
-class Pieces {
- public:
-  template <std::size_t Count>
-  explicit Pieces(iovec (&pieces)[Count]) {
-    rest_.msg_iov = pieces;
-    rest_.msg_iovlen = Count;
+/// Removes what has been sent from a message.
+void RemovePrefix(msghdr& message, std::size_t length) {
+  while (message.msg_iovlen > 0 && length >= message.msg_iov->iov_len) {
+    length -= message.msg_iov->iov_len;
+    ++message.msg_iov;
+    --message.msg_iovlen;
   }
-
-  [[nodiscard]] const msghdr& Rest() const { return rest_; }
-  [[nodiscard]] bool AreSent() const { return rest_.msg_iovlen == 0; }
-
-  void RemovePrefix(std::size_t length) {
-    while (rest_.msg_iovlen > 0 && length >= rest_.msg_iov->iov_len) {
-      length -= rest_.msg_iov->iov_len;
-      ++rest_.msg_iov;
-      --rest_.msg_iovlen;
-    }
-    if (rest_.msg_iovlen > 0) {
-      rest_.msg_iov->iov_base = static_cast<char*>(rest_.msg_iov->iov_base) + length;
-      rest_.msg_iov->iov_len -= length;
-    }
+  if (message.msg_iovlen > 0) {
+    message.msg_iov->iov_base = static_cast<char*>(message.msg_iov->iov_base) + length;
+    message.msg_iov->iov_len -= length;
   }
-
- private:
-  msghdr rest_ = {};
-};
+}
 
 iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
+/// Sends a message in pieces, without memory for the whole: a process that has run out of memory
+/// logs that.
 /// @return false if there is no log daemon at the other end. A message that the daemon does not
 ///         take in time is lost; that is no reason to connect again.
 bool SendToLog(int priority, const char* text) {
@@ -132,13 +119,15 @@ bool SendToLog(int priority, const char* text) {
                    Piece(": "),
                    Piece(text),
                    Piece(std::string_view("", log_is_stream ? 1 : 0))};
-  Pieces pieces(parts);
+  msghdr rest = {};
+  rest.msg_iov = parts;
+  rest.msg_iovlen = std::size(parts);
   bool is_cut = false;
   while (log_socket >= 0) {
-    const ssize_t sent = sendmsg(log_socket, &pieces.Rest(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    const ssize_t sent = sendmsg(log_socket, &rest, MSG_NOSIGNAL | MSG_DONTWAIT);
     if (sent >= 0) {
-      pieces.RemovePrefix(static_cast<std::size_t>(sent));
-      if (pieces.AreSent()) {
+      RemovePrefix(rest, static_cast<std::size_t>(sent));
+      if (rest.msg_iovlen == 0) {
         return true;
       }
       is_cut = true;

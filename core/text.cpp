@@ -1,5 +1,7 @@
 #include "core/text.h"
 
+#include <algorithm>
+
 DecimalText::DecimalText(std::int64_t number, std::size_t width) {
   std::uint64_t rest =
       number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
@@ -48,8 +50,5 @@ std::int64_t ParseInt64(const char* text) {
 
 std::int32_t ParseInt32(const char* text) {
   const std::int64_t value = ParseInt64(text);
-  if (value < INT32_MIN) {
-    return INT32_MIN;
-  }
-  return value > INT32_MAX ? INT32_MAX : static_cast<std::int32_t>(value);
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));
 }

@@ -67,7 +67,5 @@ void CopyNumber(char (&to)[Size], std::int32_t number) {
 
 /// The low 16 bits of a number, as a signed number (70000 becomes 4464, 40000 becomes -25536).
 constexpr std::int16_t TruncateToInt16(std::int32_t number) {
-  const auto low = static_cast<std::uint16_t>(number);
-  return low < 0x8000 ? static_cast<std::int16_t>(low)
-                      : static_cast<std::int16_t>(std::int32_t{low} - 0x10000);
+  return static_cast<std::int16_t>(number);
 }
