@@ -10,8 +10,7 @@
 #include <cstdint>
 
 #include "core/bytes.h"
-#include "status/clip_record.h"
-#include "status/status_reply.h"
+#include "status/replies.h"
 
 /// Answers the status request from "cam_status", which is read under the exclusive lock, with the
 /// result "Success", and logs the values.

@@ -7,14 +7,14 @@
 #include "status/camera_status_block.h"
 #include "status/enable_table.h"
 #include "status/names.h"
-#include "status/status_reply.h"
+#include "status/replies.h"
 
 namespace {
 
-using camera_status::CameraStatusBlock;
+using namespace camera_status;
+using namespace status_reply;
 
 void WriteOperation(JsonWriter& data, ByteView reply) {
-  using namespace status_reply;
   char time_code[Command::kTimeCodeSize];
   Command::MakeTCString(reply[kTimeCode], time_code);
   data.Text("Status", kRecordingNames[reply[kRecording]]);
@@ -25,20 +25,18 @@ void WriteOperation(JsonWriter& data, ByteView reply) {
   data.Text("TC", time_code);
 }
 
-void WriteSlot(JsonWriter& data, const char* key, const status_reply::SlotFields& slot,
-               ByteView reply) {
+void WriteSlot(JsonWriter& data, const char* key, const SlotFields& slot, ByteView reply) {
   const std::uint16_t remain = reply[slot.remain];
   data.BeginObject(key);
   data.Text("Status", kSlotNames[reply[slot.status]]);
   data.Text("Protect", kProtectNames[reply[slot.protect]]);
-  data.QuotedNumber("Remain", remain == status_reply::kRemainUnknown ? -1 : remain);
+  data.QuotedNumber("Remain", remain == kRemainUnknown ? -1 : remain);
   data.Number("ClipNum", reply[slot.clip_count]);
   data.Number("RemainWarn", reply[slot.remain_warning]);
   data.EndObject();
 }
 
 void WriteBattery(JsonWriter& data, ByteView reply) {
-  using namespace status_reply;
   data.BeginObject("Battery");
   data.Text("Info", kBatteryNames[reply[kBatteryInfo]]);
   data.QuotedNumber("Level", reply[kBatteryLevel]);
@@ -47,18 +45,16 @@ void WriteBattery(JsonWriter& data, ByteView reply) {
 }
 
 void WriteAllowedPages(JsonWriter& data, ByteView reply, const CameraStatusBlock& block) {
-  using namespace status_reply;
   data.BeginObject("AllowedPage");
   data.Number("PlanningMetadata", reply[kPlanningMetadataAllowed]);
   data.Number("EditMetadata", reply[kEditMetadataAllowed]);
   data.Number("ViewRemote", reply[kViewRemoteAllowed]);
-  data.Number("CameraControl", block[camera_status::kCameraControlAllowed]);
+  data.Number("CameraControl", block[kCameraControlAllowed]);
   data.Number("Setting", reply[kSettingAllowed]);
   data.EndObject();
 }
 
 void WriteNetwork(JsonWriter& data, ByteView reply) {
-  using namespace status_reply;
   data.Text("NetAdaptorStatus", kNetAdaptorStatusNames[reply[kNetAdaptor]]);
   data.Text("NetAdaptorType", kNetAdaptorTypeNames[reply[kNetAdaptor]]);
   data.Text("WebAccess", kSwitchNames[reply[kWebAccess]]);
@@ -66,29 +62,21 @@ void WriteNetwork(JsonWriter& data, ByteView reply) {
 
 /// How an FTP server's key is printed. The spaces let a page wrap it.
 struct KeyFormat {
-  std::size_t bytes;
-  std::size_t bytes_per_line;
+  std::uint8_t bytes;
+  std::uint8_t bytes_per_line;
 };
 
-KeyFormat FormatOfKey(std::uint8_t type) {
-  switch (type) {
-    case 1:
-      return {20, 10};
-    case 2:
-      return {16, 8};
-    default:
-      return {20, 4};
-  }
-}
+/// By the type of the key; all other types are printed like type 0.
+constexpr KeyFormat kKeyFormats[] = {{20, 4}, {20, 10}, {16, 8}};
 
 void WriteFtpMessage(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   constexpr std::uint8_t kPhaseTrust = 9;
   if (block[kFtpPhase1] != kPhaseTrust) {
     data.Text("Message", block[kFtpMessage]);
     return;
   }
-  const KeyFormat format = FormatOfKey(block[kFtpMessageType]);
+  const std::uint8_t type = block[kFtpMessageType];
+  const KeyFormat format = kKeyFormats[type < std::size(kKeyFormats) ? type : 0];
   const ByteView key = block[kFtpKey];
   TextBuilder& text = data.BeginText("Message");
   for (std::size_t i = 0; i < format.bytes; ++i) {
@@ -101,7 +89,6 @@ void WriteFtpMessage(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WriteFtp(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.BeginObject("Ftp");
   data.Text("Phase1", GetFtpPhase(block[kFtpPhase1]));
   data.Text("Phase2", GetFtpPhase(block[kFtpPhase2]));
@@ -120,11 +107,10 @@ void WriteFtp(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WriteEnableFlags(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.BeginObject("Enable");
   for (const EnableGroup& group : kEnableTable) {
     data.BeginObject(group.name);
-    for (const EnableFlag& flag : group) {
+    for (const EnableFlag& flag : group.flags) {
       data.Number(flag.key, block[flag.flag]);
     }
     data.EndObject();
@@ -133,7 +119,6 @@ void WriteEnableFlags(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WriteButtonLetters(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   constexpr std::string_view kUserButtons[] = {"Sw1", "Sw2", "Sw3", "Sw4",  "Sw5", "Sw6",
                                                "Sw7", "Sw8", "Sw9", "Sw10", "Sw11"};
   static_assert(std::size(kUserButtons) == std::size(kUserLabels));
@@ -173,7 +158,6 @@ void WriteLetter(JsonWriter& data, const char* key, std::string_view letter) {
 }
 
 void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.BeginObject("Whb");
   data.Text("Status", kWhiteBalanceNames[block[kWhiteBalanceMode]]);
   data.Text("Letter", block[kWhiteBalanceLetter]);
@@ -187,7 +171,6 @@ void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WritePicture(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.Text("Fullauto", kSwitchNames[block[kFullauto]]);
   WriteSetting(data, "Iris", kIrisNames[block[kIrisMode]], block[kIrisLetter]);
   WriteSetting(data, "Gain", kGainNames[block[kGainMode]], block[kGainLetter]);
@@ -200,7 +183,6 @@ void WritePicture(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WriteDisplays(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.Text("Disptv", kDisplayNames[block[kDisplayHidden]]);
   data.BeginObject("CharMix");
   data.Text("Sdi", kSwitchNames[block[kCharacterMixSdi]]);
@@ -210,7 +192,6 @@ void WriteDisplays(JsonWriter& data, const CameraStatusBlock& block) {
 }
 
 void WriteCloudStreaming(JsonWriter& data, const CameraStatusBlock& block) {
-  using namespace camera_status;
   data.BeginObject("CloudStreaming");
   data.Text("LoginStatus", kCloudStateNames[block[kCloudLogin]]);
   data.Text("GetEventListStatus", kCloudStateNames[block[kCloudEventList]]);
@@ -227,13 +208,13 @@ void GetCamStatus::Output() {
   JsonWriter& data = AddData();
   data.Reserve(kMaxReport);
   WriteOperation(data, reply);
-  WriteSlot(data, "SlotA", status_reply::kSlotA, reply);
-  WriteSlot(data, "SlotB", status_reply::kSlotB, reply);
+  WriteSlot(data, "SlotA", kSlotA, reply);
+  WriteSlot(data, "SlotB", kSlotB, reply);
   WriteBattery(data, reply);
-  data.Text("AspectRatio", kAspectRatioNames[reply[status_reply::kAspectRatio]]);
+  data.Text("AspectRatio", kAspectRatioNames[reply[kAspectRatio]]);
   WriteAllowedPages(data, reply, block);
   WriteNetwork(data, reply);
-  data.Number("ZoomDisplayValue", reply[status_reply::kZoomDisplayValue]);
+  data.Number("ZoomDisplayValue", reply[kZoomDisplayValue]);
   WriteFtp(data, block);
   WriteEnableFlags(data, block);
   WriteButtonLetters(data, block);

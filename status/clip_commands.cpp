@@ -13,8 +13,7 @@ int SetClipInfo::Parse(const char* params) {
   char slot[2] = {};
   std::int32_t number = 0;
   ShortText ok_mark;
-  if (!ReadParameter(params, "Slot", slot) || !ReadParameter(params, "IndexNo", number) ||
-      !ReadParameter(params, "OKMark", ok_mark)) {
+  if (!ReadParameters(params, "Slot", slot, "IndexNo", number, "OKMark", ok_mark)) {
     return -1;
   }
   const auto index_no = static_cast<std::uint16_t>(number);
@@ -37,20 +36,20 @@ int WebFtpOperateResponse::Parse(const char* params) {
   return 0;
 }
 
-int FtpUploadStart::Parse(const char* params) {
-  DLOG(2, "%s params=%s", log_name_, params);
+int FtpUploadStart::ParseAs(const char* log_name, const char* params) {
+  DLOG(2, "%s params=%s", log_name, params);
   std::int32_t server = 0;
   std::int32_t slot = 0;
-  if (!ReadParameter(params, "Server", server) || !ReadParameter(params, "Slot", slot)) {
+  if (!ReadParameters(params, "Server", server, "Slot", slot)) {
     return -1;
   }
-  DLOG(2, "%s send param server=%d slot=%d", log_name_, server, slot);
+  DLOG(2, "%s send param server=%d slot=%d", log_name, server, slot);
   SetPayload({LowByte(server), LowByte(slot)});
   return 0;
 }
 
-int FtpUploadSelection::Parse(const char* params) {
-  DLOG(2, "select %c upload ftp%d params=%s", slot_, server_, params);
+int FtpUploadSelection::ParseFor(int server, char slot, const char* params) {
+  DLOG(2, "select %c upload ftp%d params=%s", slot, server, params);
   std::uint32_t blocks[kClipBlockCount] = {};
   SetClipUploadBitmap(params, blocks);
   std::memcpy(NewPayload(sizeof blocks), blocks, sizeof blocks);

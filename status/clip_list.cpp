@@ -4,8 +4,8 @@
 #include "core/cmd/status.h"
 #include "core/parameters.h"
 #include "core/text.h"
-#include "status/clip_record.h"
 #include "status/names.h"
+#include "status/replies.h"
 
 namespace {
 
@@ -58,11 +58,8 @@ int GetClipInfo::Parse(const char* params) {
   char slot[2] = {};
   std::int32_t start_index = 0;
   std::int32_t clip_count = 0;
-  if (!ReadParameter(params, "Slot", slot) || !ReadParameter(params, "StartIndexNo", start_index) ||
-      !ReadParameter(params, "ClipNum", clip_count)) {
-    return -1;
-  }
-  if (slot[0] != 'A' && slot[0] != 'B') {
+  if (!ReadParameters(params, "Slot", slot, "StartIndexNo", start_index, "ClipNum", clip_count) ||
+      (slot[0] != 'A' && slot[0] != 'B')) {
     return -1;
   }
   slot_ = slot[0] == 'A' ? 0 : 1;
@@ -75,7 +72,7 @@ int GetClipInfo::Parse(const char* params) {
 }
 
 void GetClipInfo::Transmit() {
-  for (int asked = 0; asked < clip_count_ && !DaemonTimedOut(); asked += kClipsPerExchange) {
+  for (int asked = 0; asked < clip_count_ && !daemon_timed_out_; asked += kClipsPerExchange) {
     const auto first = static_cast<std::uint16_t>(start_index_ + asked);
     const auto count = static_cast<std::uint16_t>(std::min(clip_count_ - asked, kClipsPerExchange));
     SetPayload({slot_, 0, HighByte(first), LowByte(first), HighByte(count), LowByte(count)});
@@ -86,12 +83,11 @@ void GetClipInfo::Transmit() {
 
 void GetClipInfo::KeepClips() {
   const ByteView reply = Reply();
-  const int count = std::min<int>(reply[kReplyClipCount], kClipsPerExchange);
-  for (std::size_t clip = 0; clip < static_cast<std::size_t>(count); ++clip) {
-    char* const record = clips_.Extend(kClipRecordSize);
-    for (std::size_t i = 0; i < kClipRecordSize; ++i) {
-      record[i] = static_cast<char>(reply.U8(kReplyFirstClip + clip * kClipRecordSize + i));
-    }
+  const std::size_t count = std::min<std::size_t>(reply[kReplyClipCount], kClipsPerExchange);
+  const std::size_t size = count * kClipRecordSize;
+  char* const records = clips_.Extend(size);
+  for (std::size_t i = 0; i < size; ++i) {
+    records[i] = static_cast<char>(reply.U8(kReplyFirstClip + i));
   }
 }
 

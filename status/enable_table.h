@@ -2,6 +2,8 @@
 // control, 0 if disabled.
 #pragma once
 
+#include <initializer_list>
+
 #include "status/camera_status_block.h"
 
 namespace camera_status {
@@ -14,12 +16,8 @@ struct EnableFlag {
 
 /// The flags of one group of controls, in the order in which they are reported.
 struct EnableGroup {
-  const char* name;
-  const EnableFlag* flags;
-  std::uint8_t count;
-
-  [[nodiscard]] const EnableFlag* begin() const { return flags; }
-  [[nodiscard]] const EnableFlag* end() const { return flags + count; }
+  char name[12];
+  std::initializer_list<EnableFlag> flags;
 };
 
 constexpr std::size_t kEnableGroupCount = 12;

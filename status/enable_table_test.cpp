@@ -32,7 +32,7 @@ constexpr const char* kExpected[] = {
 std::string Describe(const camera_status::EnableGroup& group) {
   std::string text = group.name;
   const char* separator = ": ";
-  for (const camera_status::EnableFlag& flag : group) {
+  for (const camera_status::EnableFlag& flag : group.flags) {
     text += separator;
     text += flag.key;
     text += ' ';

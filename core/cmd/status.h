@@ -1,5 +1,6 @@
 // Commands about the camera's state and its clips: status report, clip list, clip marking and FTP
 // upload. All of them talk to the camera control daemon; numbers in their payloads are big-endian.
+// `Parse` returns -1 if a parameter is missing.
 #pragma once
 
 #include <cstdint>
@@ -9,10 +10,9 @@
 
 /// Reports the camera's whole state; the pages of the web remote poll it.
 ///
-/// The message is a bare header. The report combines the daemon's reply (see status/status_reply.h)
+/// The message is a bare header. The report combines the daemon's reply (see status/replies.h)
 /// with the camera status block. Bytes of the reply that did not arrive are reported as zeros.
-class GetCamStatus : public Command {
- public:
+struct GetCamStatus : Command {
   /// Length of the longest report, reserved at once because this command is polled.
   static constexpr std::size_t kMaxReport = 3454;
 
@@ -23,8 +23,8 @@ class GetCamStatus : public Command {
 ///
 /// Parameters: "Slot" ("A" or "B", only the first character counts), "StartIndexNo" (index number
 /// of the first clip, at least 1) and "ClipNum" (number of clips, at least 1), both truncated to
-/// signed 16 bits. `Parse` returns -1 for a missing parameter or another slot, -2 for a bad start
-/// index, -3 for a bad number of clips.
+/// signed 16 bits. `Parse` returns -1 for another slot, -2 for a bad start index, -3 for a bad number
+/// of clips.
 ///
 /// The daemon returns at most 15 clips, so there is one exchange for every 15 of them. Payload:
 /// byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number of the first clip, bytes 4 and
@@ -43,7 +43,7 @@ class GetClipInfo : public Command {
   std::uint8_t slot_ = 0;
   std::int16_t start_index_ = 0;
   std::int16_t clip_count_ = 0;
-  /// The received clip records (see status/clip_record.h). Memory grows with the clips that arrive,
+  /// The received clip records (see status/replies.h). Memory grows with the clips that arrive,
   /// not with the number that the client asked for.
   TextBuilder clips_;
 };
@@ -52,50 +52,38 @@ class GetClipInfo : public Command {
 ///
 /// Parameters: "Slot" ("A"; anything else means B, only the first character counts), "IndexNo" of
 /// the clip (truncated to 16 bits) and "OKMark" ("NoMark" clears the mark, any other text sets it).
-/// `Parse` returns -1 if one is missing.
-///
 /// Payload: byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number, byte 4 OK mark (0 or
 /// 1), byte 5 zero.
-class SetClipInfo : public Command {
- public:
+struct SetClipInfo : Command {
   int Parse(const char* params) override;
 };
 
 /// Answers a prompt of the camera's FTP client.
 ///
-/// Parameter "Response": a number whose meaning only the daemon knows; `Parse` returns -1 if it is
-/// missing. Payload: byte 0 its low byte, byte 1 zero.
-class WebFtpOperateResponse : public Command {
- public:
+/// Parameter "Response": a number whose meaning only the daemon knows. Payload: byte 0 its low byte,
+/// byte 1 zero.
+struct WebFtpOperateResponse : Command {
   int Parse(const char* params) override;
 };
 
 /// Base of the commands that start the upload of many clips.
 ///
-/// Parameters: the numbers "Server" and "Slot"; `Parse` returns -1 if one is missing. Payload: byte
-/// 0 the low byte of the server, byte 1 the low byte of the slot.
+/// Parameters: the numbers "Server" and "Slot". Payload: byte 0 the low byte of the server, byte 1
+/// the low byte of the slot.
 class FtpUploadStart : public Command {
- public:
-  int Parse(const char* params) override;
-
  protected:
   /// @param log_name  name of the command in the log
-  explicit FtpUploadStart(const char* log_name) : log_name_(log_name) {}
-
- private:
-  const char* log_name_;
+  int ParseAs(const char* log_name, const char* params);
 };
 
 /// Starts the upload of all clips of a slot.
-class SetWebFtpUploadAll : public FtpUploadStart {
- public:
-  SetWebFtpUploadAll() : FtpUploadStart("upload all") {}
+struct SetWebFtpUploadAll : FtpUploadStart {
+  int Parse(const char* params) override { return ParseAs("upload all", params); }
 };
 
 /// Starts the upload of all clips of a slot that have the OK mark.
-class SetWebFtpUploadOkMarked : public FtpUploadStart {
- public:
-  SetWebFtpUploadOkMarked() : FtpUploadStart("upload ok mark") {}
+struct SetWebFtpUploadOkMarked : FtpUploadStart {
+  int Parse(const char* params) override { return ParseAs("upload ok mark", params); }
 };
 
 /// Base of the commands that select clips of one slot for the upload to one FTP server.
@@ -104,21 +92,13 @@ class SetWebFtpUploadOkMarked : public FtpUploadStart {
 /// or unsigned; a missing block selects none. See `SetClipUploadBitmap`. Payload: the 125 blocks
 /// with 4 bytes each.
 class FtpUploadSelection : public Command {
- public:
-  int Parse(const char* params) override;
-
  protected:
-  FtpUploadSelection(int server, char slot) : server_(server), slot_(slot) {}
-
- private:
-  int server_;
-  char slot_;
+  int ParseFor(int server, char slot, const char* params);
 };
 
 template <int kServer, char kSlot>
-class FtpUploadSelectionOf : public FtpUploadSelection {
- public:
-  FtpUploadSelectionOf() : FtpUploadSelection(kServer, kSlot) {}
+struct FtpUploadSelectionOf : FtpUploadSelection {
+  int Parse(const char* params) override { return ParseFor(kServer, kSlot, params); }
 };
 
 using SetWebFtp1UploadASelect = FtpUploadSelectionOf<1, 'A'>;
