@@ -1,7 +1,5 @@
 #include "remote/camera_settings.h"
 
-#include <cstddef>
-
 const char PRESET_ZOOM_PATH[] = "/var/tmp/lighttpd/web_zoom_preset";
 const char NTP_SETTING_PATH[] = "/var/tmp/lighttpd/ntp";
 const char IFB_SETTING_PATH[] = "/var/tmp/lighttpd/ifb";

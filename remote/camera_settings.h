@@ -4,21 +4,20 @@
 
 #include "streaming/settings_file.h"
 
-/// The preset zoom file. Its fields are its keys, in the order of its lines; "65535" is a position
-/// that is not set.
+/// The preset zoom file. "65535" is a position that is not set.
 struct _PRESET_ZOOM_POS {
   char preset_a[30];
   char preset_b[30];
   char preset_c[30];
 };
 
-/// The NTP settings file. Its fields are its keys, in the order of its lines.
+/// The NTP settings file.
 struct _NTP_SETTING {
   char address[130];
   char tc_sync[30];  ///< non-zero while the time code follows the server
 };
 
-/// The return audio (IFB) settings file. Its fields are its keys, in the order of its lines.
+/// The return audio (IFB) settings file.
 struct _IFB_SETTING {
   char ifb_function[30];  ///< the low byte is 0 while the function is disabled
   char ifb_address[130];

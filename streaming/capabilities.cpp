@@ -50,52 +50,42 @@ constexpr const FramerateTable* kFramerateTables[kResolutionRows] = {
     &resolution_640x360_framerate_table_vb52r,
 };
 
-/// Frame rates that share their bit rates.
-enum class FramerateFamily : std::uint8_t { kProgressiveHigh, k60i, k50i, kProgressiveLow };
+/// Rows of `framerate_table`.
+enum FramerateIndex : std::uint8_t { k60p, k50p, k60i, k50i, k30pOr25p };
 
-FramerateFamily FamilyOf(int framerate) {
-  switch (framerate) {
-    case 0:
-    case 1:
-      return FramerateFamily::kProgressiveHigh;
-    case 2:
-      return FramerateFamily::k60i;
-    case 3:
-      return FramerateFamily::k50i;
-    default:
-      return FramerateFamily::kProgressiveLow;
-  }
-}
-
+/// The bit rates for a range of frame rates.
 struct BitrateChoice {
-  FramerateFamily family;
+  [[nodiscard]] bool Matches(int framerate, int for_resolution) const {
+    return first <= framerate && framerate <= last && resolution == for_resolution;
+  }
+
+  FramerateIndex first;
+  FramerateIndex last;
   ResolutionIndex resolution;
   const BitrateTable* normal;
   const BitrateTable* ifb;  ///< while return audio is active
 };
 
 constexpr BitrateChoice kBitrateChoices[] = {
-    {FramerateFamily::kProgressiveHigh, k1280x720, &resolution_1280x720_60p50p_table_vb52r,
+    {k60p, k50p, k1280x720, &resolution_1280x720_60p50p_table_vb52r,
      &resolution_1280x720_60p50p_table_vb52r_ifb},
-    {FramerateFamily::kProgressiveHigh, k640x360, &resolution_640x360_60p50p_table_vb52r,
+    {k60p, k50p, k640x360, &resolution_640x360_60p50p_table_vb52r,
      &resolution_640x360_60p50p_table_vb52r_ifb},
-    {FramerateFamily::kProgressiveLow, k1280x720, &resolution_1280x720_30p25p_table_vb52r,
+    {k30pOr25p, k30pOr25p, k1280x720, &resolution_1280x720_30p25p_table_vb52r,
      &resolution_1280x720_30p25p_table_vb52r_ifb},
-    {FramerateFamily::kProgressiveLow, k640x360, &resolution_640x360_30p25p_table_vb52r,
+    {k30pOr25p, k30pOr25p, k640x360, &resolution_640x360_30p25p_table_vb52r,
      &resolution_640x360_30p25p_table_vb52r_ifb},
-    {FramerateFamily::k60i, k1920x1080, &resolution_1920x1080_60i50i_table_vb52r,
+    {k60i, k50i, k1920x1080, &resolution_1920x1080_60i50i_table_vb52r,
      &resolution_1920x1080_60i50i_table_vb52r_ifb},
-    {FramerateFamily::k60i, k720x480, &resolution_720x480_60i_576_50i_table_vb52r,
+    {k60i, k60i, k720x480, &resolution_720x480_60i_576_50i_table_vb52r,
      &resolution_720x480_60i_576_50i_table_vb52r_ifb},
-    {FramerateFamily::k50i, k1920x1080, &resolution_1920x1080_60i50i_table_vb52r,
-     &resolution_1920x1080_60i50i_table_vb52r_ifb},
-    {FramerateFamily::k50i, k720x576, &resolution_720x480_60i_576_50i_table_vb52r,
+    {k50i, k50i, k720x576, &resolution_720x480_60i_576_50i_table_vb52r,
      &resolution_720x480_60i_576_50i_table_vb52r_ifb},
 };
 
-const BitrateTable& ChooseBitrateTable(FramerateFamily family, int resolution, bool ifb_active) {
+const BitrateTable& ChooseBitrateTable(int framerate, int resolution, bool ifb_active) {
   for (const BitrateChoice& choice : kBitrateChoices) {
-    if (choice.family == family && choice.resolution == resolution) {
+    if (choice.Matches(framerate, resolution)) {
       return ifb_active ? *choice.ifb : *choice.normal;
     }
   }
@@ -130,11 +120,13 @@ const BitrateFlags* GetSelectableBitrateTable(int type, int resolution, int fram
   if (!CanStream(model)) {
     return &resolution_zero_table.rows[type];
   }
-  const FramerateFamily family = FamilyOf(framerate);
-  const bool progressive_high = family == FramerateFamily::kProgressiveHigh;
-  const bool interlaced = family == FramerateFamily::k60i || family == FramerateFamily::k50i;
+  if (framerate < k60p || framerate > k50i) {
+    framerate = k30pOr25p;
+  }
+  const bool progressive_high = framerate == k60p || framerate == k50p;
+  const bool interlaced = framerate == k60i || framerate == k50i;
   DLOG(2, "##### GetSelectableBitrateTable model:%d 5p6p:%d 5i6i:%d [resolution:%d type:%d]", model,
        progressive_high ? 1 : 0, interlaced ? 1 : 0, resolution, type);
   const bool ifb_active = block[camera_status::kIfbActive] != 0;
-  return &ChooseBitrateTable(family, resolution, ifb_active).rows[type];
+  return &ChooseBitrateTable(framerate, resolution, ifb_active).rows[type];
 }

@@ -83,9 +83,6 @@ using BitrateFlags = Flags<kBitrateRows>;
 
 template <std::size_t Rows, std::size_t Columns>
 struct AvailabilityTable {
-  static constexpr std::size_t kRows = Rows;
-  static constexpr std::size_t kColumns = Columns;
-
   Flags<Columns> rows[Rows];
 };
 

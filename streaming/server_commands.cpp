@@ -1,6 +1,7 @@
 // The commands of the streaming servers' settings files.
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <iterator>
 
 #include "core/cmd/streaming.h"
@@ -36,52 +37,42 @@ struct Parameter {
   Field stored;    ///< what the Set commands write
 };
 
-constexpr Parameter kUdp[] = {
-    {"DstAddress", Kind::kText, FIELD(udp_dst_address), FIELD(udp_dst_address)},
-    {"DstPort", Kind::kNumber, FIELD(udp_dst_port), FIELD(udp_dst_port)},
-    {"PcrJitter", Kind::kNumber, FIELD(udp_pcr_jitter), FIELD(udp_pcr_jitter)},
-};
-constexpr Parameter kTcp[] = {
-    {"DstAddress", Kind::kText, FIELD(tcp_dst_address), FIELD(udp_dst_address)},
-    {"DstPort", Kind::kNumber, FIELD(tcp_dst_port), FIELD(udp_dst_port)},
-};
-constexpr Parameter kRtsp[] = {
-    {"DstPort", Kind::kNumber, FIELD(rtsp_dst_port), kReadOnly},
-    {"StreamId", Kind::kText, FIELD(rtsp_stream_id), kReadOnly},
-    {"Username", Kind::kText, FIELD(rtsp_username), kReadOnly},
-    {"Password", Kind::kText, FIELD(rtsp_password), FIELD(rtsp_password)},
-};
-constexpr Parameter kZixi[] = {
-    {"DstAddress", Kind::kText, FIELD(zixi_dst_address), FIELD(zixi_dst_address)},
-    {"DstPort", Kind::kNumber, FIELD(zixi_dst_port), FIELD(zixi_dst_port)},
-    {"StreamId", Kind::kText, FIELD(zixi_stream_id), FIELD(zixi_stream_id)},
-    {"Password", Kind::kText, FIELD(zixi_password), FIELD(zixi_password)},
-    {"Latency", Kind::kNumber, FIELD(zixi_latency), FIELD(zixi_latency)},
-    {"AdaptiveBitrate", Kind::kNumber, FIELD(zixi_adaptive_bitrate), FIELD(zixi_adaptive_bitrate)},
-};
-constexpr Parameter kRtmp[] = {
-    {"DstUrl", Kind::kText, FIELD(rtmp_destination_url), FIELD(rtmp_destination_url)},
-    {"StreamKey", Kind::kText, FIELD(rtmp_stream_key), FIELD(rtmp_stream_key)},
-};
-constexpr Parameter kRtp[] = {
-    {"DstAddress", Kind::kText, FIELD(rtp_dst_address), FIELD(udp_dst_address)},
-    {"DstPort", Kind::kNumber, FIELD(rtp_dst_port), FIELD(rtp_dst_port)},
-    {"Smpte2022Fec", Kind::kNumber, FIELD(rtp_smpte2022_fec), FIELD(rtp_smpte2022_fec)},
-    {"FecMatrixL", Kind::kNumber, FIELD(rtp_fec_matrix_l), FIELD(rtp_fec_matrix_l)},
-    {"FecMatrixD", Kind::kNumber, FIELD(rtp_fec_matrix_d), FIELD(rtp_fec_matrix_d)},
-};
-
 struct Transport {
   char key[8];  ///< of its object in the reply
-  const Parameter* parameters;
-  std::size_t count;
+  std::initializer_list<Parameter> parameters;
 };
 
 /// By the index of the transport in `streaming_type_table`.
 constexpr Transport kTransports[] = {
-    {"Udp", kUdp, std::size(kUdp)},    {"Tcp", kTcp, std::size(kTcp)},
-    {"Rtsp", kRtsp, std::size(kRtsp)}, {"Zixi", kZixi, std::size(kZixi)},
-    {"Rtmp", kRtmp, std::size(kRtmp)}, {"Rtp", kRtp, std::size(kRtp)},
+    {"Udp",
+     {{"DstAddress", Kind::kText, FIELD(udp_dst_address), FIELD(udp_dst_address)},
+      {"DstPort", Kind::kNumber, FIELD(udp_dst_port), FIELD(udp_dst_port)},
+      {"PcrJitter", Kind::kNumber, FIELD(udp_pcr_jitter), FIELD(udp_pcr_jitter)}}},
+    {"Tcp",
+     {{"DstAddress", Kind::kText, FIELD(tcp_dst_address), FIELD(udp_dst_address)},
+      {"DstPort", Kind::kNumber, FIELD(tcp_dst_port), FIELD(udp_dst_port)}}},
+    {"Rtsp",
+     {{"DstPort", Kind::kNumber, FIELD(rtsp_dst_port), kReadOnly},
+      {"StreamId", Kind::kText, FIELD(rtsp_stream_id), kReadOnly},
+      {"Username", Kind::kText, FIELD(rtsp_username), kReadOnly},
+      {"Password", Kind::kText, FIELD(rtsp_password), FIELD(rtsp_password)}}},
+    {"Zixi",
+     {{"DstAddress", Kind::kText, FIELD(zixi_dst_address), FIELD(zixi_dst_address)},
+      {"DstPort", Kind::kNumber, FIELD(zixi_dst_port), FIELD(zixi_dst_port)},
+      {"StreamId", Kind::kText, FIELD(zixi_stream_id), FIELD(zixi_stream_id)},
+      {"Password", Kind::kText, FIELD(zixi_password), FIELD(zixi_password)},
+      {"Latency", Kind::kNumber, FIELD(zixi_latency), FIELD(zixi_latency)},
+      {"AdaptiveBitrate", Kind::kNumber, FIELD(zixi_adaptive_bitrate),
+       FIELD(zixi_adaptive_bitrate)}}},
+    {"Rtmp",
+     {{"DstUrl", Kind::kText, FIELD(rtmp_destination_url), FIELD(rtmp_destination_url)},
+      {"StreamKey", Kind::kText, FIELD(rtmp_stream_key), FIELD(rtmp_stream_key)}}},
+    {"Rtp",
+     {{"DstAddress", Kind::kText, FIELD(rtp_dst_address), FIELD(udp_dst_address)},
+      {"DstPort", Kind::kNumber, FIELD(rtp_dst_port), FIELD(rtp_dst_port)},
+      {"Smpte2022Fec", Kind::kNumber, FIELD(rtp_smpte2022_fec), FIELD(rtp_smpte2022_fec)},
+      {"FecMatrixL", Kind::kNumber, FIELD(rtp_fec_matrix_l), FIELD(rtp_fec_matrix_l)},
+      {"FecMatrixD", Kind::kNumber, FIELD(rtp_fec_matrix_d), FIELD(rtp_fec_matrix_d)}}},
 };
 
 /// Reads a parameter as the text that is stored, truncated to its field.
@@ -99,22 +90,23 @@ bool ReadValue(const char* params, const Parameter& parameter, StreamingServerVa
 
 SetStreamingServerSettings::SetStreamingServerSettings(StreamingTransport transport)
     : transport_(transport) {
-  const Transport& row = kTransports[transport_];
-  for (std::size_t i = 0; i < row.count; ++i) {
-    CopyText(values_[i], row.parameters[i].kind == Kind::kNumber ? "0" : "");
+  StreamingServerValue* value = values_;
+  for (const Parameter& parameter : kTransports[transport_].parameters) {
+    CopyText(*value++, parameter.kind == Kind::kNumber ? "0" : "");
   }
 }
 
 int SetStreamingServerSettings::Parse(const char* params) {
   type_ = transport_;
-  if (!ReadParameter(params, "ID", server_no_) || !ReadParameter(params, "Alias", alias_)) {
+  if (!ReadParameters(params, "ID", server_no_, "Alias", alias_)) {
     return -1;
   }
-  const Transport& row = kTransports[transport_];
-  for (std::size_t i = 0; i < row.count; ++i) {
-    if (row.parameters[i].CanBeSet() && !ReadValue(params, row.parameters[i], values_[i])) {
+  StreamingServerValue* value = values_;
+  for (const Parameter& parameter : kTransports[transport_].parameters) {
+    if (parameter.CanBeSet() && !ReadValue(params, parameter, *value)) {
       return -1;
     }
+    ++value;
   }
   DLOG(2, "##### SetStreamingServerSettings%s Parse() params=%s", streaming_type_table[transport_],
        params);
@@ -126,12 +118,13 @@ void SetStreamingServerSettings::Transmit() {
   kStreamingServerFile.Update(path.Text(), [this](_STREAMING_SERVER_SETTING& server) {
     CopyText(server.str_alias, alias_);
     CopyNumber(server.type, type_);
-    const Transport& row = kTransports[transport_];
-    for (std::size_t i = 0; i < row.count; ++i) {
-      const Field field = row.parameters[i].stored;
-      if (row.parameters[i].CanBeSet()) {
-        CopyText(reinterpret_cast<char*>(&server) + field.offset, field.capacity, values_[i]);
+    const StreamingServerValue* value = values_;
+    for (const Parameter& parameter : kTransports[transport_].parameters) {
+      const Field field = parameter.stored;
+      if (parameter.CanBeSet()) {
+        CopyText(reinterpret_cast<char*>(&server) + field.offset, field.capacity, *value);
       }
+      ++value;
     }
     if (transport_ == kStreamingZixi) {
       DLOG(2,
@@ -160,8 +153,7 @@ void GetStreamingServerSettings::Output() {
     data.Text("Alias", server.str_alias);
     data.Text("Type", streaming_type_table[type]);
     data.BeginObject(row.key);
-    for (std::size_t i = 0; i < row.count; ++i) {
-      const Parameter& parameter = row.parameters[i];
+    for (const Parameter& parameter : row.parameters) {
       const char* const value = reinterpret_cast<const char*>(&server) + parameter.reported.offset;
       if (parameter.kind == Kind::kText) {
         data.Text(parameter.key, value);

@@ -21,22 +21,15 @@ void UpdateStreamingFile(int level, const char* command, Change change) {
                               });
 }
 
-/// The stored quality with a new bit rate; 0 without one.
-std::int32_t WithBitrate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> code) {
-  if (!code) {
-    return 0;
+/// Changes the bit rate or frame rate of the stored quality; without either it becomes 0.
+void ChangeQuality(_STREAMING_SETTING& setting, std::optional<std::int32_t> bitrate_code,
+                   std::optional<std::int32_t> framerate) {
+  StreamingQuality quality(0);
+  if (bitrate_code || framerate) {
+    const StreamingQuality old(ParseInt32(setting.quality));
+    quality = {bitrate_code.value_or(old.bitrate_code), framerate.value_or(old.framerate)};
   }
-  const StreamingQuality old(ParseInt32(setting.quality));
-  return StreamingQuality(*code, old.framerate).Value();
-}
-
-/// The stored quality with a new frame rate; 0 without one.
-std::int32_t WithFramerate(const _STREAMING_SETTING& setting, std::optional<std::int32_t> index) {
-  if (!index) {
-    return 0;
-  }
-  const StreamingQuality old(ParseInt32(setting.quality));
-  return StreamingQuality(old.bitrate_code, *index).Value();
+  CopyNumber(setting.quality, quality.Value());
 }
 
 /// "key":{"name":flag,...}
@@ -78,8 +71,7 @@ void GetStreamingSettings::Output() {
 int SetStreamingSettings::Parse(const char* params) {
   ShortText resolution;
   ShortText bitrate;
-  if (!ReadParameter(params, "Resolution", resolution) ||
-      !ReadParameter(params, "Bitrate", bitrate)) {
+  if (!ReadParameters(params, "Resolution", resolution, "Bitrate", bitrate)) {
     return -1;
   }
   DLOG(2, "##### SetStreamingSettings Parse() m_resolution=%s m_bitrate=%s", resolution, bitrate);
@@ -91,7 +83,7 @@ int SetStreamingSettings::Parse(const char* params) {
 void SetStreamingSettings::Transmit() {
   UpdateStreamingFile(2, "SetStreamingSettings", [this](_STREAMING_SETTING& setting) {
     CopyNumber(setting.resolution, resolution_);
-    CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
+    ChangeQuality(setting, bitrate_code_, {});
   });
 }
 
@@ -126,7 +118,7 @@ int SetStreamingFramerate::Parse(const char* params) {
 
 void SetStreamingFramerate::Transmit() {
   UpdateStreamingFile(2, "SetStreamingFramerate", [this](_STREAMING_SETTING& setting) {
-    CopyNumber(setting.quality, WithFramerate(setting, framerate_));
+    ChangeQuality(setting, {}, framerate_);
   });
 }
 
@@ -143,12 +135,12 @@ int SetStreamingBitrate::Parse(const char* params) {
 
 void SetStreamingBitrate::Transmit() {
   UpdateStreamingFile(4, "SetStreamingBitrate", [this](_STREAMING_SETTING& setting) {
-    CopyNumber(setting.quality, WithBitrate(setting, bitrate_code_));
+    ChangeQuality(setting, bitrate_code_, {});
   });
 }
 
 void AvailableStreamingResolutionSettings::Output() {
-  static constexpr const char* kColumns[kResolutionRows] = {
+  static constexpr char kColumns[kResolutionRows][10] = {
       "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "640x360", "480x270"};
   AppendFlags(AddData(), "AvailableResolution", kColumns, SelectableResolutions());
   Command::Output();
@@ -166,7 +158,7 @@ int AvailableStreamingFramerateSettings::Parse(const char* params) {
 }
 
 void AvailableStreamingFramerateSettings::Output() {
-  static constexpr const char* kColumns[kFramerateRows] = {"60p", "60i", "30p",
+  static constexpr char kColumns[kFramerateRows][4] = {"60p", "60i", "30p",
                                                            "50p", "50i", "25p"};
   const FramerateFlags& flags =
       FlagsOrZeros(GetSelectableFramerateTable(resolution_), "GetSelectableFramerateTable");
@@ -181,8 +173,7 @@ int AvailableStreamingBitrateSettings::Parse(const char* params) {
   ShortText type;
   ShortText resolution;
   ShortText framerate;
-  if (!ReadParameter(params, "Type", type) || !ReadParameter(params, "Resolution", resolution) ||
-      !ReadParameter(params, "Framerate", framerate)) {
+  if (!ReadParameters(params, "Type", type, "Resolution", resolution, "Framerate", framerate)) {
     return -1;
   }
   DLOG(2,

@@ -1,6 +1,12 @@
 #include "streaming/settings_file.h"
 
+#include <cstdint>
+#include <cstring>
+
+#include "core/daemon_socket.h"
+#include "core/dlog.h"
 #include "core/line_reader.h"
+#include "core/message.h"
 #include "core/text.h"
 #include "core/text_builder.h"
 
@@ -11,8 +17,7 @@ namespace {
 constexpr std::size_t kLineSize = 256;
 
 /// The setting of a line, or null. The line need only begin with the key; if it begins with two
-/// keys
-/// ("server" and "serverurl"), the longer one counts.
+/// keys ("server" and "serverurl"), the longer one counts.
 const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
   const SettingField* found = nullptr;
   for (const SettingField& field : table) {
@@ -58,4 +63,21 @@ void WriteSettings(const SettingTable& table, const LockedFile& file, const char
     text.Append('\n');
   }
   file.Write(text.View());
+}
+
+int RenewSetting(int renew_reconnect) {
+  constexpr std::uint16_t kPayloadLength = 1;
+  constexpr unsigned char kControlDaemonIndex = 2;
+  MessageHeader header;
+  header.message_class = 1;
+  header.payload_length = kPayloadLength;
+  header.command_code = 1;
+  header.streaming_flag = 1;
+  unsigned char notice[kMessageHeaderSize + kPayloadLength];
+  std::memcpy(notice, &header, sizeof header);
+  notice[kMessageHeaderSize] = renew_reconnect == 1 ? 1 : 0;
+
+  DLOG(2, "##### RenewSetting socket_send_msg() renew_reconnect %d", renew_reconnect);
+  socket_send_msg(notice, sizeof notice, kControlDaemonIndex);
+  return 0;
 }

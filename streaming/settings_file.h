@@ -1,6 +1,6 @@
 // Settings files: the small text files in /var/tmp/lighttpd/ that hold the settings of the web
 // interface. Each has one line "key", tab, "value" per setting and is described by a table. This is
-// the only reader and writer for all of them.
+// the only reader and writer for all of them, and tells the camera control daemon about changes.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,6 @@
 #include <type_traits>
 
 #include "core/locked_file.h"
-#include "streaming/renewal_notice.h"
 
 /// One setting of a file: its key, the field of the record for its value, and the default value
 /// that it has without a file.
@@ -32,8 +31,24 @@ struct SettingTable {
   [[nodiscard]] const SettingField* end() const { return fields + count; }
 };
 
+/// The parts of `SettingsFile` that do not depend on the type; `record` is the record's first byte.
+void ReadSettings(const SettingTable& table, const LockedFile& file, char* record);
+void WriteSettings(const SettingTable& table, const LockedFile& file, const char* record);
+
+/// Sends the renewal notice, a message of 13 bytes that makes the control daemon read the settings
+/// files again. It has no reply. If the daemon cannot be reached, the process ends (see
+/// `socket_send_msg`).
+///
+/// Header: class 1, code 1, payload length 1, streaming flag 1, sender 0. Payload: one byte, 1 if
+/// the daemon must reconnect its stream.
+///
+/// @param renew_reconnect  1 sets the payload to 1, any other value to 0
+/// @return 0
+int RenewSetting(int renew_reconnect);
+
 /// A kind of settings file. `Record` is a structure of texts in arrays of fixed size, one per
-/// setting; its table consists of `SETTING_FIELD`s.
+/// setting: its fields are the keys, in the order of the lines. The table consists of
+/// `SETTING_FIELD`s.
 template <typename Record>
 class SettingsFile {
   static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record> &&
@@ -48,11 +63,15 @@ class SettingsFile {
   /// default value. A setting that an existing file lacks is empty; of two lines with the same key
   /// the later one counts. A value ends at white space and is truncated to its field. The file is
   /// not created.
-  void Read(const char* path, Record& record) const;
+  void Read(const char* path, Record& record) const {
+    Read(LockedFile(path, os::OpenForReading), record);
+  }
 
   /// Replaces the file with all settings of the record, including empty ones. A failure is logged
   /// at level 1 but otherwise ignored: the reply does not depend on it.
-  void Write(const char* path, const Record& record) const;
+  void Write(const char* path, const Record& record) const {
+    Write(LockedFile(path, os::OpenForUpdate), record);
+  }
 
   /// Reads the file, passes the record to `change` and rewrites the file. Settings that it does not
   /// change keep their values. `change` must not use another settings file, because the folder is
@@ -85,33 +104,13 @@ class SettingsFile {
   }
 
  private:
-  void Read(const LockedFile& file, Record& record) const;
-  void Write(const LockedFile& file, const Record& record) const;
+  void Read(const LockedFile& file, Record& record) const {
+    record = Record();
+    ReadSettings(table_, file, reinterpret_cast<char*>(&record));
+  }
+  void Write(const LockedFile& file, const Record& record) const {
+    WriteSettings(table_, file, reinterpret_cast<const char*>(&record));
+  }
 
   SettingTable table_;
 };
-
-/// The parts of `SettingsFile` that do not depend on the type; `record` is the record's first byte.
-void ReadSettings(const SettingTable& table, const LockedFile& file, char* record);
-void WriteSettings(const SettingTable& table, const LockedFile& file, const char* record);
-
-template <typename Record>
-void SettingsFile<Record>::Read(const LockedFile& file, Record& record) const {
-  record = Record();
-  ReadSettings(table_, file, reinterpret_cast<char*>(&record));
-}
-
-template <typename Record>
-void SettingsFile<Record>::Write(const LockedFile& file, const Record& record) const {
-  WriteSettings(table_, file, reinterpret_cast<const char*>(&record));
-}
-
-template <typename Record>
-void SettingsFile<Record>::Read(const char* path, Record& record) const {
-  Read(LockedFile(path, os::OpenForReading), record);
-}
-
-template <typename Record>
-void SettingsFile<Record>::Write(const char* path, const Record& record) const {
-  Write(LockedFile(path, os::OpenForUpdate), record);
-}

@@ -10,9 +10,13 @@
 #include "harness/fake_daemon.h"
 #include "harness/files.h"
 #include "harness/messages.h"
+#include "harness/system_log.h"
 
 namespace {
 
+using harness::Bytes;
+using harness::Info;
+using harness::Logged;
 using testing::ElementsAre;
 
 constexpr char kPath[] = "/var/tmp/lighttpd/test_settings";
@@ -176,6 +180,21 @@ TEST_F(SettingsFileTest, AnUpdateKeepsOtherSettingsAndTellsTheDaemon) {
   EXPECT_EQ(harness::ReadFile(kPath),
             "name\tab\nserver\t-12\nserver_url\thost\nempty_by_default\tx\n");
   EXPECT_THAT(daemon.Received(), ElementsAre(harness::RenewalNotice()));
+}
+
+TEST(RenewSetting, SendsThirteenBytesAndOnlyOneMeansReconnect) {
+  harness::SystemLog log;
+  harness::FakeDaemon daemon;
+  for (const int renew_reconnect : {1, 0, 2, -1}) {
+    EXPECT_EQ(RenewSetting(renew_reconnect), 0);
+  }
+  const std::string keep = Bytes({0, 1, 1, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0});
+  const std::string reconnect = Bytes({0, 1, 1, 0, 1, 1, 0, 0, 0, 0, 0, 0, 1});
+  EXPECT_THAT(daemon.Received(), ElementsAre(reconnect, keep, keep, keep));
+  EXPECT_THAT(log.Lines(), Logged(Info("##### RenewSetting socket_send_msg() renew_reconnect 1"),
+                                  Info("##### RenewSetting socket_send_msg() renew_reconnect 0"),
+                                  Info("##### RenewSetting socket_send_msg() renew_reconnect 2"),
+                                  Info("##### RenewSetting socket_send_msg() renew_reconnect -1")));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "streaming/streaming_settings.h"
 
-#include <cstddef>
-
 #include "core/text.h"
 #include "streaming/capability_tables.h"
 

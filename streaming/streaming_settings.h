@@ -7,7 +7,7 @@
 #include "core/text_builder.h"
 #include "streaming/settings_file.h"
 
-/// The streaming settings file. Its fields are its keys, in the order of its lines.
+/// The streaming settings file.
 struct _STREAMING_SETTING {
   char resolution[30];    ///< index of `resolution_table`
   char quality[30];       ///< see `StreamingQuality`
@@ -19,7 +19,7 @@ struct _STREAMING_SETTING {
 };
 
 /// A streaming server's settings file: the parameters of every transport; `type` is the one in use.
-/// Its fields are its keys, in the order of its lines.
+///
 struct _STREAMING_SERVER_SETTING {
   char str_alias[256];  ///< name that the client shows
   char type[30];        ///< index of `streaming_type_table`

@@ -3,7 +3,8 @@
 // commands change settings files and send the control daemon a renewal notice. None expects an
 // answer from a daemon.
 //
-// The Set commands do not validate values. Without "Params" they store zeros and empty texts.
+// If a parameter is missing, the reply is "RequestedError" and no file is touched. The Set commands
+// do not validate values. Without "Params" they store zeros and empty texts.
 #pragma once
 
 #include <cstdint>
@@ -13,69 +14,57 @@
 
 /// Reports the streaming format as the names "Resolution", "Framerate" and "Bitrate"; the name of
 /// an unknown setting is empty.
-class GetStreamingSettings : public LocalCommand {
- public:
+struct GetStreamingSettings : LocalCommand {
   void Output() override;
+};
+
+/// Base of the commands that set parts of the streaming format.
+class StreamingFormatCommand : public Command {
+ protected:
+  std::int32_t resolution_ = 0;
+  std::optional<std::int32_t> framerate_;
+  std::optional<std::int32_t> bitrate_code_;
 };
 
 /// Sets resolution and bit rate.
 ///
 /// Parameters "Resolution", a name of `resolution_table`, and "Bitrate", a name of `bitrate_table`.
 /// An unknown resolution is stored as 7, one past the last index; an unknown bit rate as code 0.
-/// Both then read back as empty names. If a parameter is missing, the reply is "RequestedError".
-class SetStreamingSettings : public Command {
- public:
+/// Both then read back as empty names.
+struct SetStreamingSettings : StreamingFormatCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  std::int32_t resolution_ = 0;
-  std::optional<std::int32_t> bitrate_code_;
 };
 
 /// Sets the resolution: parameter "Resolution" as in `SetStreamingSettings`.
-class SetStreamingResolution : public Command {
- public:
+struct SetStreamingResolution : StreamingFormatCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  std::int32_t resolution_ = 0;
 };
 
 /// Sets the frame rate and keeps the bit rate.
 ///
 /// Parameter "Framerate": a name of `framerate_table`; an unknown one is stored as 6 and reads back
-/// as an empty name. If it is missing, the reply is "RequestedError".
-class SetStreamingFramerate : public Command {
- public:
+/// as an empty name.
+struct SetStreamingFramerate : StreamingFormatCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  std::optional<std::int32_t> framerate_;
 };
 
 /// Sets the bit rate and keeps the frame rate: parameter "Bitrate" as in `SetStreamingSettings`.
-class SetStreamingBitrate : public Command {
- public:
+struct SetStreamingBitrate : StreamingFormatCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  std::optional<std::int32_t> bitrate_code_;
 };
 
 /// Reports a flag for each resolution: whether the camera can stream it now.
-class AvailableStreamingResolutionSettings : public LocalCommand {
- public:
+struct AvailableStreamingResolutionSettings : LocalCommand {
   void Output() override;
 };
 
 /// Reports a flag for each frame rate: whether the camera can stream it now at one resolution.
 ///
-/// Parameter "Resolution": a name of `resolution_table`. If it is missing or unknown, the reply is
-/// "RequestedError".
+/// Parameter "Resolution": a name of `resolution_table`. An unknown one gives "RequestedError".
 class AvailableStreamingFramerateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -88,8 +77,8 @@ class AvailableStreamingFramerateSettings : public LocalCommand {
 /// Reports a flag for each bit rate: whether the camera can stream it now.
 ///
 /// Parameters "Type", a name of `streaming_type_zixi_separate_table`, "Resolution", a name of
-/// `resolution_table`, and "Framerate", a name of `framerate_table`. If one is missing or unknown,
-/// the reply is "RequestedError".
+/// `resolution_table`, and "Framerate", a name of `framerate_table`. An unknown one gives
+/// "RequestedError".
 class AvailableStreamingBitrateSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -118,8 +107,8 @@ using StreamingServerValue = char[200];
 /// transport for it.
 ///
 /// Parameters "ID", the server's number (any), "Alias", its name, then those of the transport; the
-/// texts are truncated to the fields that they are stored in. If one is missing, the reply is
-/// "RequestedError" and no file is touched. The settings of all other transports are kept.
+/// texts are truncated to the fields that they are stored in. The settings of all other transports
+/// are kept.
 class SetStreamingServerSettings : public Command {
  public:
   int Parse(const char* params) override;
@@ -137,8 +126,7 @@ class SetStreamingServerSettings : public Command {
 };
 
 template <StreamingTransport kTransport>
-class SetStreamingServerSettingsOf : public SetStreamingServerSettings {
- public:
+struct SetStreamingServerSettingsOf : SetStreamingServerSettings {
   SetStreamingServerSettingsOf() : SetStreamingServerSettings(kTransport) {}
 };
 
@@ -159,9 +147,7 @@ using SetStreamingServerSettingsRTMP = SetStreamingServerSettingsOf<kStreamingRt
 using SetStreamingServerSettingsRTP = SetStreamingServerSettingsOf<kStreamingRtp>;
 
 /// Reports the stored name, transport and transport settings of a streaming server; nothing if the
-/// stored transport is unknown.
-///
-/// Parameter "ID": the server's number. If it is missing, the reply is "RequestedError".
+/// stored transport is unknown. Parameter "ID": the server's number.
 class GetStreamingServerSettings : public LocalCommand {
  public:
   int Parse(const char* params) override;
@@ -172,15 +158,13 @@ class GetStreamingServerSettings : public LocalCommand {
 };
 
 /// Reports the stored number of the current streaming server.
-class GetCurrentStreamingServerID : public LocalCommand {
- public:
+struct GetCurrentStreamingServerID : LocalCommand {
   void Output() override;
 };
 
 /// Chooses the current streaming server.
 ///
-/// Parameter "ID": its number, below 4; negative numbers are accepted. If it is missing or above 3,
-/// the reply is "RequestedError".
+/// Parameter "ID": its number. One above 3 gives "RequestedError"; negative ones are accepted.
 class SetCurrentStreamingServerID : public Command {
  public:
   int Parse(const char* params) override;
