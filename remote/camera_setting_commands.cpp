@@ -55,7 +55,7 @@ void GetPresetZoomPosition::Output() {
 }
 
 int SetPresetZoomPosition::Parse(const char* params) {
-  return ReadParameter(params, "ID", id_) && ReadParameter(params, "Position", position_) ? 0 : -1;
+  return ReadParameters(params, "ID", id_, "Position", position_) ? 0 : -1;
 }
 
 void SetPresetZoomPosition::Transmit() {
@@ -123,8 +123,8 @@ void GetIFBSettings::Output() {
 
 int SetIFBSettings::Parse(const char* params) {
   ShortText function;
-  if (!ReadParameter(params, "Function", function) || !ReadParameter(params, "Address", address_) ||
-      !ReadParameter(params, "Port", port_) || !ReadParameter(params, "Mountpoint", mountpoint_)) {
+  if (!ReadParameters(params, "Function", function, "Address", address_, "Port", port_,
+                      "Mountpoint", mountpoint_)) {
     return -1;
   }
   DLOG(2, "##### SetIFBSettings Parse() func:%s addr:%s port:%d mntp:%s", function, address_, port_,

@@ -3,7 +3,6 @@
 
 #include "core/bytes.h"
 #include "core/cmd/cloud.h"
-#include "core/daemon_socket.h"
 #include "core/dlog.h"
 #include "core/parameters.h"
 #include "core/text.h"
@@ -27,7 +26,6 @@ static_assert(sizeof(LoginBlock) == 320);
 // The replies.
 constexpr std::size_t kEventCount = 4;  // 16 bits, little-endian
 constexpr TextField kEventTitle{4, 128};
-constexpr TextField kShownEventTitle{4, 63};  // the part that clients see
 constexpr TextField kStreamUrl{4, 192};
 constexpr TextField kStreamKey{196, 64};
 constexpr TextField kStreamTitle{260, 64};
@@ -69,9 +67,8 @@ void CloudCommand::SetNumberPayload(std::uint16_t number) {
 
 int SetCldstrmLogin::Parse(const char* params) {
   LoginBlock login = {};
-  if (!ReadParameter(params, "Username", login.user_name) ||
-      !ReadParameter(params, "Password", login.password) ||
-      !ReadParameter(params, "ServerURL", login.server_url)) {
+  if (!ReadParameters(params, "Username", login.user_name, "Password", login.password,
+                      "ServerURL", login.server_url)) {
     return -1;
   }
   DLOG(4, "Username=%s", login.user_name);
@@ -92,7 +89,7 @@ void GetCldstrmEventList::Transmit() {
   event_num_ = Limit(count, kMaxCloudEvents, "m_event_num");
   request_header_.command_code = kGetEvent;
   for (std::int32_t index = 0; index < event_num_; ++index) {
-    if (DaemonTimedOut()) {
+    if (daemon_timed_out_) {
       reply_.Release();
     } else {
       SetNumberPayload(static_cast<std::uint16_t>(index));
@@ -108,10 +105,9 @@ void GetCldstrmEventList::ReceiveEvent(std::int32_t index) {
     DLOG(1, "[%d] No m_rcv_res!!", index);
     return;
   }
-  EventRecord& event = events_[index];
-  std::memcpy(event.bytes, reply_.Bytes(), std::min(reply.Size(), EventRecord::kSize));
   char title[kEventTitle.width + 1];
-  CopyText(title, event.View()[kEventTitle]);
+  CopyText(title, reply[kEventTitle]);
+  CopyText(titles_[index], title);
   DLOG(4, "[%d] Title: %s", index, title);
 }
 
@@ -122,7 +118,7 @@ void GetCldstrmEventList::Output() {
     data.BeginArray("EventInfo");
     for (std::int32_t index = 0; index < event_num_; ++index) {
       data.BeginElement();
-      data.EscapedText("Title", events_[index].View()[kShownEventTitle]);
+      data.EscapedText("Title", titles_[index]);
       data.EndObject();
     }
     data.EndArray();
@@ -142,8 +138,7 @@ int SetCldstrmStreamInfoObtain::Parse(const char* params) {
 
 int SetCldstrmStreamInfoToStrmsrv::Parse(const char* params) {
   std::int32_t event_id = 0;
-  if (!ReadParameter(params, "EventID", event_id) ||
-      !ReadParameter(params, "StrmsrvID", strmsrv_id_)) {
+  if (!ReadParameters(params, "EventID", event_id, "StrmsrvID", strmsrv_id_)) {
     return -1;
   }
   DLOG(4, "event_id=%d  m_strmsrv_id=%d", event_id, strmsrv_id_);
@@ -183,9 +178,8 @@ int SetCldstrmClearStatus::Parse(const char* params) {
   std::int32_t login = 0;
   std::int32_t event_list = 0;
   std::int32_t stream_info = 0;
-  if (!ReadParameter(params, "Login", login) ||
-      !ReadParameter(params, "GetEventList", event_list) ||
-      !ReadParameter(params, "GetStreamInfo", stream_info)) {
+  if (!ReadParameters(params, "Login", login, "GetEventList", event_list, "GetStreamInfo",
+                      stream_info)) {
     return -1;
   }
   DLOG(4, "login=%d get_event_list=%d get_stream_info=%d", login, event_list, stream_info);

@@ -37,10 +37,8 @@ int KeyCommand::PressAndLog(const char* kind, const char* key, const char* label
 int KeyCommand::PressParameters(const char* params, const char* key_parameter, const char* label) {
   ShortText kind;
   ShortText key;
-  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, key_parameter, key)) {
-    return -1;
-  }
-  return PressAndLog(kind, key, label);
+  const bool complete = ReadParameters(params, "Kind", kind, key_parameter, key);
+  return complete ? PressAndLog(kind, key, label) : -1;
 }
 
 int SetWebKeyEvent::Parse(const char* params) {
@@ -56,29 +54,22 @@ int SetWebButtonEvent::Parse(const char* params) {
 int SystemRequest::Parse(const char* params) {
   DLOG(2, "##### SystemRequest Parse()");
   ShortText request;
-  if (!ReadParameter(params, "Request", request)) {
-    return -1;
-  }
-  return PressAndLog("System", request);
+  return ReadParameter(params, "Request", request) ? PressAndLog("System", request) : -1;
 }
 
 int SetIFBCtrl::Parse(const char* params) {
   DLOG(2, "##### SetIFBCtrl Parse() params=%s", params);
   ShortText streaming;
-  if (!ReadParameter(params, "Streaming", streaming)) {
-    return -1;
-  }
-  return Press("IFBStreaming", StartOrStop(streaming, "Start"));
+  const bool complete = ReadParameter(params, "Streaming", streaming);
+  return complete ? Press("IFBStreaming", StartOrStop(streaming, "Start")) : -1;
 }
 
 int SetStreamingCtrl::Parse(const char* params) {
   DLOG(2, "##### SetStreamingCtrl Parse() params=%s", params);
   ShortText streaming;
-  if (!ReadParameter(params, "Streaming", streaming)) {
-    return -1;
-  }
+  const bool complete = ReadParameter(params, "Streaming", streaming);
   // "On" here, but "Start" for the return audio: clients rely on both.
-  return Press("Streaming", StartOrStop(streaming, "On"));
+  return complete ? Press("Streaming", StartOrStop(streaming, "On")) : -1;
 }
 
 int SetTallyLampPriority::Parse(const char* params) {
@@ -93,10 +84,7 @@ int SetTallyLampPriority::Parse(const char* params) {
 int SetTallyLampCtrl::Parse(const char* params) {
   DLOG(2, "##### SetTallyLampCtrl Parse() params=%s", params);
   ShortText sw;
-  if (!ReadParameter(params, "Sw", sw)) {
-    return -1;
-  }
-  return Press("Tally", sw);
+  return ReadParameter(params, "Sw", sw) ? Press("Tally", sw) : -1;
 }
 
 int SetTallyControlWithPriority::Parse(const char* params) {
@@ -116,8 +104,6 @@ int SetTallyControlWithPriority::Parse(const char* params) {
 int SetStudioTally::Parse(const char* params) {
   DLOG(2, "##### SetStudioTally Parse() params=%s", params);
   ShortText indication;
-  if (!ReadParameter(params, "Indication", indication)) {
-    return -1;
-  }
-  return PressAndLog("StudioTally", indication);
+  const bool complete = ReadParameter(params, "Indication", indication);
+  return complete ? PressAndLog("StudioTally", indication) : -1;
 }

@@ -28,14 +28,12 @@ int SetWebSliderEvent::Parse(const char* params) {
   DLOG(2, "##### SetWebSliderEvent Parse() params=%s", params);
   ShortText kind;
   std::int32_t number = 0;
-  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Position", number)) {
+  std::uint8_t kind_code = 0;
+  if (!ReadParameters(params, "Kind", kind, "Position", number) ||
+      getIndexOfSliderEvent(kind, kind_code) != 0) {
     return -1;
   }
   const auto position = static_cast<std::uint16_t>(number);
-  std::uint8_t kind_code = 0;
-  if (getIndexOfSliderEvent(kind, kind_code) != 0) {
-    return -1;
-  }
   DLOG(2, "send param kind=%s(%d) position=%d", kind, kind_code,
        LoggedPosition(HighByte(position), LowByte(position)));
   SetPayload({kind_code, HighByte(position), LowByte(position)});
@@ -47,18 +45,15 @@ int SetWebXYFieldEvent::Parse(const char* params) {
   ShortText kind;
   std::int32_t x = 0;
   std::int32_t y = 0;
-  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "XPosition", x) ||
-      !ReadParameter(params, "YPosition", y)) {
+  std::uint8_t kind_code = 0;
+  if (!ReadParameters(params, "Kind", kind, "XPosition", x, "YPosition", y) ||
+      getIndexOfSliderEvent(kind, kind_code) != 0) {
     return -1;
   }
   // Deliberate: the high byte of a Y above 255 is ORed into X. Clients rely on these bytes.
   const auto y_high = HighByte(static_cast<std::uint16_t>(y));
   const auto x_byte = static_cast<std::uint8_t>(LowByte(x) | y_high);
   const std::uint8_t y_byte = LowByte(y);
-  std::uint8_t kind_code = 0;
-  if (getIndexOfSliderEvent(kind, kind_code) != 0) {
-    return -1;
-  }
   DLOG(2, "send param kind=%s(%d) position=%d(x=%d,y=%d)", kind, kind_code,
        LoggedPosition(x_byte, y_byte), TruncateToInt16(x), TruncateToInt16(y));
   SetPayload({kind_code, x_byte, y_byte});
@@ -69,8 +64,7 @@ int SeesawSwitchOperation::Parse(const char* params) {
   ShortText kind;
   ShortText direction;
   std::int32_t speed = 0;
-  if (!ReadParameter(params, "Kind", kind) || !ReadParameter(params, "Direction", direction) ||
-      !ReadParameter(params, "Speed", speed)) {
+  if (!ReadParameters(params, "Kind", kind, "Direction", direction, "Speed", speed)) {
     return -1;
   }
   DLOG(2, "##### SeesawSwitchOperation Parse() Kind=%s dir=%s Spead=%d", kind, direction, speed);
@@ -88,7 +82,7 @@ int SeesawSwitchOperation::Parse(const char* params) {
 int ZoomSwitchOperation::Parse(const char* params) {
   ShortText direction;
   std::int32_t speed = 0;
-  if (!ReadParameter(params, "Direction", direction) || !ReadParameter(params, "Speed", speed)) {
+  if (!ReadParameters(params, "Direction", direction, "Speed", speed)) {
     return -1;
   }
   DLOG(2, "##### ZoomSwitchOperation Parse() Zoom=%s Spead=%d", direction, speed);

@@ -12,11 +12,8 @@
 #include "core/cmd/command.h"
 #include "core/parameters.h"
 
-// Preset zoom.
-
 /// Reports the stored zoom positions of the buttons "A", "B" and "C"; -1 if one is not set.
-class GetPresetZoomPosition : public LocalCommand {
- public:
+struct GetPresetZoomPosition : LocalCommand {
   void Output() override;
 };
 
@@ -35,12 +32,9 @@ class SetPresetZoomPosition : public Command {
   std::int32_t position_ = 0;
 };
 
-// NTP.
-
 /// Reports "Address" of the NTP server, "TcSync" ("On" while the time code follows the server) and
 /// "Status", the state of the synchronisation from the camera status block (empty if unknown).
-class GetNTPStatus : public LocalCommand {
- public:
+struct GetNTPStatus : LocalCommand {
   void Output() override;
 };
 
@@ -65,12 +59,9 @@ class SetNTPSettings : public Command {
   ShortText tc_sync_ = {};
 };
 
-// Return audio.
-
 /// Reports "Function" ("Enable" or "Disable"), "Address", "Port" and "Mountpoint" of the return
 /// audio. The port is printed as stored.
-class GetIFBSettings : public LocalCommand {
- public:
+struct GetIFBSettings : LocalCommand {
   void Output() override;
 };
 

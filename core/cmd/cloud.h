@@ -1,10 +1,10 @@
 // Commands of the cloud streaming service. Its client runs in the camera's streaming daemon, which
 // keeps the login, the list of events (broadcasts) and the stream information. A web page uses
 // these commands in order: log in, make the client fetch the list, read the list, make the client
-// fetch an event's stream information, copy that into a streaming server's slot, log out.
+// fetch an event's stream information, copy that into a streaming server's slot, log out. If a
+// parameter is missing, the reply is "RequestedError".
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "core/cmd/command.h"
@@ -29,21 +29,18 @@ class CloudCommand : public Command {
 /// Logs in to the service.
 ///
 /// Parameters "Username" (at most 127 characters), "Password" (at most 63, may be empty) and
-/// "ServerURL" (at most 127). If one is missing, or the user name or URL is empty, the reply is
-/// "RequestedError".
-///
+/// "ServerURL" (at most 127). If the user name or URL is empty, the reply is "RequestedError".
 /// Payload: 128 bytes user name, 64 bytes password, 128 bytes URL, each with at least one NUL at
 /// its end.
-class SetCldstrmLogin : public CloudCommand {
- public:
+struct SetCldstrmLogin : CloudCommand {
   int Parse(const char* params) override;
 };
 
 /// Logs out of the service.
-class SetCldstrmLogout : public CloudCommand {};
+struct SetCldstrmLogout : CloudCommand {};
 
 /// Makes the client fetch the list of events from the service.
-class SetCldstrmEventListObtain : public CloudCommand {};
+struct SetCldstrmEventListObtain : CloudCommand {};
 
 /// Reports the titles of the events in the client's list: at most 20, each truncated to 63 bytes.
 ///
@@ -56,26 +53,16 @@ class GetCldstrmEventList : public CloudCommand {
   void Output() override;
 
  private:
-  /// The reply about one event; bytes that did not arrive are zero.
-  struct EventRecord {
-    static constexpr std::size_t kSize = 132;
-    std::uint8_t bytes[kSize];
-
-    [[nodiscard]] ByteView View() const { return {bytes, kSize}; }
-  };
-
   void ReceiveEvent(std::int32_t index);
 
-  EventRecord events_[kMaxCloudEvents] = {};
+  char titles_[kMaxCloudEvents][64] = {};
   std::int32_t event_num_ = 0;
 };
 
 /// Makes the client fetch the stream information of an event.
 ///
-/// Parameter "EventID": the event's index in the list, limited to 0 to 19. Missing:
-/// "RequestedError". Payload: the index.
-class SetCldstrmStreamInfoObtain : public CloudCommand {
- public:
+/// Parameter "EventID": the event's index in the list, limited to 0 to 19. Payload: the index.
+struct SetCldstrmStreamInfoObtain : CloudCommand {
   int Parse(const char* params) override;
 };
 
@@ -83,9 +70,8 @@ class SetCldstrmStreamInfoObtain : public CloudCommand {
 /// the current one.
 ///
 /// Parameters "EventID", limited to 0 to 19, and "StrmsrvID", the server's number, limited to 0 to
-/// 3. One missing: "RequestedError". Payload: the event's index. Reply: bytes 4 to 195 ingest URL,
-/// 196 to 259 stream key, 260 to 323 title. Without a reply, and with a result other than 0, no
-/// settings file is touched.
+/// 3. Payload: the event's index. Reply: bytes 4 to 195 ingest URL, 196 to 259 stream key, 260 to
+/// 323 title. Without a reply, and with a result other than 0, no settings file is touched.
 class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
  public:
   int Parse(const char* params) override;
@@ -98,8 +84,7 @@ class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
 /// Clears the client's status of single steps.
 ///
 /// Parameters "Login", "GetEventList" and "GetStreamInfo": numbers, whose low bytes and a zero byte
-/// are the payload; their meaning is the daemon's. One missing: "RequestedError".
-class SetCldstrmClearStatus : public CloudCommand {
- public:
+/// are the payload; their meaning is the daemon's.
+struct SetCldstrmClearStatus : CloudCommand {
   int Parse(const char* params) override;
 };

@@ -76,10 +76,6 @@ class Command {
   /// The payload of the last reply; bytes that did not arrive read as zero.
   [[nodiscard]] ByteView Reply() const { return reply_.View(); }
 
-  /// Whether the last exchange timed out. A command with several exchanges then makes no more of
-  /// them, because each could take as long.
-  [[nodiscard]] bool DaemonTimedOut() const { return daemon_timed_out_; }
-
   MessageHeader request_header_;
   OutgoingMessage message_;
   ByteBuffer reply_;
@@ -90,11 +86,12 @@ class Command {
   std::optional<JsonWriter> data_;
   int log_level_ = kDefaultLogLevel;
   bool log_reply_ = true;
+  /// Whether the last exchange timed out. A command with several exchanges then makes no more of
+  /// them, because each could take as long.
   bool daemon_timed_out_ = false;
 };
 
 /// Base of the commands that send no message: they only report what `Output` reads.
-class LocalCommand : public Command {
- public:
+struct LocalCommand : Command {
   void Transmit() override {}
 };

@@ -6,10 +6,7 @@
 
 #include "core/cmd/command.h"
 
-// Keys and buttons.
-
 /// Base of the commands that press a key of a control. Both are names in the remote event table.
-///
 /// Payload: kind code, key code.
 class KeyCommand : public Command {
  protected:
@@ -26,33 +23,28 @@ class KeyCommand : public Command {
 };
 
 /// Presses a key of a control. Parameters "Kind" and "Key": names as in the remote event table.
-class SetWebKeyEvent : public KeyCommand {
- public:
+struct SetWebKeyEvent : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Presses a button. Parameters "Kind" and "Button": names as in the remote event table.
-class SetWebButtonEvent : public KeyCommand {
- public:
+struct SetWebButtonEvent : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Requests an action of the system. Parameter "Request": "Resume".
-class SystemRequest : public KeyCommand {
- public:
+struct SystemRequest : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Starts or stops the return audio (IFB). Parameter "Streaming": "Start" starts, any other word
 /// stops.
-class SetIFBCtrl : public KeyCommand {
- public:
+struct SetIFBCtrl : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Starts or stops live streaming. Parameter "Streaming": "On" starts, any other word stops.
-class SetStreamingCtrl : public KeyCommand {
- public:
+struct SetStreamingCtrl : KeyCommand {
   int Parse(const char* params) override;
 };
 
@@ -60,82 +52,64 @@ class SetStreamingCtrl : public KeyCommand {
 // lamp, and the lamp command can also set the priority.
 
 /// Chooses who controls the tally lamp. Parameter "Priority": "Camera" or "Web".
-class SetTallyLampPriority : public KeyCommand {
- public:
+struct SetTallyLampPriority : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Switches the tally lamp. Parameter "Sw": "On" or "Off".
-class SetTallyLampCtrl : public KeyCommand {
- public:
+struct SetTallyLampCtrl : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Switches the tally lamp and makes the web side control it. Parameter "Sw": "On" or "Off"; an
 /// empty text means the key "Web", which only takes the control.
-class SetTallyControlWithPriority : public KeyCommand {
- public:
+struct SetTallyControlWithPriority : KeyCommand {
   int Parse(const char* params) override;
 };
 
 /// Sets the studio tally. Parameter "Indication": "Off", "Program" (on air) or "Preview".
-class SetStudioTally : public KeyCommand {
- public:
+struct SetStudioTally : KeyCommand {
   int Parse(const char* params) override;
 };
 
 // Sliders and switches. Numbers are not range-checked, only truncated to the bytes below.
 
 /// Moves a slider. Parameters "Kind": a control, usually a bar; "Position": a number.
-///
 /// Payload: kind code, position (16 bits, big-endian).
-class SetWebSliderEvent : public Command {
- public:
+struct SetWebSliderEvent : Command {
   int Parse(const char* params) override;
 };
 
 /// Moves the point of a two-axis field. Parameters "Kind": a control, usually the white paint
 /// field; "XPosition" and "YPosition": numbers from 0 to 255.
-///
 /// Payload: kind code, X, Y (8 bits each; bits 8 to 15 of a larger Y are ORed into X).
-class SetWebXYFieldEvent : public Command {
- public:
+struct SetWebXYFieldEvent : Command {
   int Parse(const char* params) override;
 };
 
 /// Tilts a spring-loaded switch; the camera moves until the direction "Stop". Parameters "Kind"
 /// and "Direction": a control and its key; "Speed": a number.
-///
 /// Payload: kind code, key code, speed (8 bits).
-class SeesawSwitchOperation : public Command {
- public:
+struct SeesawSwitchOperation : Command {
   int Parse(const char* params) override;
 };
 
 /// Tilts the zoom switch; the camera moves until the direction "Stop". Parameters "Direction":
 /// "Wide", "Tele" or "Stop" (any other word stops); "Speed": a number.
-///
 /// Payload: direction (1 wide, 2 tele, 0 stop), speed (8 bits).
-class ZoomSwitchOperation : public Command {
- public:
+struct ZoomSwitchOperation : Command {
   int Parse(const char* params) override;
 };
 
-// Camera.
-
 /// Starts or stops recording. Parameter "CamCtrl": "Rec" starts, any other word stops.
-///
 /// Payload: 0 to start, 1 to stop.
-class SetCamCtrl : public Command {
- public:
+struct SetCamCtrl : Command {
   int Parse(const char* params) override;
 };
 
 /// Moves the zoom to a position. Parameter "Position": a number, in the camera's own scale.
-///
 /// Payload: position (16 bits, big-endian).
-class SetZoomCtrl : public Command {
- public:
+struct SetZoomCtrl : Command {
   int Parse(const char* params) override;
 };
 
@@ -144,8 +118,7 @@ class SetZoomCtrl : public Command {
 ///
 /// The message is a bare header. Its command code means start or stop, as for `MonitorStart` and
 /// `MonitorStop`.
-class JpegEncode : public Command {
- public:
+struct JpegEncode : Command {
   int Parse(const char* params) override;
 };
 
@@ -153,7 +126,6 @@ class JpegEncode : public Command {
 ///
 /// The message is a bare header. Reply: bytes 4 to 23 the level of the antenna, from byte 24 the
 /// location; the texts are reported unchanged, as far as they arrived.
-class GetGpsInfo : public Command {
- public:
+struct GetGpsInfo : Command {
   void Output() override;
 };

@@ -6,11 +6,9 @@
 
 #include "core/cmd/command.h"
 
-/// Starts the encoder of the page's live picture. The message is a bare header.
-class MonitorStart : public Command {};
-
-/// Stops the encoder of the page's live picture. The message is a bare header.
-class MonitorStop : public Command {};
+/// Start and stop the encoder of the page's live picture. The message is a bare header.
+struct MonitorStart : Command {};
+struct MonitorStop : Command {};
 
 /// Keeps the client's session alive, or ends it.
 ///
@@ -27,15 +25,13 @@ class SessionRenewal : public Command {
 
 /// Reports model, destination region, version of this interface and serial number from the camera
 /// status block. Sends no message.
-class GetSystemInfo : public LocalCommand {
- public:
+struct GetSystemInfo : LocalCommand {
   void Output() override;
 };
 
 /// Confirms to a client, even without a session, that the camera is running, and reports the studio
 /// tally. Sends no message.
-class HeartbeatConfirmation : public LocalCommand {
- public:
+struct HeartbeatConfirmation : LocalCommand {
   void Output() override;
 };
 
@@ -44,8 +40,7 @@ class HeartbeatConfirmation : public LocalCommand {
 /// Parameter "Page": the number of the page; the payload is its low byte. Reply: byte 0 result,
 /// bytes 1 to 4 the permissions (signed) for planning metadata, edit metadata, view remote and
 /// settings. The permission for camera control is in the camera status block.
-class PageChange : public Command {
- public:
+struct PageChange : Command {
   int Parse(const char* params) override;
   void Output() override;
 };
