@@ -60,25 +60,13 @@ struct Arguments {
   const char* const* texts;
 };
 
-/// The value that replaces a directive.
-struct Value {
-  Value(const char* value) : text(value) {}
-  Value(std::int32_t value) : number(value) {}
-
-  const char* text = nullptr;
-  std::int32_t number = 0;
-};
-
 /// Appends a canned request whose directives are replaced by the values, in order.
-void Fill(const char* canned, std::initializer_list<Value> values, TextBuilder& request) {
-  for (const Value& value : values) {
+void Fill(const char* canned, std::initializer_list<std::string_view> values,
+          TextBuilder& request) {
+  for (const std::string_view value : values) {
     const std::size_t length = std::strcspn(canned, "%");
     request.Append({canned, length});
-    if (value.text != nullptr) {
-      request.Append(value.text);
-    } else {
-      request.AppendNumber(value.number);
-    }
+    request.Append(value);
     constexpr std::size_t kDirectiveLength = 2;
     canned += length + kDirectiveLength;
   }
@@ -114,7 +102,7 @@ void BuildSlider(const Arguments& arguments, TextBuilder& request) {
   DLOG(1, "console %s eventTable[%d] kind=%s Pos=%d", Outcome(event), IndexOf(event), event.kind,
        position);
   if (event.kind_code != 0) {
-    Fill(INPUT_COMMAND[kSlider], {event.kind, position}, request);
+    Fill(INPUT_COMMAND[kSlider], {event.kind, DecimalText(position).View()}, request);
   }
 }
 
@@ -127,7 +115,8 @@ void BuildXYField(const Arguments& arguments, TextBuilder& request) {
   DLOG(1, "console %s eventTable[%d] kind=%s XPos=%d YPos=%d", Outcome(event), IndexOf(event),
        event.kind, x, y);
   if (event.kind_code != 0) {
-    Fill(INPUT_COMMAND[kXYField], {event.kind, x, y}, request);
+    Fill(INPUT_COMMAND[kXYField], {event.kind, DecimalText(x).View(), DecimalText(y).View()},
+         request);
   }
 }
 
@@ -140,13 +129,17 @@ void BuildClipList(const Arguments& arguments, TextBuilder& request) {
   const bool has_range = arguments.count > 3;
   const std::int32_t start = has_range ? arguments.Number(2) : 0;
   const std::int32_t count = has_range ? arguments.Number(3) : 0;
-  Fill(INPUT_COMMAND[kClipList], {SlotName(arguments.Text(1)), start, count}, request);
+  Fill(INPUT_COMMAND[kClipList],
+       {SlotName(arguments.Text(1)), DecimalText(start).View(), DecimalText(count).View()},
+       request);
 }
 
 void BuildClipMark(const Arguments& arguments, TextBuilder& request) {
   const bool marked = arguments.Text(3) == nullptr || arguments.Number(3) != 0;
   Fill(INPUT_COMMAND[kClipMark],
-       {SlotName(arguments.Text(1)), arguments.Number(2), marked ? "Mark" : "NoMark"}, request);
+       {SlotName(arguments.Text(1)), DecimalText(arguments.Number(2)).View(),
+        marked ? "Mark" : "NoMark"},
+       request);
 }
 
 void BuildWholeRequest(const Arguments& arguments, TextBuilder& request) {
@@ -168,7 +161,7 @@ void BuildRequest(std::int32_t number, const Arguments& arguments, TextBuilder& 
       return BuildClipList(arguments, request);
     case kZoom:
     case kPage:
-      return Fill(INPUT_COMMAND[number], {arguments.Number(1)}, request);
+      return Fill(INPUT_COMMAND[number], {DecimalText(arguments.Number(1)).View()}, request);
     case kClipMark:
       return BuildClipMark(arguments, request);
     case kKeyEvent:

@@ -29,7 +29,9 @@ const RemoteEvent& FindRemoteEvent(Predicate matches) {
 }
 
 /// Index of a row, which the log shows.
-inline int IndexOf(const RemoteEvent& event) { return static_cast<int>(&event - &eventTable[0]); }
+inline int IndexOf(const RemoteEvent& event) {
+  return static_cast<int>(&event - eventTable.data());
+}
 
 /// Looks up a control and one of its keys, both compared exactly, and logs the row at level 2.
 /// @param kind_code_out  receives the control's code, 0 if there is no such pair
