@@ -8,15 +8,6 @@
 #include "core/reply.h"
 #include "core/text.h"
 
-namespace {
-
-/// Room for all of a reply except its data, including a name of 99 characters.
-constexpr std::size_t kEnvelopeSize = 300;
-
-}  // namespace
-
-Command::Command() : daemon_path_(kControlDaemonPath) {}
-
 void Command::Prepare(const CommandPreset& preset, const char* name, bool log_reply) {
   request_header_.message_class = preset.message_class;
   request_header_.command_code = preset.command_code;
@@ -39,6 +30,8 @@ void Command::Transmit() {
 }
 
 void Command::Output() {
+  // Room for all of a reply except its data, including a name of 99 characters.
+  constexpr std::size_t kEnvelopeSize = 300;
   // Daemons return more codes than clients know names for; all of those mean success.
   if (result_ >= std::size(RESULT_STR)) {
     result_ = 0;

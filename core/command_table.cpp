@@ -25,13 +25,9 @@ constexpr CommandPreset NoMessage(std::uint8_t level = kDefaultLogLevel) {
 }
 
 template <typename Class>
-std::unique_ptr<Command> Create() {
-  return std::make_unique<Class>();
-}
-
-template <typename Class>
 constexpr CommandRow Row(const char* name, CommandPreset preset, std::uint8_t traits = 0) {
-  return {name, Create<Class>, preset, traits};
+  const auto create = []() -> std::unique_ptr<Command> { return std::make_unique<Class>(); };
+  return {name, create, preset, traits};
 }
 
 // In matching order.

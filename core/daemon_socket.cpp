@@ -9,8 +9,6 @@ const char kControlDaemonPath[] = "/var/run/quonta_cp.sock";
 
 namespace {
 
-constexpr os::Timeout kOneWayTimeout = {5, 0};
-
 /// The daemons of `socket_send_msg`, by index.
 constexpr const char* path[] = {
     "/var/run/quonta_usb.sock",
@@ -65,7 +63,8 @@ bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const Messag
 }
 
 void socket_send_msg(const unsigned char* msg, unsigned short length, unsigned char index) {
-  const os::Descriptor socket = os::CreateStreamSocket(kOneWayTimeout);
+  constexpr os::Timeout kTimeout = {5, 0};
+  const os::Descriptor socket = os::CreateStreamSocket(kTimeout);
   if (!socket.IsOpen()) {
     Fatal("cmd:6363: Can't create a socket");
   }

@@ -8,10 +8,9 @@
 
 namespace {
 
-constexpr char kParamsMember[] = "\"Params\":";
-
 /// @return whether the parameters, if there are any, are accepted
 bool ParseParameters(Command& command, const char* body) {
+  constexpr char kParamsMember[] = "\"Params\":";
   const char* const member = std::strstr(body, kParamsMember);
   if (member == nullptr) {
     return true;

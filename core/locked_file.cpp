@@ -2,9 +2,9 @@
 
 #include "core/dlog.h"
 
-LockedFile::FolderLock::FolderLock() : folder_(os::OpenForReading("/var/tmp/lighttpd")) {
-  if (folder_.IsOpen()) {
-    os::LockInTime(folder_);
+LockedFile::FolderLock::FolderLock() : folder(os::OpenForReading("/var/tmp/lighttpd")) {
+  if (folder.IsOpen()) {
+    os::LockInTime(folder);
   }
 }
 

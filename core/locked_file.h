@@ -27,12 +27,9 @@ class LockedFile {
   bool Write(std::string_view contents) const;
 
  private:
-  class FolderLock {
-   public:
+  struct FolderLock {
     FolderLock();
-
-   private:
-    os::Descriptor folder_;
+    os::Descriptor folder;
   };
 
   const char* path_;

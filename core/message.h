@@ -21,12 +21,7 @@ struct MessageHeader {
 };
 
 constexpr std::size_t kMessageHeaderSize = 12;
-static_assert(sizeof(MessageHeader) == kMessageHeaderSize);
-static_assert(offsetof(MessageHeader, message_class) == 1);
-static_assert(offsetof(MessageHeader, payload_length) == 2);
-static_assert(offsetof(MessageHeader, command_code) == 4);
-static_assert(offsetof(MessageHeader, streaming_flag) == 5);
-static_assert(offsetof(MessageHeader, sender_process_id) == 8);
+static_assert(sizeof(MessageHeader) == kMessageHeaderSize && alignof(MessageHeader) == 1);
 
 /// Owns a number of bytes on the heap, initially zero.
 class ByteBuffer {

@@ -110,12 +110,6 @@ bool Link(const Descriptor& file, const char* path) {
   return linkat(AT_FDCWD, link, AT_FDCWD, path, AT_SYMLINK_FOLLOW) == 0;
 }
 
-bool ReadOnce(int descriptor, void* buffer, std::size_t capacity, std::size_t& count) {
-  const ssize_t result = Uninterrupted([&] { return read(descriptor, buffer, capacity); });
-  count = result > 0 ? static_cast<std::size_t>(result) : 0;
-  return result >= 0;
-}
-
 /// O_NONBLOCK: do not block if the path is a named pipe.
 constexpr int kOpenFlags = O_NONBLOCK;
 
@@ -141,7 +135,9 @@ Descriptor OpenForUpdate(const char* path) {
 }
 
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count) {
-  return ReadOnce(file.Number(), buffer, capacity, count);
+  const ssize_t result = Uninterrupted([&] { return read(file.Number(), buffer, capacity); });
+  count = result > 0 ? static_cast<std::size_t>(result) : 0;
+  return result >= 0;
 }
 
 bool Rewrite(const Descriptor& file, std::string_view contents) {
@@ -211,9 +207,8 @@ std::size_t ReadInput(void* buffer, std::size_t capacity, int timeout_ms) {
   if (Uninterrupted([&] { return poll(&input, 1, timeout_ms); }) <= 0) {
     return 0;
   }
-  std::size_t count = 0;
-  ReadOnce(STDIN_FILENO, buffer, capacity, count);
-  return count;
+  const ssize_t count = Uninterrupted([&] { return read(STDIN_FILENO, buffer, capacity); });
+  return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
 bool WriteOutput(std::string_view bytes) {

@@ -15,30 +15,26 @@ constexpr std::size_t kMaxLeadingSpace = std::size_t{1} << 20;
 constexpr std::int64_t kTimeoutMs = 10000;
 
 /// Collects the token from blocks of input.
-class TokenReader {
- public:
-  TokenReader(std::size_t limit, TextBuilder& token) : limit_(limit), token_(token) {}
-
+struct TokenReader {
   /// @return whether the token may continue in the next block
   bool Take(const char* block, std::size_t size) {
     std::size_t first = 0;
-    while (token_.Length() == 0 && first < size && IsSpace(block[first])) {
+    while (token.Length() == 0 && first < size && IsSpace(block[first])) {
       ++first;
-      ++leading_space_;
+      ++leading_space;
     }
     std::size_t last = first;
     while (last < size && !IsSpace(block[last]) && block[last] != '\0' &&
-           token_.Length() + (last - first) < limit_) {
+           token.Length() + (last - first) < limit) {
       ++last;
     }
-    token_.Append({block + first, last - first});
-    return last == size && token_.Length() < limit_ && leading_space_ < kMaxLeadingSpace;
+    token.Append({block + first, last - first});
+    return last == size && token.Length() < limit && leading_space < kMaxLeadingSpace;
   }
 
- private:
-  std::size_t limit_;
-  std::size_t leading_space_ = 0;
-  TextBuilder& token_;
+  std::size_t limit;
+  TextBuilder& token;
+  std::size_t leading_space = 0;
 };
 
 }  // namespace
@@ -48,7 +44,7 @@ void ReadRequestBody(std::int32_t announced, TextBuilder& body) {
     return;
   }
   const auto length = static_cast<std::size_t>(announced);
-  TokenReader reader(length < kMaxBody ? length : kMaxBody, body);
+  TokenReader reader = {length < kMaxBody ? length : kMaxBody, body};
   const std::int64_t deadline = os::MonotonicMilliseconds() + kTimeoutMs;
   std::int64_t wait = kTimeoutMs;
   char block[4096];

@@ -5,13 +5,8 @@
 
 #include "platform/read_data.h"
 
-namespace {
-
-constexpr char kSharedAreaImage[] = "/var/run/camera_memory";
-
-}  // namespace
-
 int read_data(std::uint32_t base, std::uint32_t address, std::uint32_t length, void* buffer) {
+  constexpr char kSharedAreaImage[] = "/var/run/camera_memory";
   if (address < base) {
     return -1;
   }

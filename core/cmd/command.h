@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <optional>
 
+#include "core/daemon_socket.h"
 #include "core/json_writer.h"
 #include "core/message.h"
 #include "core/os.h"
@@ -27,7 +28,7 @@ struct CommandPreset {
 /// header and replies with the daemon's result.
 class Command {
  public:
-  Command();
+  Command() = default;
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
@@ -80,7 +81,7 @@ class Command {
   OutgoingMessage message_;
   ByteBuffer reply_;
   std::uint8_t result_ = 0;
-  const char* daemon_path_;
+  const char* daemon_path_ = kControlDaemonPath;
   os::Timeout timeout_ = {kDefaultTimeoutSeconds, 0};
   char requested_name_[100] = {};
   std::optional<JsonWriter> data_;
