@@ -1,5 +1,6 @@
-// Exchanges messages with the camera's resident daemons over Unix-domain stream sockets. If a daemon
-// cannot be reached, or closes before the message is written, the process ends (see `Fatal`).
+// Exchanges messages with the camera's resident daemons over Unix-domain stream sockets. If a
+// daemon cannot be reached, or closes before the message is written, the process ends (see
+// `Fatal`).
 #pragma once
 
 #include "core/message.h"

@@ -46,12 +46,17 @@ std::uint16_t LimitEvent(std::int32_t event_id) {
   return static_cast<std::uint16_t>(Limit(event_id, kLastEvent, "event_id"));
 }
 
-/// Ends a text at its first byte below 0x20.
-void TruncateAtControlCharacter(char* text) {
-  while (static_cast<unsigned char>(*text) >= 0x20) {
-    ++text;
+/// Copies and traces a text of the reply. It becomes a line of a settings file and must not add
+/// another one, so it ends at its first byte below 0x20.
+template <std::size_t Size>
+void TakeText(const char* name, std::string_view text, char (&out)[Size]) {
+  CopyText(out, text);
+  DLOG(1, "%s: %s", name, out);
+  char* end = out;
+  while (static_cast<unsigned char>(*end) >= 0x20) {
+    ++end;
   }
-  *text = '\0';
+  *end = '\0';
 }
 
 }  // namespace
@@ -67,8 +72,8 @@ void CloudCommand::SetNumberPayload(std::uint16_t number) {
 
 int SetCldstrmLogin::Parse(const char* params) {
   LoginBlock login = {};
-  if (!ReadParameters(params, "Username", login.user_name, "Password", login.password,
-                      "ServerURL", login.server_url)) {
+  if (!ReadParameters(params, "Username", login.user_name, "Password", login.password, "ServerURL",
+                      login.server_url)) {
     return -1;
   }
   DLOG(4, "Username=%s", login.user_name);
@@ -161,16 +166,9 @@ void SetCldstrmStreamInfoToStrmsrv::Transmit() {
   char url[kStreamUrl.width];
   char stream_key[kStreamKey.width];
   char title[kStreamTitle.width];
-  CopyText(url, reply[kStreamUrl]);
-  CopyText(stream_key, reply[kStreamKey]);
-  CopyText(title, reply[kStreamTitle]);
-  DLOG(1, "Url: %s", url);
-  DLOG(1, "StreamKey: %s", stream_key);
-  DLOG(1, "Title: %s", title);
-  // Each text becomes a line of a settings file and must not add another one.
-  TruncateAtControlCharacter(url);
-  TruncateAtControlCharacter(stream_key);
-  TruncateAtControlCharacter(title);
+  TakeText("Url", reply[kStreamUrl], url);
+  TakeText("StreamKey", reply[kStreamKey], stream_key);
+  TakeText("Title", reply[kStreamTitle], title);
   SaveStreamingSettingsRTMP(strmsrv_id_, url, stream_key, title);
 }
 

@@ -4,14 +4,9 @@
 
 namespace camera_status {
 
-namespace {
-
-constexpr std::uint32_t kSharedAreaAddress = 0x21e80000;
-constexpr std::uint32_t kStatusBlockAddress = 0x21e9d400;
-
-}  // namespace
-
 CameraStatusBlock::CameraStatusBlock() {
+  constexpr std::uint32_t kSharedAreaAddress = 0x21e80000;
+  constexpr std::uint32_t kStatusBlockAddress = 0x21e9d400;
   read_data(kSharedAreaAddress, kStatusBlockAddress, kBlockSize, bytes_);
 }
 

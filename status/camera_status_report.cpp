@@ -54,12 +54,6 @@ void WriteAllowedPages(JsonWriter& data, ByteView reply, const CameraStatusBlock
   data.EndObject();
 }
 
-void WriteNetwork(JsonWriter& data, ByteView reply) {
-  data.Text("NetAdaptorStatus", kNetAdaptorStatusNames[reply[kNetAdaptor]]);
-  data.Text("NetAdaptorType", kNetAdaptorTypeNames[reply[kNetAdaptor]]);
-  data.Text("WebAccess", kSwitchNames[reply[kWebAccess]]);
-}
-
 /// How an FTP server's key is printed. The spaces let a page wrap it.
 struct KeyFormat {
   std::uint8_t bytes;
@@ -150,13 +144,6 @@ void WriteSetting(JsonWriter& data, const char* key, const char* status, std::st
   data.EndObject();
 }
 
-/// A picture setting without modes.
-void WriteLetter(JsonWriter& data, const char* key, std::string_view letter) {
-  data.BeginObject(key);
-  data.Text("Letter", letter);
-  data.EndObject();
-}
-
 void WriteWhiteBalance(JsonWriter& data, const CameraStatusBlock& block) {
   data.BeginObject("Whb");
   data.Text("Status", kWhiteBalanceNames[block[kWhiteBalanceMode]]);
@@ -178,8 +165,12 @@ void WritePicture(JsonWriter& data, const CameraStatusBlock& block) {
   WriteSetting(data, "Shutter", kShutterNames[block[kShutterMode]], block[kShutterLetter]);
   WriteWhiteBalance(data, block);
   WriteSetting(data, "Focus", kFocusNames[block[kFocusMode]], block[kFocusLetter]);
-  WriteLetter(data, "MasterBlack", block[kMasterBlackLetter]);
-  WriteLetter(data, "Detail", block[kDetailLetter]);
+  data.BeginObject("MasterBlack");
+  data.Text("Letter", block[kMasterBlackLetter]);
+  data.EndObject();
+  data.BeginObject("Detail");
+  data.Text("Letter", block[kDetailLetter]);
+  data.EndObject();
 }
 
 void WriteDisplays(JsonWriter& data, const CameraStatusBlock& block) {
@@ -213,7 +204,9 @@ void GetCamStatus::Output() {
   WriteBattery(data, reply);
   data.Text("AspectRatio", kAspectRatioNames[reply[kAspectRatio]]);
   WriteAllowedPages(data, reply, block);
-  WriteNetwork(data, reply);
+  data.Text("NetAdaptorStatus", kNetAdaptorStatusNames[reply[kNetAdaptor]]);
+  data.Text("NetAdaptorType", kNetAdaptorTypeNames[reply[kNetAdaptor]]);
+  data.Text("WebAccess", kSwitchNames[reply[kWebAccess]]);
   data.Number("ZoomDisplayValue", reply[kZoomDisplayValue]);
   WriteFtp(data, block);
   WriteEnableFlags(data, block);

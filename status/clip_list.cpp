@@ -77,17 +77,13 @@ void GetClipInfo::Transmit() {
     const auto count = static_cast<std::uint16_t>(std::min(clip_count_ - asked, kClipsPerExchange));
     SetPayload({slot_, 0, HighByte(first), LowByte(first), HighByte(count), LowByte(count)});
     Command::Transmit();
-    KeepClips();
-  }
-}
-
-void GetClipInfo::KeepClips() {
-  const ByteView reply = Reply();
-  const std::size_t count = std::min<std::size_t>(reply[kReplyClipCount], kClipsPerExchange);
-  const std::size_t size = count * kClipRecordSize;
-  char* const records = clips_.Extend(size);
-  for (std::size_t i = 0; i < size; ++i) {
-    records[i] = static_cast<char>(reply.U8(kReplyFirstClip + i));
+    const ByteView reply = Reply();
+    const int received = std::min<int>(reply[kReplyClipCount], kClipsPerExchange);
+    const std::size_t size = static_cast<std::size_t>(received) * kClipRecordSize;
+    char* const records = clips_.Extend(size);
+    for (std::size_t i = 0; i < size; ++i) {
+      records[i] = static_cast<char>(reply.U8(kReplyFirstClip + i));
+    }
   }
 }
 

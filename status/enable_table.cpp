@@ -4,7 +4,7 @@ namespace camera_status {
 
 // The offsets do not follow the order of the keys.
 // clang-format off
-constexpr EnableGroup kEnableTable[kEnableGroupCount] = {
+constexpr EnableGroup kEnableTable[] = {
     {"Fullauto", {{"Status", {205}}, {"On", {130}}, {"Off", {131}}}},
     {"Iris", {{"Status", {206}}, {"Manual", {132}}, {"Auto", {133}}, {"Open1", {134}},
               {"Open2", {135}}, {"Open3", {136}}, {"Close1", {137}}, {"Close2", {138}},

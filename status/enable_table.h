@@ -20,9 +20,7 @@ struct EnableGroup {
   std::initializer_list<EnableFlag> flags;
 };
 
-constexpr std::size_t kEnableGroupCount = 12;
-
 /// All groups, in the order in which they are reported.
-extern const EnableGroup kEnableTable[kEnableGroupCount];
+extern const EnableGroup kEnableTable[12];
 
 }  // namespace camera_status

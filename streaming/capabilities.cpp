@@ -15,15 +15,7 @@ constexpr std::uint8_t kModelRv140 = 4;
 bool CanStream(std::uint8_t model) { return model == kModelRv130 || model == kModelRv140; }
 
 /// Rows of `resolution_table`.
-enum ResolutionIndex : std::uint8_t {
-  k1920x1080,
-  k1440x1080,
-  k1280x720,
-  k720x480,
-  k720x576,
-  k480x270,
-  k640x360,
-};
+enum ResolutionIndex { k1920x1080, k1440x1080, k1280x720, k720x480, k720x576, k480x270, k640x360 };
 
 bool IsIndex(int index, std::size_t rows) {
   return index >= 0 && static_cast<std::size_t>(index) < rows;
@@ -51,7 +43,7 @@ constexpr const FramerateTable* kFramerateTables[kResolutionRows] = {
 };
 
 /// Rows of `framerate_table`.
-enum FramerateIndex : std::uint8_t { k60p, k50p, k60i, k50i, k30pOr25p };
+enum FramerateIndex { k60p, k50p, k60i, k50i, k30pOr25p };
 
 /// The bit rates for a range of frame rates.
 struct BitrateChoice {
@@ -59,9 +51,9 @@ struct BitrateChoice {
     return first <= framerate && framerate <= last && resolution == for_resolution;
   }
 
-  FramerateIndex first;
-  FramerateIndex last;
-  ResolutionIndex resolution;
+  std::uint8_t first;  ///< `FramerateIndex`
+  std::uint8_t last;
+  std::uint8_t resolution;  ///< `ResolutionIndex`
   const BitrateTable* normal;
   const BitrateTable* ifb;  ///< while return audio is active
 };

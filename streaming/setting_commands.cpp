@@ -158,8 +158,7 @@ int AvailableStreamingFramerateSettings::Parse(const char* params) {
 }
 
 void AvailableStreamingFramerateSettings::Output() {
-  static constexpr char kColumns[kFramerateRows][4] = {"60p", "60i", "30p",
-                                                           "50p", "50i", "25p"};
+  static constexpr char kColumns[kFramerateRows][4] = {"60p", "60i", "30p", "50p", "50i", "25p"};
   const FramerateFlags& flags =
       FlagsOrZeros(GetSelectableFramerateTable(resolution_), "GetSelectableFramerateTable");
   JsonWriter& data = AddData();

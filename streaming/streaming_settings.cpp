@@ -52,8 +52,8 @@ constexpr SettingsFile<_STREAMING_SETTING> kStreamingFile(kStreamingFields);
 constexpr SettingsFile<_STREAMING_SERVER_SETTING> kStreamingServerFile(kStreamingServerFields);
 
 StreamingServerPath::StreamingServerPath(std::int32_t server) {
-  path_.Append(STREAMING_SERVER_SETTING_PATH);
-  path_.AppendNumber(server);
+  Append(STREAMING_SERVER_SETTING_PATH);
+  AppendNumber(server);
 }
 
 int ReadStreamingSetting(_STREAMING_SETTING* setting) {

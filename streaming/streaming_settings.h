@@ -56,14 +56,8 @@ extern const SettingsFile<_STREAMING_SETTING> kStreamingFile;
 extern const SettingsFile<_STREAMING_SERVER_SETTING> kStreamingServerFile;
 
 /// Path of the settings file of one streaming server; accepts any number.
-class StreamingServerPath {
- public:
+struct StreamingServerPath : TextBuilder {
   explicit StreamingServerPath(std::int32_t server);
-
-  [[nodiscard]] const char* Text() const { return path_.Text(); }
-
- private:
-  TextBuilder path_;
 };
 
 /// Reads the streaming settings (see `SettingsFile::Read`).

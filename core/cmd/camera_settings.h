@@ -18,7 +18,6 @@ struct GetPresetZoomPosition : LocalCommand {
 };
 
 /// Stores the zoom position of one button.
-///
 /// Parameters "ID": "A", "B" or "C" (any other name changes no position, but the file is still
 /// rewritten and the notice sent); "Position": any number, in the camera's own scale. 65535 means
 /// that the button is not set.
@@ -66,7 +65,6 @@ struct GetIFBSettings : LocalCommand {
 };
 
 /// Sets the server that provides the return audio.
-///
 /// Parameters "Function": "Enable" enables, any other word disables; "Address"; "Port": a number;
 /// "Mountpoint". Type, codec and account of the stream keep their values.
 class SetIFBSettings : public Command {

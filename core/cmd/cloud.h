@@ -27,7 +27,6 @@ class CloudCommand : public Command {
 };
 
 /// Logs in to the service.
-///
 /// Parameters "Username" (at most 127 characters), "Password" (at most 63, may be empty) and
 /// "ServerURL" (at most 127). If the user name or URL is empty, the reply is "RequestedError".
 /// Payload: 128 bytes user name, 64 bytes password, 128 bytes URL, each with at least one NUL at
@@ -60,7 +59,6 @@ class GetCldstrmEventList : public CloudCommand {
 };
 
 /// Makes the client fetch the stream information of an event.
-///
 /// Parameter "EventID": the event's index in the list, limited to 0 to 19. Payload: the index.
 struct SetCldstrmStreamInfoObtain : CloudCommand {
   int Parse(const char* params) override;
@@ -68,7 +66,6 @@ struct SetCldstrmStreamInfoObtain : CloudCommand {
 
 /// Copies the stream information of an event into a streaming server's slot and makes that server
 /// the current one.
-///
 /// Parameters "EventID", limited to 0 to 19, and "StrmsrvID", the server's number, limited to 0 to
 /// 3. Payload: the event's index. Reply: bytes 4 to 195 ingest URL, 196 to 259 stream key, 260 to
 /// 323 title. Without a reply, and with a result other than 0, no settings file is touched.
@@ -82,7 +79,6 @@ class SetCldstrmStreamInfoToStrmsrv : public CloudCommand {
 };
 
 /// Clears the client's status of single steps.
-///
 /// Parameters "Login", "GetEventList" and "GetStreamInfo": numbers, whose low bytes and a zero byte
 /// are the payload; their meaning is the daemon's.
 struct SetCldstrmClearStatus : CloudCommand {

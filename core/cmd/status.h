@@ -20,11 +20,10 @@ struct GetCamStatus : Command {
 };
 
 /// Lists clips of one card slot.
-///
 /// Parameters: "Slot" ("A" or "B", only the first character counts), "StartIndexNo" (index number
 /// of the first clip, at least 1) and "ClipNum" (number of clips, at least 1), both truncated to
-/// signed 16 bits. `Parse` returns -1 for another slot, -2 for a bad start index, -3 for a bad number
-/// of clips.
+/// signed 16 bits. `Parse` returns -1 for another slot, -2 for a bad start index, -3 for a bad
+/// number of clips.
 ///
 /// The daemon returns at most 15 clips, so there is one exchange for every 15 of them. Payload:
 /// byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number of the first clip, bytes 4 and
@@ -38,8 +37,6 @@ class GetClipInfo : public Command {
   void Output() override;
 
  private:
-  void KeepClips();
-
   std::uint8_t slot_ = 0;
   std::int16_t start_index_ = 0;
   std::int16_t clip_count_ = 0;
@@ -49,7 +46,6 @@ class GetClipInfo : public Command {
 };
 
 /// Sets or clears the OK mark of one clip.
-///
 /// Parameters: "Slot" ("A"; anything else means B, only the first character counts), "IndexNo" of
 /// the clip (truncated to 16 bits) and "OKMark" ("NoMark" clears the mark, any other text sets it).
 /// Payload: byte 0 slot (0 A, 1 B), byte 1 zero, bytes 2 and 3 index number, byte 4 OK mark (0 or
@@ -59,15 +55,13 @@ struct SetClipInfo : Command {
 };
 
 /// Answers a prompt of the camera's FTP client.
-///
-/// Parameter "Response": a number whose meaning only the daemon knows. Payload: byte 0 its low byte,
-/// byte 1 zero.
+/// Parameter "Response": a number whose meaning only the daemon knows. Payload: byte 0 its low
+/// byte, byte 1 zero.
 struct WebFtpOperateResponse : Command {
   int Parse(const char* params) override;
 };
 
 /// Base of the commands that start the upload of many clips.
-///
 /// Parameters: the numbers "Server" and "Slot". Payload: byte 0 the low byte of the server, byte 1
 /// the low byte of the slot.
 class FtpUploadStart : public Command {
@@ -87,7 +81,6 @@ struct SetWebFtpUploadOkMarked : FtpUploadStart {
 };
 
 /// Base of the commands that select clips of one slot for the upload to one FTP server.
-///
 /// Parameters "block0" to "block124": 32 clips each, one bit per clip, as a decimal number, signed
 /// or unsigned; a missing block selects none. See `SetClipUploadBitmap`. Payload: the 125 blocks
 /// with 4 bytes each.

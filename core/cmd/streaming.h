@@ -27,7 +27,6 @@ class StreamingFormatCommand : public Command {
 };
 
 /// Sets resolution and bit rate.
-///
 /// Parameters "Resolution", a name of `resolution_table`, and "Bitrate", a name of `bitrate_table`.
 /// An unknown resolution is stored as 7, one past the last index; an unknown bit rate as code 0.
 /// Both then read back as empty names.
@@ -43,7 +42,6 @@ struct SetStreamingResolution : StreamingFormatCommand {
 };
 
 /// Sets the frame rate and keeps the bit rate.
-///
 /// Parameter "Framerate": a name of `framerate_table`; an unknown one is stored as 6 and reads back
 /// as an empty name.
 struct SetStreamingFramerate : StreamingFormatCommand {
@@ -63,7 +61,6 @@ struct AvailableStreamingResolutionSettings : LocalCommand {
 };
 
 /// Reports a flag for each frame rate: whether the camera can stream it now at one resolution.
-///
 /// Parameter "Resolution": a name of `resolution_table`. An unknown one gives "RequestedError".
 class AvailableStreamingFramerateSettings : public LocalCommand {
  public:
@@ -75,7 +72,6 @@ class AvailableStreamingFramerateSettings : public LocalCommand {
 };
 
 /// Reports a flag for each bit rate: whether the camera can stream it now.
-///
 /// Parameters "Type", a name of `streaming_type_zixi_separate_table`, "Resolution", a name of
 /// `resolution_table`, and "Framerate", a name of `framerate_table`. An unknown one gives
 /// "RequestedError".
@@ -105,7 +101,6 @@ using StreamingServerValue = char[200];
 
 /// Base of the commands that set a streaming server's parameters for one transport and choose that
 /// transport for it.
-///
 /// Parameters "ID", the server's number (any), "Alias", its name, then those of the transport; the
 /// texts are truncated to the fields that they are stored in. The settings of all other transports
 /// are kept.
@@ -163,7 +158,6 @@ struct GetCurrentStreamingServerID : LocalCommand {
 };
 
 /// Chooses the current streaming server.
-///
 /// Parameter "ID": its number. One above 3 gives "RequestedError"; negative ones are accepted.
 class SetCurrentStreamingServerID : public Command {
  public:

@@ -11,7 +11,6 @@ struct MonitorStart : Command {};
 struct MonitorStop : Command {};
 
 /// Keeps the client's session alive, or ends it.
-///
 /// Parameter "Update": non-zero makes the session valid for another 30 seconds, 0 ends it now.
 /// Rewrites the session file; a file that cannot be written gives "RequestedError".
 class SessionRenewal : public Command {
@@ -36,7 +35,6 @@ struct HeartbeatConfirmation : LocalCommand {
 };
 
 /// Tells the camera which page the client shows, and reports the pages that it may use.
-///
 /// Parameter "Page": the number of the page; the payload is its low byte. Reply: byte 0 result,
 /// bytes 1 to 4 the permissions (signed) for planning metadata, edit metadata, view remote and
 /// settings. The permission for camera control is in the camera status block.
