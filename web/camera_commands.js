@@ -48,7 +48,7 @@ const PARAMETERS = {
   WebFtpOperateResponse: { Response: byte },
   SetWebKeyEvent: { Kind, Key: text() },
   SetWebButtonEvent: { Kind, Button: text() },
-  SetWebSliderEvent: { Kind, Position: uint16 },
+  SetWebSliderEvent: { Kind, Position: number(-32768, 65535) },
   SetWebXYFieldEvent: { Kind, XPosition: byte, YPosition: byte },
   SeesawSwitchOperation: { Kind, Direction: text(), Speed: byte },
   ZoomSwitchOperation: { Direction: word("Wide", "Tele", "Stop"), Speed: byte },

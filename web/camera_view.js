@@ -70,10 +70,9 @@ function setUpPaint({ camera, queue }) {
   const sliders = ["Red", "Blue"].map((color) => {
     const slider = byId(`paint-${color.toLowerCase()}`);
     const kind = `WhPaint${color[0]}`;
-    slider.addEventListener("input", () => {
-      const position = slider.valueAsNumber & 0xffff; // below zero as a number of 16 bits
-      queue.send(kind, () => camera.setWebSliderEvent({ kind, position }));
-    });
+    slider.addEventListener("input", () =>
+      queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
+    );
     return { color, slider, kind, isMoved: watchMoving(slider) };
   });
   return ({ Whb, Enable }) => {

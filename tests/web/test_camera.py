@@ -137,19 +137,18 @@ def test_the_zoom_slider_moves_the_zoom_and_follows_it(page):
     eventually(lambda: slider.get_property("value") == "700")
 
 
-# Positions below zero are sent as numbers of 16 bits.
-@pytest.mark.parametrize("name, position, sent, member", [
-    ("Focus bar", 300, 300, lambda state: state["focus"]["position"] == 300),
-    ("Iris bar", 999, 999, lambda state: state["iris"]["stop"] == "CLOSE"),
-    ("Red paint", 12, 12, lambda state: state["white_balance"]["paint_red"] == 12),
-    ("Blue paint", -7, 65529, lambda state: state["white_balance"]["paint_blue"] == -7),
-    ("Red paint", -32, 65504, lambda state: state["white_balance"]["paint_red"] == -32),
+@pytest.mark.parametrize("name, position, member", [
+    ("Focus bar", 300, lambda state: state["focus"]["position"] == 300),
+    ("Iris bar", 999, lambda state: state["iris"]["stop"] == "CLOSE"),
+    ("Red paint", 12, lambda state: state["white_balance"]["paint_red"] == 12),
+    ("Blue paint", -7, lambda state: state["white_balance"]["paint_blue"] == -7),
+    ("Red paint", -32, lambda state: state["white_balance"]["paint_red"] == -32),
 ])
-def test_a_bar_moves_its_value(page, name, position, sent, member):
+def test_a_bar_moves_its_value(page, name, position, member):
     page.slide(name, position)
     eventually(lambda: member(page.state()))
     params = page.journal("SetWebSliderEvent")[-1]["request"]["Request"]["Params"]
-    assert params["Position"] == sent
+    assert params["Position"] == position
 
 
 def test_the_paint_pad_sets_red_and_blue_and_shows_them(page):

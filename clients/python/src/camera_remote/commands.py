@@ -70,7 +70,13 @@ COMMANDS: Tuple[Command, ...] = (
     Command("WebFtpOperateResponse", {"Response": Number(0, 255)}),
     Command("SetWebKeyEvent", {"Kind": Word(*get_args(Kind)), "Key": Text()}),
     Command("SetWebButtonEvent", {"Kind": Word(*get_args(Kind)), "Button": Text()}),
-    Command("SetWebSliderEvent", {"Kind": Word(*get_args(Kind)), "Position": Number(0, 65535)}),
+    Command(
+        "SetWebSliderEvent",
+        {
+            "Kind": Word(*get_args(Kind)),
+            "Position": Number(-32768, 65535),
+        },
+    ),
     Command(
         "SetWebXYFieldEvent",
         {
@@ -563,8 +569,9 @@ class Commands:
         kind: The control. The sliders are ZoomBar, FocusBar, IrisBar, WhPaintR and WhPaintB; every
         other control is accepted, too.
 
-        position: 0 to 65535. Position of the slider, in the camera's own scale. The simulated
-        camera reads 32768 to 65535 as negative numbers: 65529 is -7.
+        position: -32768 to 65535. Position of the slider, in the camera's own scale. It is sent to
+        the camera as 16 bits, so that -7 and 65529 mean the same; white paint has positions below
+        zero.
 
         RequestedError: a control that is not in the table. Lasts until it is changed or the camera
         is switched off. Nothing is stored here.
