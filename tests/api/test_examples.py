@@ -1,7 +1,8 @@
 """Every example is a real exchange: it follows the schemas, and the handler's reply is the same byte
 by byte, in the example's scene of the simulated camera, whose clock stands still.
 
-An example may also have a "state", which is laid over the scene (PATCH /simulator/state)."""
+An example may also have a "state", which is laid over the scene (PATCH /simulator/state). Where scene
+or state are special, "when" tells readers what it is about."""
 
 import json
 import sys
@@ -59,7 +60,9 @@ def test_there_is_an_example_of_every_command():
 def test_example_is_about_its_command_and_well_formed(path):
     example = read(path)
     command = path.stem.partition("-")[0]
-    assert [key for key in example if key != "state"] == ["scene", "requests", "replies"]
+    is_special = example["scene"] != "default" or "state" in example
+    assert [key for key in example if key != "state"] == [
+        "scene", *(["when"] if is_special else []), "requests", "replies"]
     assert len(example["requests"]) == len(example["replies"]) > 0
     assert command in [request["Request"]["Command"] for request in example["requests"]]
     assert path.read_text() == dump(example), "run api/generate"
