@@ -44,9 +44,9 @@ export class CameraError extends Error {
   }
 }
 
-/// Base of the refusals. `byCamera` tells the camera's own refusals from those of the checks in
-/// front of it, in which case nothing was sent or stored. `data` is what the reply holds all the
-/// same, not to be relied on.
+/// Base of the refusals. `byCamera` is true if the camera itself has refused. Otherwise the checks in
+/// front of it have, and nothing was sent or stored. `data` is the data of the reply, if it has any;
+/// do not rely on it.
 export class Refusal extends CameraError {
   constructor(command, byCamera, data) {
     super(command, new.target.reason);
@@ -92,9 +92,9 @@ export class InvalidReply extends CameraError {
   }
 }
 
-/// There is no answer of the camera. `reason` says why: "network" (no connection), "timeout",
-/// "http" (the web server answers with an error; `status` is its number, 500 if the camera's own
-/// parts are down), "empty" (no reply text) or "reply" (a text that is none of this API).
+/// The camera has not answered. `reason` says why: "network" (no connection), "timeout", "http" (the
+/// web server answers with an error; `status` is its number, 500 if the camera's own parts are
+/// down), "empty" (no reply text) or "reply" (a text that is not a reply of this API).
 export class CameraUnreachable extends CameraError {
   constructor(command, reason, message, { status, cause } = {}) {
     super(command, message, { cause });
@@ -265,7 +265,7 @@ function readReply(command, text) {
     throw new REFUSALS[Result](command, Requested !== undefined, Data);
   }
   if (Result !== "Success" || !isObject(Data ?? {})) {
-    throw new CameraUnreachable(command, "reply", "the reply is none of this API", { cause });
+    throw new CameraUnreachable(command, "reply", "this is not a reply of the API", { cause });
   }
   if (cause) {
     throw new InvalidReply(command, text, cause);

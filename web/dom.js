@@ -1,5 +1,4 @@
-// Small helpers for elements, and what the page tells its user beside what it shows. Texts only ever
-// become text nodes.
+// Small helpers for elements, announcements and error messages. Texts only ever become text nodes.
 
 export const byId = (id) => document.getElementById(id);
 

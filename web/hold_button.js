@@ -90,7 +90,7 @@ export class HoldButton {
     this.#actions.run(speed);
   }
 
-  /// Speed for a pointer on the button, in eighths; undefined beside the button.
+  /// Speed for a pointer on the button, in eighths; undefined outside the button.
   #speedAt({ clientX, clientY }) {
     const { left, right, top, bottom } = this.#button.getBoundingClientRect();
     if (clientX < left || clientX > right || clientY < top || clientY > bottom) {

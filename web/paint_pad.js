@@ -1,5 +1,5 @@
 // A field for two values at once: red to the right, blue upwards. It is for pointers alone; the
-// sliders beside it do the same for the keyboard.
+// sliders next to it do the same for the keyboard.
 
 export class PaintPad {
   #pad;

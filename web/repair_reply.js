@@ -4,7 +4,7 @@
 /// A quote that belongs to a text, as it has no structure on either side.
 const QUOTE_WITHIN_TEXT = /(?<![{[,:])"(?![:,}\]])/g;
 
-/// The data of a reply that is no JSON because of its texts.
+/// The data of a reply that is invalid JSON because of its texts.
 /// @return undefined if it cannot be read even so
 export function repairReply(text) {
   const escaped = text

@@ -43,8 +43,8 @@ function setUpControl({ camera, queue }) {
   );
 }
 
-/// Offers only what the camera reports as available. What is stored but not available now is shown
-/// beside the choices, for it stays until something else is set.
+/// Offers only what the camera reports as available. The stored format stays in force until another
+/// one is set, even if it is no longer available, so it is shown as well.
 function setUpFormat({ camera, queue, attempt }) {
   const fields = {
     type: byId("format-type"),

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Checks kept exchanges against the description of the API: check_exchanges.py FILE...
 
-Prints how many replies follow their schema, how many are no JSON, and every violation. Exit status 1
+Prints how many replies follow their schema, how many are invalid JSON, and every violation. Exit status 1
 if there is one."""
 
 import pathlib
@@ -22,7 +22,7 @@ def main():
                 print(f"{problem}: {exchange.reply[:500]!r}")
     followed = sum(checker.schemas.values()) - violations
     print(f"{checker.checked} replies: {followed} follow {len(checker.schemas)} schemas, "
-          f"{checker.no_json} are no JSON, {violations} violate their schema")
+          f"{checker.invalid_json} are invalid JSON, {violations} violate their schema")
     return 1 if violations or not checker.checked else 0
 
 

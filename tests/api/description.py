@@ -16,11 +16,11 @@ FIXED_ERRORS = ("FormatError", "SessionError", "CommandError", "RequestedError")
 
 
 def referred(schema):
-    """The schema that a `$ref` names, with what stands beside the reference on top of it."""
+    """The schema that a `$ref` names; the members next to the reference override its own."""
     if "$ref" not in schema:
         return schema
-    beside = {key: value for key, value in schema.items() if key != "$ref"}
-    return {**referred(SCHEMAS[schema["$ref"].rpartition("/")[2]]), **beside}
+    own = {key: value for key, value in schema.items() if key != "$ref"}
+    return {**referred(SCHEMAS[schema["$ref"].rpartition("/")[2]]), **own}
 
 
 def resolved(schema):

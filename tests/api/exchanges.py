@@ -43,7 +43,7 @@ def _members(pairs):
 
 
 def parse(reply):
-    """The reply as JSON. Raises ValueError when it is none, or when a member is there twice."""
+    """The reply as JSON. Raises ValueError when it is invalid or has a member twice."""
     def refuse(constant):
         raise ValueError(constant)
     return json.loads(reply.decode(), object_pairs_hook=_members, parse_constant=refuse)
@@ -54,18 +54,18 @@ class Checker:
 
     def __init__(self):
         self.checked = 0
-        self.no_json = 0
+        self.invalid_json = 0
         self.schemas = {}  # how often each schema was used
         self._known = {}
 
     def problems(self, reply):
-        """What is wrong with a reply's bytes: an empty list for nothing, None for no JSON."""
+        """What is wrong with a reply's bytes: an empty list for nothing, None for invalid JSON."""
         if reply not in self._known:
             self._known[reply] = self._check(reply)
         schema, problems = self._known[reply]
         self.checked += 1
         if schema is None:
-            self.no_json += 1
+            self.invalid_json += 1
         else:
             self.schemas[schema] = self.schemas.get(schema, 0) + 1
         return problems

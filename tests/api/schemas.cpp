@@ -13,7 +13,7 @@ const Json& Document() {
 
 const Json& Schema(const std::string& name) { return Document()["components"]["schemas"][name]; }
 
-/// References replaced by what they refer to, with what stands beside them on top of it.
+/// References replaced by what they refer to; the members next to a reference override its own.
 Json Resolved(const Json& schema) {
   if (schema.is_array()) {
     Json items = Json::array();

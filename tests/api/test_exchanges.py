@@ -24,7 +24,7 @@ def test_replies_follow_their_schemas():
         if exchange.may_break:
             continue
         if problems is None:
-            problems = ["no JSON"]
+            problems = ["invalid JSON"]
         wrong += [f"{test}: {problem}: {exchange.reply[:300]}" for problem in problems]
     assert wrong == []
     assert checker.checked > 3000, "run the black-box tests first"

@@ -36,7 +36,7 @@ class Usage:
     def unused(self):
         """What the schemas allow and no reply has shown, as lines of text."""
         for name in SCHEMAS:
-            if name.endswith(("Response", "Reply")) and name != "WebFtpOperateResponse":
+            if name.endswith(("Response", "Reply")):
                 yield from self._unused(name, resolved_schema(name))
 
     def _unused(self, place, schema):

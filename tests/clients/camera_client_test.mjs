@@ -208,7 +208,7 @@ for (const [title, body, status, reason] of [
   ["another word", '{"Response":{"Result":"Sucess"}}', 200, "reply"],
   ["the name of a method", '{"Response":{"Result":"constructor"}}', 200, "reply"],
 ]) {
-  test(`no answer of the camera: ${title}`, async () => {
+  test(`not an answer of the camera: ${title}`, async () => {
     const camera = fresh();
     answer(body, status);
     const error = await errorOf(camera.getCamStatus());
@@ -260,7 +260,7 @@ for (const [ofCamera, ofCall] of [[200], [undefined, 200], [60_000, 200]]) {
   });
 }
 
-test("an abort rejects with its reason and is no failure of the camera", async () => {
+test("an abort rejects with its reason and not with an error of the camera", async () => {
   const camera = fresh();
   staySilent();
   const abort = new AbortController();

@@ -83,7 +83,7 @@ MISUSES = [
     (["xyzzy"], 'there is no command xyzzy; "camera-remote commands" lists them'),
     (["SetZoomCtrl"], "SetZoomCtrl also needs Position=..."),
     (["SetWebKeyEvent"], "SetWebKeyEvent also needs Kind=... Key=..."),
-    (["SetZoomCtrl", "500"], "'500' is no parameter; write NAME=VALUE"),
+    (["SetZoomCtrl", "500"], "'500' is not a parameter; write NAME=VALUE"),
     (["SetZoomCtrl", "position=500"], "no parameter position; its parameters are Position"),
     (["GetCamStatus", "A=1"], "GetCamStatus has no parameter A; it has none"),
     (["SetZoomCtrl", "Position=1", "Position=2"], "Position is given twice"),
@@ -93,9 +93,9 @@ MISUSES = [
     (["SetWebFtp1UploadASelect", "Clips=1,x"], "'x' is neither a clip nor a range"),
     (["SetWebFtp1UploadASelect", "Clips=1-"], "'1-' is neither a clip nor a range"),
     (["SetWebFtp1UploadASelect", "Clips=4001"], "a clip is a whole number from 1 to 4000"),
-    (["GetCamStatus", "--timeout", "0"], "'0' is no number of seconds above 0"),
-    (["watch", "--interval", "soon"], "'soon' is no number of seconds above 0"),
-    (["GetCamStatus", "--url", "camera"], "'camera' is no address like"),
+    (["GetCamStatus", "--timeout", "0"], "'0' is not a number of seconds above 0"),
+    (["watch", "--interval", "soon"], "'soon' is not a number of seconds above 0"),
+    (["GetCamStatus", "--url", "camera"], "'camera' is not an address such as"),
 ]
 
 

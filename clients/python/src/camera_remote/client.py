@@ -175,5 +175,5 @@ def _parse_address(url: str) -> urllib.parse.SplitResult:
     except ValueError:
         valid = False
     if not valid:
-        raise InvalidValue(f'{url!r} is no address like "http://127.0.0.1:8080"')
+        raise InvalidValue(f'{url!r} is not an address such as "http://127.0.0.1:8080"')
     return address

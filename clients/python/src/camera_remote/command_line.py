@@ -46,7 +46,7 @@ exit status:
   1  the camera refuses the command
   2  wrong use: an unknown command or parameter, or a value that cannot be sent
   3  not logged in
-  4  no answer of the camera
+  4  no answer from the camera
   5  a reply that is invalid JSON
 """
 
@@ -117,7 +117,7 @@ def positive_number(text: str) -> float:
     except ValueError:
         number = 0
     if not 0 < number < 1e6:
-        raise argparse.ArgumentTypeError(f"{text!r} is no number of seconds above 0")
+        raise argparse.ArgumentTypeError(f"{text!r} is not a number of seconds above 0")
     return number
 
 
@@ -160,7 +160,7 @@ def read_parameters(command: Command, texts: List[str]) -> Dict[str, Any]:
     for text in texts:
         name, sign, value = text.partition("=")
         if not sign:
-            raise InvalidValue(f"{text!r} is no parameter; write NAME=VALUE")
+            raise InvalidValue(f"{text!r} is not a parameter; write NAME=VALUE")
         if name not in names:
             known = f"its parameters are {', '.join(names)}" if names else "it has none"
             raise InvalidValue(f"{command.name} has no parameter {name}; {known}")

@@ -21,9 +21,9 @@ class CameraError(Exception):
 class Refusal(CameraError):
     """Base of the refusals.
 
-    `by_camera` tells the camera's own refusals from those of the checks in front of it, in which
-    case nothing was sent or stored. `data` is what the reply holds nevertheless, not to be relied
-    on.
+    `by_camera` is true if the camera itself has refused. Otherwise the checks in front of it have,
+    and nothing was sent or stored. `data` is the data of the reply, if it has any; do not rely on
+    it.
     """
 
     reason = ""
@@ -85,11 +85,11 @@ class InvalidReply(CameraError):
 
 
 class CameraUnreachable(CameraError):
-    """There is no answer of the camera.
+    """The camera has not answered.
 
     `reason` says why: "network" (no connection), "timeout", "http" (the web server answers with an
     error; `status` is its number, 500 if the camera's own parts are down), "empty" (no reply text)
-    or "reply" (a text that is none of this API).
+    or "reply" (a text that is not a reply of this API).
     """
 
     def __init__(

@@ -33,7 +33,7 @@ class Number:
 
 
 class Word:
-    """One of a few words. The camera takes others, too, but for something else."""
+    """One of a few words. The camera accepts others, too, but takes them for something else."""
 
     def __init__(self, *words: str) -> None:
         self.words = words
@@ -49,7 +49,7 @@ class Word:
 
 
 class Text:
-    """A text of at most so many bytes; the camera truncates longer ones."""
+    """A text with at most `longest` bytes; the camera truncates longer ones."""
 
     def __init__(self, longest: Optional[int] = None) -> None:
         self.longest = longest

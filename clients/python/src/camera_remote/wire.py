@@ -114,7 +114,7 @@ def read_reply(command: str, text: str) -> Dict[str, Any]:
     if isinstance(result, str) and result in REFUSALS:
         raise REFUSALS[result](command, "Requested" in response, response.get("Data"))
     if result != "Success" or not isinstance(data, dict):
-        raise CameraUnreachable(command, "reply", "the reply is none of this API")
+        raise CameraUnreachable(command, "reply", "this is not a reply of the API")
     if not is_json:
         raise InvalidReply(command, text)
     return data
