@@ -7,8 +7,8 @@
 //                                   separated by "|", with which the button is pressed
 //   data-status="Disptv"            where that status is, if not in "Status" of the control; after a
 //                                   "." at the end comes the key's name
-//   data-seesaw="Iris Close Open"   two buttons that run as long as they are held
-//   data-steps="Iris Close Open"    buttons for three steps in each direction
+//   data-seesaw="Iris Close Open"   two buttons that run as long as they are held, and buttons for
+//                                   three steps in each direction
 //   data-slider="IrisBar"           a range that moves a bar
 //   data-enable="Iris.Open1"        the flag that enables the element
 //   data-flags="Disptv"             with keys: the control whose flags enable them; with a seesaw:
@@ -68,7 +68,6 @@ const nameOf = (word) => NAMES[word] ?? word;
 /// @return shows a status
 export function setUpControls(remote, view) {
   each(view, "[data-value]", makeValue);
-  each(view, "[data-steps]", (box) => makeSteps(remote, box));
   each(view, "[data-slider]", (slider) => setUpSlider(remote, slider));
   const updates = [
     ...each(view, "[data-keys]", (box) => makeKeys(remote, box)),
@@ -107,7 +106,8 @@ function makeKeys(remote, box) {
   });
   box.append(...rows.map(({ button }) => button));
   box.classList.add("group");
-  asGroup(box, `${nameOf(kind)} keys`);
+  box.role = "group";
+  box.ariaLabel = `${nameOf(kind)} keys`;
   return (status) => {
     for (const { key, button, pressed, path } of rows) {
       if (pressed) {
@@ -148,20 +148,20 @@ function showLabel(button, label, kind, key) {
   button.ariaLabel = kind === "User" ? text : `${nameOf(kind)} ${text}`;
 }
 
-function makeSteps(remote, box) {
-  const [kind, back, forth] = box.dataset.steps.split(" ");
-  const make = (direction, { size, name }) => {
-    const button = makeKey(remote, kind, direction + size);
-    button.ariaLabel = `${nameOf(kind)} ${direction.toLowerCase()}, ${name}`;
-    button.textContent = (direction === back ? "‹" : "›").repeat(size);
-    return button;
-  };
-  box.append(...STEPS.map((step) => make(back, step)), ...STEPS.map((step) => make(forth, step)).reverse());
-  box.classList.add("steps");
-  asGroup(box, `${nameOf(kind)} steps`);
+function makeSteps(remote, kind, directions) {
+  const [back, forth] = directions.map((direction, side) =>
+    STEPS.map(({ size, name }) => {
+      const button = makeKey(remote, kind, direction + size);
+      button.ariaLabel = `${nameOf(kind)} ${direction.toLowerCase()}, ${name}`;
+      button.textContent = "‹›"[side].repeat(size);
+      return button;
+    }),
+  );
+  return makeGroup("steps", `${nameOf(kind)} steps`, [...back, ...forth.reverse()]);
 }
 
-function makeSeesaw({ camera, queue }, box) {
+function makeSeesaw(remote, box) {
+  const { camera, queue } = remote;
   const [kind, ...directions] = box.dataset.seesaw.split(" ");
   const flags = box.dataset.flags?.split(" ") ?? directions.map((direction) => `${direction}1`);
   const operate = (direction, speed, options) =>
@@ -183,9 +183,10 @@ function makeSeesaw({ camera, queue }, box) {
     });
     return { button, hold };
   });
-  box.append(...halves.map(({ button }) => button));
-  box.classList.add("seesaw");
-  asGroup(box, `${name} seesaw: hold to run, farther out is faster`);
+  box.append(
+    makeGroup("seesaw", `${name} seesaw: hold to run, farther out is faster`, halves.map(({ button }) => button)),
+    makeSteps(remote, kind, directions),
+  );
   return (status) => {
     for (const { button, hold } of halves) {
       if (valueAt(status.Enable, button.dataset.enable) === 0) {
@@ -203,7 +204,5 @@ function setUpSlider({ camera, queue }, slider) {
   );
 }
 
-function asGroup(box, name) {
-  box.role = "group";
-  box.ariaLabel = name;
-}
+const makeGroup = (className, name, buttons) =>
+  element("div", { className, role: "group", "aria-label": name }, ...buttons);
