@@ -44,8 +44,8 @@ export class Connection extends EventTarget {
     page.addEventListener("visibilitychange", () => this.#followVisibility());
   }
 
-  /// Begins to poll. A `sessionId` that the camera's client has already is tried as soon as the
-  /// camera answers.
+  /// Begins to poll. If the client has a `sessionId` from before, it is tried as soon as the camera
+  /// answers.
   start() {
     this.#polls.tally = this.#poll(
       TALLY_INTERVAL,
@@ -137,7 +137,7 @@ export class Connection extends EventTarget {
     try {
       await this.logIn(this.#camera.sessionId);
     } catch (error) {
-      if (error instanceof SessionError) {
+      if (!(error instanceof CameraUnreachable)) {
         this.#emit("session", "lost");
       }
     }

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { afterEach, beforeEach, test } from "node:test";
-import { CameraUnreachable, SessionError } from "../../../web/camera_client.js";
+import { CameraUnreachable, RequestedError, SessionError } from "../../../web/camera_client.js";
 import { Connection } from "../../../web/connection.js";
 
 // Node 18 has none.
@@ -106,13 +106,27 @@ test("a session id from before is tried once the camera answers", async () => {
   assert.equal(last("session"), "valid");
 });
 
-test("a session id from before that is no longer valid is lost", async () => {
+for (const Refusal of [SessionError, RequestedError]) {
+  test(`a session id from before that is refused with a ${Refusal.name} is lost`, async () => {
+    camera.sessionId = "stored";
+    camera.replies.SessionRenewal = new Refusal("SessionRenewal");
+    connection.start();
+    await camera.turn();
+    await camera.turn();
+    assert.equal(last("session"), "lost");
+  });
+}
+
+test("a session id from before is tried again if the camera does not answer", async () => {
   camera.sessionId = "stored";
-  camera.replies.SessionRenewal = new SessionError("SessionRenewal");
+  camera.replies.SessionRenewal = new CameraUnreachable("SessionRenewal", "http", "error", { status: 500 });
   connection.start();
   await camera.turn();
+  assert.equal(last("session"), undefined);
+  camera.replies.SessionRenewal = {};
   await camera.turn();
-  assert.equal(last("session"), "lost");
+  await camera.turn();
+  assert.equal(last("session"), "valid");
 });
 
 test("logged in it reports the status", async () => {
