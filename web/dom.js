@@ -67,9 +67,12 @@ export function valueAt(object, path) {
 const SHOWN_FOR = 8000;
 let timer;
 
-/// Tells screen readers of a change that others see.
+/// Tells screen readers of a change that others see. Each text is added to the last ones, so that of
+/// two at a time both are read.
 export function announce(text) {
-  setText("announcement", text);
+  const told = element("p", {}, text);
+  byId("announcements").append(told);
+  setTimeout(() => told.remove(), SHOWN_FOR);
 }
 
 /// Shows an error for a while.

@@ -1,7 +1,7 @@
 // The header and the strip below it: which camera this is, how it is reached, what is on air.
 
-import { announce, byId, complain, onClick, setList, setText, valueAt } from "./dom.js";
-import { errorInWords } from "./words.js";
+import { announce, byId, complain, onClick, setList, setText } from "./dom.js";
+import { errorInWords, inWords } from "./words.js";
 
 const LOOK_KEY = "look";
 const SESSION_TEXTS = { none: "not logged in", valid: "logged in", lost: "lost" };
@@ -67,11 +67,10 @@ let lastRecording;
 
 function showStatus(status) {
   document.body.dataset.recording = status.Status;
-  for (const shown of document.querySelectorAll(".strip [data-text]")) {
-    setText(shown, valueAt(status, shown.dataset.text));
-  }
+  setText("timecode", status.TC);
+  setText("rec-state", inWords(status.Status));
   if (lastRecording !== undefined && lastRecording !== status.Status) {
-    announce(`Recording status: ${status.Status}`);
+    announce(`Recording status: ${inWords(status.Status)}`);
   }
   lastRecording = status.Status;
   const fresh = setList(byId("warnings"), warningsIn(status));
@@ -87,7 +86,7 @@ function warningsIn(status) {
     ...cardWarnings("B", SlotB),
     isBatteryLow(Battery) && "Battery low",
     status.NetAdaptorStatus === "Mismatch" && "Network mismatch",
-    Mode !== "Camera" && `Camera in ${Mode === "Thmubnail" ? "thumbnail" : Mode} mode`,
+    Mode !== "Camera" && `Camera in ${inWords(Mode)} mode`,
     ["TRUST", "PROMPT"].includes(Ftp.Phase1) && "The upload asks a question",
     Ftp.Err !== 0 && `Upload error ${Ftp.Err}`,
   ].filter(Boolean);

@@ -4,8 +4,10 @@ import { CameraUnreachable, DisableError, InvalidReply, RequestedError } from ".
 
 /// Words that need more than lower case.
 const WORDS = {
-  Thmubnail: "thumbnails",
+  RecPause: "rec paused",
+  Thmubnail: "thumbnail",
   Play: "playback",
+  USB: "USB",
   EditMetadata: "metadata",
   Pre: "pre-recording",
   Clip: "clip continuous",

@@ -92,7 +92,7 @@ def test_records_and_stops(page):
     page.press("Record")
     eventually(lambda: page.is_pressed("Record"))
     assert page.state()["recording"]["status"] == "Rec"
-    eventually(lambda: page.text_of("#rec-state") == "Rec")
+    eventually(lambda: page.text_of("#rec-state") == "rec")
     page.press("Record")
     eventually(lambda: not page.is_pressed("Record"))
     assert page.state()["recording"]["status"] == "Stop"
