@@ -819,7 +819,7 @@ class Commands:
     # NTP.
 
     def get_ntp_status(self, *, timeout: Optional[float] = None) -> GetNTPStatusData:
-        """Reports server, switch and state of the time synchronisation.
+        """Reports server, switch and state of the time synchronization.
 
         Changes nothing.
         """
@@ -1240,7 +1240,8 @@ class Commands:
         fec_matrix_d: int,
         timeout: Optional[float] = None,
     ) -> None:
-        """Sets a streaming server to RTP. The settings of its other transports stay as they are.
+        """Sets a streaming server to RTP. The settings of its other transports stay as they are, but
+        for the address of UDP.
 
         id: Number of the server. 0 to 3 can be chosen as the current one; every other number is
         accepted, too.

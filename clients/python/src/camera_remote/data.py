@@ -430,7 +430,7 @@ class GetCamStatusWhb(TypedDict):
     Status: Literal["Preset", "A", "B", "Faw", "FawAELock"]
     """White-balance mode."""
     Letter: str
-    """Colour temperature as the camera shows it, for example 3200K."""
+    """Color temperature as the camera shows it, for example 3200K."""
     WhPaintRScale: int
     """Number of steps of the red paint to either side of 0."""
     WhPaintBScale: int
@@ -598,7 +598,7 @@ class GetNTPStatusData(TypedDict):
     TcSync: Literal["Off", "On"]
     """Whether the time code follows the server."""
     Status: Literal["Master", "Not Syncronized", "Syncronized", ""]
-    """State of the synchronisation; the words are spelt so. Empty for a state without a word."""
+    """State of the synchronization; the words are spelt so. Empty for a state without a word."""
 
 
 class GetIFBSettingsData(TypedDict):
