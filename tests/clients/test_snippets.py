@@ -23,7 +23,8 @@ def snippets(text):
             for block in re.findall(r"(?:^(?: {4}.*)?\n)+", text, re.M) if block.strip()]
 
 
-README_PYTHON, README_JAVASCRIPT, README_SHELL = snippets(section(REPOSITORY / "README.md", "Clients"))
+README_INSTALLATION, README_PYTHON, README_JAVASCRIPT, README_SHELL = snippets(
+    section(REPOSITORY / "README.md", "Clients"))
 PACKAGE_PYTHON, PACKAGE_SHELL = snippets(section(PACKAGE / "README.md", "camera-remote"))
 
 
@@ -38,10 +39,9 @@ def program(tmp_path):
 
 @pytest.fixture
 def environment(world, program):
-    # The snippets name the address and the session of `./run`.
+    # The snippets name the session of `./run`, and some rely on its address.
     return {"PATH": f"{program.parent}:{os.environ['PATH']}", "PYTHONPATH": str(PACKAGE / "src"),
-            "PYTHONDONTWRITEBYTECODE": "1", "CAMERA_URL": world.url,
-            "CAMERA_SESSION": world.session}
+            "PYTHONDONTWRITEBYTECODE": "1", "CAMERA_URL": world.url}
 
 
 def adapted(text, world):
@@ -74,9 +74,9 @@ def test_python(world, environment, snippet):
 
 def test_javascript(world, environment, tmp_path):
     zoom_is_elsewhere(world)
+    (tmp_path / "web").symlink_to(REPOSITORY / "web")
     program = tmp_path / "program.mjs"
-    client = (REPOSITORY / "web/camera_client.js").as_uri()
-    program.write_text(adapted(README_JAVASCRIPT, world).replace("./web/camera_client.js", client))
+    program.write_text(adapted(README_JAVASCRIPT, world))
     result = subprocess.run(["node", program], env=environment, capture_output=True, text=True,
                             timeout=60)
     assert (result.returncode, result.stderr) == (0, "")
@@ -85,20 +85,18 @@ def test_javascript(world, environment, tmp_path):
 
 
 @pytest.mark.parametrize("snippet", [README_SHELL, PACKAGE_SHELL], ids=["readme", "package"])
-def test_command_line(world, environment, tmp_path, snippet):
+def test_command_line(world, environment, snippet):
     """Its last line, `camera-remote watch`, runs until it is interrupted."""
     zoom_is_elsewhere(world)
     *lines, last = snippet.strip().splitlines()
     assert last == "camera-remote watch"
-    result = subprocess.run(["bash", "-ec", "\n".join(lines)], env=environment, capture_output=True,
-                            text=True, timeout=60)
-    assert (result.returncode, result.stderr) == (0, "")
-    assert result.stdout.startswith("Success\n")
-    assert zoom_arrives(world)
-    watch = subprocess.Popen(last.split(), env=environment, stdout=subprocess.PIPE, text=True,
-                             executable=environment["PATH"].split(":")[0] + "/camera-remote",
+    script = adapted("\n".join([*lines, f"exec {last}"]), world)
+    shell = subprocess.Popen(["bash", "-ec", script], env=environment, text=True,
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                              preexec_fn=heed_interrupts)
-    assert watch.stdout.readline().startswith("Stop  ")
-    watch.send_signal(signal.SIGINT)
-    assert watch.wait(30) == 130
-    watch.stdout.close()
+    assert shell.stdout.readline() == "Success\n"
+    assert any(line.startswith("Stop  ") for line in shell.stdout)
+    assert zoom_arrives(world)
+    shell.send_signal(signal.SIGINT)
+    _, errors = shell.communicate(timeout=30)
+    assert (shell.returncode, errors) == (130, "")

@@ -19,6 +19,23 @@ def test_module(program):
     assert int(re.search(r"^# pass (\d+)", run.stdout, re.M)[1]) > 0
 
 
+def test_the_client_can_be_installed_as_a_package(tmp_path):
+    def npm(*arguments):
+        subprocess.run(["npm", *arguments, "--offline", "--silent", f"--cache={tmp_path}/cache"],
+                       check=True, cwd=tmp_path, timeout=120)
+
+    npm("pack", WEB)
+    package, = tmp_path.glob("camera-remote-*.tgz")
+    npm("install", package)
+    installed = tmp_path / "node_modules/camera-remote"
+    assert sorted(path.name for path in installed.iterdir()) == [
+        "camera_client.js", "camera_commands.js", "package.json"]
+    (tmp_path / "program.mjs").write_text(
+        'import { Camera } from "camera-remote"; console.log(typeof new Camera().getCamStatus);')
+    run = subprocess.run(["node", tmp_path / "program.mjs"], capture_output=True, text=True, timeout=60)
+    assert (run.stdout, run.stderr) == ("function\n", "")
+
+
 def test_the_page_is_small():
     assert sum(path.stat().st_size for path in WEB.rglob("*") if path.is_file()) < LARGEST_BYTES
 
