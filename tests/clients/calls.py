@@ -9,6 +9,7 @@ class Call(NamedTuple):
     params: str
     python: str
     javascript: str
+    state: str = ""
 
 
 WITHOUT_SESSION = ("HeartbeatConfirmation", "SetTallyControlWithPriority",
