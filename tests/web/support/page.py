@@ -38,20 +38,30 @@ class Page:
 
     # --- Coming and going
 
-    def open(self, view="camera"):
+    def open(self, logged_in=False):
+        """Opens the page in front of a camera that has just been switched on. Nothing is left of the
+        test before; `logged_in` gives it a session as if it were reloaded."""
         self.resize(*DESKTOP)
         self.browser.get(self.world.url + "/icon.svg")
         self.browser.execute_script("localStorage.clear(); sessionStorage.clear()")
+        assert self.world.simulator("POST", "reset", {})[0] == 200
+        if logged_in:
+            self.browser.execute_script(
+                "sessionStorage.setItem('session-id', arguments[0])", self.new_session())
         self._forget_logs()
-        self.browser.get(f"{self.world.url}/#{view}")
+        self.browser.get(self.world.url)
 
-    def close(self):
+    def new_session(self):
+        status, login = self.world.simulator("POST", "login", {})
+        assert status == 200, login
+        return login["SessionID"]
+
+    def close_other_windows(self):
         for window in self.browser.window_handles:
             if window != self._first_window:
                 self.browser.switch_to.window(window)
                 self.browser.close()
         self.browser.switch_to.window(self._first_window)
-        self.browser.get("about:blank")
 
     def log_in(self):
         dialog = eventually(lambda: self.find("dialog", "Log in"), "the login dialog")
@@ -81,7 +91,7 @@ class Page:
         if name is not None:
             query["accessibleName"] = name
         nodes = self.browser.execute_cdp_cmd("Accessibility.queryAXTree", query)["nodes"]
-        return [self._element(node) for node in nodes if not node.get("ignored")]
+        return self._elements([node for node in nodes if not node.get("ignored")])
 
     def find(self, role, name, within=None):
         found = self.find_all(role, name, within)
@@ -90,12 +100,6 @@ class Page:
 
     def button(self, name, within=None):
         return eventually(lambda: self.find("button", name, within), f"the button {name!r}")
-
-    def buttons(self):
-        """All buttons by their names; those of one name are not in it."""
-        elements = self.find_all("button")
-        names = [element.accessible_name for element in elements]
-        return {name: element for name, element in zip(names, elements) if names.count(name) == 1}
 
     def link(self, name):
         return self.find("link", name)
@@ -124,12 +128,16 @@ class Page:
         field.send_keys(text)
 
     def choose(self, name, option):
-        select = Select(self.field(name, "combobox"))
-        eventually(lambda: option in [o.text for o in select.options], f"the choice {option!r}")
-        select.select_by_visible_text(option)
+        select = self.field(name, "combobox")
+        eventually(lambda: option in self._options(select), f"the choice {option!r}")
+        Select(select).select_by_visible_text(option)
 
     def options_of(self, name):
-        return [option.text for option in Select(self.field(name, "combobox")).options]
+        return self._options(self.field(name, "combobox"))
+
+    def _options(self, select):
+        return self.browser.execute_script(
+            "return [...arguments[0].options].map((option) => option.text)", select)
 
     def is_pressed(self, name):
         return self.button(name).get_attribute("aria-pressed") == "true"
@@ -254,13 +262,16 @@ class Page:
         result = self.browser.execute_cdp_cmd("Runtime.evaluate", {"expression": expression})
         return result["result"]["objectId"]
 
-    def _element(self, node):
-        resolved = self.browser.execute_cdp_cmd(
-            "DOM.resolveNode", {"backendNodeId": node["backendDOMNodeId"]})
+    def _elements(self, nodes):
+        if not nodes:
+            return []
+        objects = [self.browser.execute_cdp_cmd(
+            "DOM.resolveNode", {"backendNodeId": node["backendDOMNodeId"]})["object"]["objectId"]
+            for node in nodes]
         self.browser.execute_cdp_cmd("Runtime.callFunctionOn", {
-            "objectId": resolved["object"]["objectId"],
-            "functionDeclaration": "function () { window.found = this; }"})
+            "objectId": objects[0], "arguments": [{"objectId": one} for one in objects],
+            "functionDeclaration": "function (...found) { window.found = found; }"})
         try:
             return self.browser.execute_script("return window.found")
         except JavascriptException as error:
-            raise AssertionError("the element has gone") from error
+            raise AssertionError("the elements have gone") from error
