@@ -37,7 +37,7 @@ class LinePieces {
 template <std::size_t Size>
 class LineReader : public LinePieces {
  public:
-  using LinePieces::LinePieces;
+  explicit LineReader(const os::Descriptor& file) : LinePieces(file) {}
 
   /// The next line, or null after the last one; valid until the next call.
   const char* Next() { return LinePieces::Next(line_, Size) ? line_ : nullptr; }

@@ -23,7 +23,7 @@ bool ReadParameter(const char* params, const char* key, std::int32_t& value);
 /// Reads several parameters, given as pairs of key and value, up to the first that is missing.
 /// @return false if one is missing
 inline bool ReadParameters(const char* /*params*/) { return true; }
-template <typename Value, typename... Rest>
-bool ReadParameters(const char* params, const char* key, Value& value, Rest&... rest) {
-  return ReadParameter(params, key, value) && ReadParameters(params, rest...);
+template <typename Value, typename... More>
+bool ReadParameters(const char* params, const char* key, Value& value, More&... more) {
+  return ReadParameter(params, key, value) && ReadParameters(params, more...);
 }
