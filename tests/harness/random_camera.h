@@ -25,8 +25,8 @@ std::string RandomText(Random& random, std::size_t size);
 /// upload asks whether to trust a key.
 StatusBlock RandomBlock(Random& random);
 
-/// A reply to the clip list's request: usually in order, sometimes truncated or with a count that
-/// lies. `clips` receives how many of its clips count.
+/// A reply to the clip list's request: usually complete, sometimes truncated or with a wrong count.
+/// `clips` receives the number of clips that the handler must report.
 std::string RandomClipReply(Random& random, int& clips);
 
 }  // namespace harness

@@ -49,7 +49,7 @@ def test_a_daemon_that_does_not_answer_in_time(world, fault, status, fragment):
     assert reply[0] == status and fragment in reply[1]
 
 
-# Fault, what stands in the reply to GetCamStatus, changes that the fault leaves to the next one.
+# Fault, part of the reply to GetCamStatus.
 REPLIES = [
     ({"fault": "slow", "ms": 300}, '"Result":"Success","Data":{"Status":"Stop"'),
     ({"fault": "pieces"}, '"Result":"Success","Data":{"Status":"Stop"'),
@@ -89,7 +89,7 @@ def test_whether_a_daemon_at_fault_does_what_it_is_told(world, fault, is_carried
     assert stop == ("F5.6" if is_carried_out else "F2.8")
 
 
-# Fault, command, parameters, what stands in the reply.
+# Fault, command, parameters, part of the reply.
 ENVIRONMENT = [
     ("no_status_block", "GetSystemInfo", None, '"Model":"RV130/140","Destination":"JP"'),
     ("short_status_block", "GetSystemInfo", None, '"Model":"RV130/140"'),

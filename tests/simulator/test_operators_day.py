@@ -1,4 +1,4 @@
-"""An operator's day at high speed, with four clients polling beside it.
+"""An operator's day at high speed, while four clients poll.
 
 The camera's clock is paused and stepped, so that a slow machine loses neither the session nor a phase.
 """
