@@ -135,7 +135,7 @@ void MeasureCounts(const Build& build) {
   }
 }
 
-/// Memory alone: what an emulator executes and asks the system for is its own.
+/// Memory only: under an emulator, instructions and system calls would be those of the emulator.
 void MeasureMemory(const Build& build) {
   const long floor = PeakKib(build, build.floor, "");
   std::printf("%-24s %8s\n%-24s %8ld\n", "emulated", "KiB", "floor", floor);

@@ -38,13 +38,13 @@ void Select(benchmark::State& state, const std::string& text) {
   state.SetComplexityN(state.range(0));
 }
 
-/// No block is there, so each is looked for in vain.
+/// No block is present, so the search for each one fails.
 void SelectionOfNothing(benchmark::State& state) {
   Select(state, "{" + std::string(Size(state), 'x') + "}}");
 }
 BENCHMARK(SelectionOfNothing)->RangeMultiplier(32)->Range(1 << 10, 1 << 20)->Complexity();
 
-/// Every block is there, in front of a long text without an end of the values.
+/// All blocks are present, followed by a long text in which no value ends.
 void SelectionWithoutEnd(benchmark::State& state) {
   std::string text = "{";
   for (std::size_t block = 0; block < kClipBlockCount; ++block) {
@@ -54,7 +54,7 @@ void SelectionWithoutEnd(benchmark::State& state) {
 }
 BENCHMARK(SelectionWithoutEnd)->RangeMultiplier(32)->Range(1 << 10, 1 << 20)->Complexity();
 
-/// Beginnings of keys, over and over.
+/// Repeats the beginning of a key.
 void SelectionOfHalfKeys(benchmark::State& state) {
   std::string text;
   while (text.size() < Size(state)) {
@@ -64,7 +64,7 @@ void SelectionOfHalfKeys(benchmark::State& state) {
 }
 BENCHMARK(SelectionOfHalfKeys)->RangeMultiplier(32)->Range(1 << 10, 1 << 20)->Complexity();
 
-/// A command as the dispatcher has made it ready, without a trace of its reply.
+/// A command as the dispatcher prepares it, but without the trace of its reply.
 template <typename Class>
 class Prepared : public Class {
  public:
@@ -82,7 +82,7 @@ void StatusReport(benchmark::State& state) {
 }
 BENCHMARK(StatusReport);
 
-/// The exchanges with the daemon, one for every 15 clips, are in it.
+/// Includes the exchanges with the daemon, one for every 15 clips.
 void ClipList(benchmark::State& state) {
   const std::string params =
       R"({"Slot":"A","StartIndexNo":1,"ClipNum":)" + std::to_string(state.range(0)) + "}}}";
@@ -96,7 +96,7 @@ void ClipList(benchmark::State& state) {
 }
 BENCHMARK(ClipList)->RangeMultiplier(4)->Range(15, 3840)->Complexity();
 
-/// That many lines which set nothing.
+/// A file with this many lines that set nothing.
 void SettingsReader(benchmark::State& state) {
   const char* const path = "/var/tmp/lighttpd/streaming";
   {

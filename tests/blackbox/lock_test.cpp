@@ -104,8 +104,8 @@ TEST_F(LockTest, OnTheFolderHindersNoCommandWithoutSettings) {
 
 class HeldFolderTest : public LockTest {
  protected:
-  /// Starts a request while the folder is locked, waits until it has said this, has `meanwhile`
-  /// happen and gives the lock back.
+  /// Starts a request while the folder is locked, waits until it has logged `last`, calls
+  /// `meanwhile` and releases the lock.
   Outcome PostDuring(const std::string& body, const LogLine& last,
                      const std::function<void()>& meanwhile) {
     std::future<Outcome> outcome;
@@ -137,7 +137,7 @@ TEST_F(HeldFolderTest, AWriterStartsFromWhatTheOneBeforeItHasStored) {
 
 class EndedSessionTest : public HeldFolderTest {
  protected:
-  /// The session is still valid when the request arrives, and over before it can be renewed.
+  /// `end` ends the session after the request has been accepted and before it is renewed.
   void ExpectNoRenewal(const std::function<void()>& end) {
     const std::string body = Body("SessionRenewal", R"("Update":1)");
     const std::string reply = ResultJson("SessionRenewal", "RequestedError");

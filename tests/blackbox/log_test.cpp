@@ -232,7 +232,7 @@ class BusyboxLog {
   BusyboxLog(const BusyboxLog&) = delete;
   BusyboxLog& operator=(const BusyboxLog&) = delete;
 
-  /// The first line with this text, once it is there; empty when it does not come.
+  /// Waits for a line with this text and returns it; empty if none comes in time.
   static std::string Await(const std::string& text) {
     for (int attempt = 0; attempt < 1000; ++attempt) {
       std::istringstream lines(Exists(kFile) ? ReadFile(kFile) : "");
@@ -246,7 +246,7 @@ class BusyboxLog {
     return "";
   }
 
-  /// Its local time as it writes it in front of a line.
+  /// The local time that the daemon writes in front of a line.
   static std::string Stamp(std::time_t time) {
     const std::time_t local = time + 9 * 3600;
     char stamp[16];
@@ -276,7 +276,7 @@ TEST(LogDaemonTest, BusyboxShowsItsLocalTime) {
   EXPECT_THAT(stamps, testing::Contains(line.substr(0, 15)));
 }
 
-/// What the system log does not do for a request.
+/// A system log that is missing or stalled affects no reply.
 class LogFaultTest : public testing::Test {
  protected:
   LogFaultTest() { WriteSession(kSession); }
@@ -308,16 +308,16 @@ TEST_F(LogFaultTest, RequestsWorkWithoutASystemLog) {
   }
 }
 
-constexpr double kPatience = 1;  // seconds
+constexpr double kLogTimeout = 1;  // seconds
 
-// However much is logged: the camera goes on without its log.
+// The time-out is for all messages of a request together.
 TEST_F(LogFaultTest, AStalledLogHoldsARequestUpOnlyOnce) {
   StalledLog log;
   WriteFile(kLogLevelFile, "cmd=7\n");
   const Outcome renewal = Renew();
   EXPECT_THAT(renewal, Replied(renewed_));
-  EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
-  EXPECT_LT(renewal.elapsed.count(), kPatience + TimeMargin());
+  EXPECT_GE(renewal.elapsed.count(), kLogTimeout - 0.1);
+  EXPECT_LT(renewal.elapsed.count(), kLogTimeout + TimeMargin());
   EXPECT_THAT(log.Read(0), Logged());
 }
 
@@ -327,14 +327,14 @@ TEST_F(LogFaultTest, AStalledLogHoldsARequestThatLogsManyLinesUpOnlyOnce) {
   WriteFile(kLogLevelFile, "cmd=7\n");
   const Outcome selection = RunHandler(Request(Body("SetWebFtp1UploadASelect", "\"block0\":1")));
   EXPECT_THAT(selection, Replied(ResultJson("SetWebFtp1UploadASelect")));
-  EXPECT_LT(selection.elapsed.count(), kPatience + TimeMargin());
+  EXPECT_LT(selection.elapsed.count(), kLogTimeout + TimeMargin());
 }
 
 TEST_F(LogFaultTest, AStalledLogDoesNotHinderAFatalEnd) {
   const StalledLog log;
   const Outcome outcome = RunHandler(Request(Body("MonitorStart")));
   EXPECT_THAT(outcome, EndedSilently(1));
-  EXPECT_LT(outcome.elapsed.count(), kPatience + TimeMargin());
+  EXPECT_LT(outcome.elapsed.count(), kLogTimeout + TimeMargin());
 }
 
 TEST_F(LogFaultTest, ALogThatReadsAgainInTimeGetsEveryLine) {
@@ -394,8 +394,8 @@ TEST_F(LogFaultTest, AStreamLogThatNoLongerAcceptsHoldsARequestUpOnlyOnce) {
   const int waiting = ConnectNonBlocking(kLog, SOCK_STREAM);
   const Outcome renewal = Renew();
   EXPECT_THAT(renewal, Replied(renewed_));
-  EXPECT_GE(renewal.elapsed.count(), kPatience - 0.1);
-  EXPECT_LT(renewal.elapsed.count(), kPatience + TimeMargin());
+  EXPECT_GE(renewal.elapsed.count(), kLogTimeout - 0.1);
+  EXPECT_LT(renewal.elapsed.count(), kLogTimeout + TimeMargin());
   close(waiting);
   close(log);
 }

@@ -1,5 +1,6 @@
-// Commands that use the same settings file at the same moment: no update may be lost, no file and
-// no reply torn, and a session that has ended stays so. tests/race/run does many rounds.
+// Commands that use the same settings file at the same moment: no update may be lost, no file or
+// reply may mix two versions, and no session may return after its end. tests/race/run does many
+// rounds.
 #include <algorithm>
 #include <atomic>
 #include <chrono>

@@ -155,7 +155,7 @@ LogLines LinesOf(const SettingsCommand& command, const std::string& request) {
   return lines;
 }
 
-/// What may be the matter with the folder, for as long as what `put` returns lives.
+/// A fault of the folder. It lasts as long as the object that `put` returns.
 struct Fault {
   const char* name;
   std::function<std::shared_ptr<void>()> put;
@@ -175,7 +175,7 @@ const Fault kFull = {"Full", [] { return std::make_shared<FullDisk>(kFolder); }}
 
 class SettingsFaultTest : public CameraTest, public testing::WithParamInterface<Fault> {
  protected:
-  /// The files in the folder but the session.
+  /// The files in the folder, except the session file.
   static std::vector<std::string> Files() {
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator(kFolder)) {
@@ -354,7 +354,7 @@ TEST_F(SettingsFolderTest, AFileWithoutRoomToGrowKeepsItsOldContents) {
   WriteFile("/var/tmp/lighttpd/web_zoom_preset", "preset_a\t1\npreset_b\t2\npreset_c\t3\n");
   const FakeDaemon control;
   const std::string body = Body("SetPresetZoomPosition", R"("ID":"C","Position":-2147483648)");
-  // 33 bytes are there, 43 are needed.
+  // The file has 33 bytes and would need 43.
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(40)),
               Replied(ResultJson("SetPresetZoomPosition")));
   EXPECT_EQ(ReadFile("/var/tmp/lighttpd/web_zoom_preset"),
@@ -458,7 +458,7 @@ TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
   EXPECT_EQ(ReadFile(kSessionFile), before);
 }
 
-// A file that is there has room for its new contents.
+// An existing file has room for its new contents.
 TEST_F(SettingsFolderTest, FullTakesNewContentsOfExistingFiles) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
   const FullDisk disk(kFolder);

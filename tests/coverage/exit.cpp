@@ -1,4 +1,4 @@
-// Lets the compiler's counters be written wherever a process of the product ends.
+// Writes the compiler's counters whenever a process of the product ends.
 #include <sys/resource.h>
 
 #include <initializer_list>
@@ -9,7 +9,7 @@ extern "C" {
 [[noreturn]] void __wrap__exit(int status);
 void __gcov_dump();
 
-/// A test's limits are the handler's, not those of the counters.
+/// The limits that a test sets are for the handler, not for the counters.
 [[gnu::destructor]] static void LiftLimits() {
   for (const auto resource : {RLIMIT_AS, RLIMIT_FSIZE, RLIMIT_NOFILE}) {
     rlimit limit = {};
@@ -19,7 +19,7 @@ void __gcov_dump();
   }
 }
 
-/// The linker leads calls of _exit here: on their own they would leave out the counters.
+/// The linker redirects calls of _exit to this function: _exit itself does not write the counters.
 void __wrap__exit(int status) {
   LiftLimits();
   __gcov_dump();

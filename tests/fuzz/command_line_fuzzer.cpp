@@ -1,4 +1,4 @@
-// Requests from the command line: the arguments are the fuzzer's.
+// Requests from the command line, with arguments from the fuzzer.
 #include <string>
 #include <vector>
 

@@ -1,4 +1,4 @@
-// Holds json_parser against a model of its description that is written on strings.
+// Compares json_parser with a model of its description that works on strings.
 #include <string>
 #include <vector>
 
@@ -27,7 +27,7 @@ Extraction Model(const std::string& text, const std::string& key) {
   return {true, text.substr(start, end - start), end};
 }
 
-/// What the first line of this kind holds, up to a NUL; `otherwise` when there is none.
+/// The value of the first line of this kind, up to a NUL; `otherwise` if there is none.
 std::string First(const std::vector<scenario::Line>& lines, scenario::Kind kind,
                   const std::string& otherwise) {
   const std::vector<std::string> values = fuzz::Values(lines, kind);

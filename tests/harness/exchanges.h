@@ -14,7 +14,7 @@ namespace harness {
 void RecordExchange(const std::string& body, const std::string& output);
 
 /// While an object of this class lives, replies need not be as the API describes them: for tests
-/// about texts that break the JSON.
+/// whose replies are deliberately invalid JSON.
 class RepliesMayBreak {
  public:
   RepliesMayBreak() { ++alive_; }

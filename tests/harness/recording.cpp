@@ -39,7 +39,7 @@ void KeepFiles() {
   }
 }
 
-/// Without the zeros at its end, which reads the same.
+/// The block without the zeros at its end: missing bytes are read as zeros.
 void KeepStatusBlock() {
   if (fs::exists(kMemoryFile) && fs::file_size(kMemoryFile) > kStatusBlockOffset) {
     const std::string block = ReadFile(kMemoryFile).substr(kStatusBlockOffset);

@@ -18,7 +18,7 @@ std::string NameOfTest();
 void RecordRequest(const std::string& body, const std::map<std::string, std::string>& environment,
                    const std::vector<std::string>& arguments);
 
-/// Adds what a daemon has sent in a conversation that is over.
+/// Adds what a daemon has sent in a finished conversation.
 void RecordConversation(const std::string& sent);
 
 }  // namespace harness

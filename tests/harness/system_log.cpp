@@ -19,7 +19,7 @@ constexpr char kLogSocket[] = "/dev/log";
 constexpr int kUserFacility = 1;
 constexpr std::size_t kLongestDatagram = 1 << 18;
 
-/// The next datagram; nothing when none is there.
+/// The next datagram, or nothing if there is none.
 std::optional<std::string> Receive(int socket) {
   std::string datagram(kLongestDatagram, '\0');
   const ssize_t length = recv(socket, datagram.data(), datagram.size(), MSG_DONTWAIT);
