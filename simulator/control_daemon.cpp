@@ -6,13 +6,6 @@
 
 namespace simulator {
 
-namespace {
-
-constexpr bool kAsks = true;
-constexpr bool kActs = false;
-
-}  // namespace
-
 std::vector<MessageRow> ControlMessages() {
   return {
       {1, 1, "settings renewal notice", 1, NoteRenewal},

@@ -20,6 +20,10 @@ using Reply = std::optional<Bytes>;
 /// A reply that carries only a result.
 Reply ResultOnly(Result result);
 
+/// Whether a message only asks: see `MessageRow::asks`.
+constexpr bool kActs = false;
+constexpr bool kAsks = true;
+
 /// One message of a daemon.
 struct MessageRow {
   std::uint8_t message_class;

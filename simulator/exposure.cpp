@@ -52,7 +52,7 @@ int ShutterStepByHand(const State& state) {
   return OpenShutter(state);
 }
 
-int GainByHand(const State& state) {
+int ManualGain(const State& state) {
   switch (state.gain.mode) {
     case GainMode::kManualL:
       return state.gain.db[0];
@@ -70,7 +70,7 @@ int GainByHand(const State& state) {
 
 /// The stop that would be right, beyond the iris's ends, too.
 int WantedStop(const State& state) {
-  const int gain = GainIsAutomatic(state) ? 0 : GainByHand(state);
+  const int gain = GainIsAutomatic(state) ? 0 : ManualGain(state);
   const int shutter = ShutterIsAutomatic(state) ? OpenShutter(state) : ShutterStepByHand(state);
   return StopForLight(state) + gain / kDecibelsPerThird - ShutterThirds(shutter);
 }
@@ -104,7 +104,7 @@ int CurrentIrisStop(const State& state) {
 
 int CurrentGain(const State& state) {
   if (!GainIsAutomatic(state)) {
-    return GainByHand(state);
+    return ManualGain(state);
   }
   const int missing = (CurrentIrisStop(state) - WantedStop(state)) * kDecibelsPerThird;
   const int steps = (std::clamp(missing, 0, kAutomaticGainEnd) + kGainStep - 1) / kGainStep;

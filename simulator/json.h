@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <string>
 
 namespace simulator {
 
@@ -14,5 +15,10 @@ class Rejected : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+/// @param path  the member that makes no sense: "battery.level"
+[[noreturn]] inline void Reject(const std::string& path, const std::string& why) {
+  throw Rejected(path + ": " + why);
+}
 
 }  // namespace simulator

@@ -16,12 +16,12 @@
 #include <thread>
 #include <utility>
 
+#include "simulator/settings_files.h"
 #include "simulator/unique_fd.h"
 
 namespace simulator {
 namespace {
 
-constexpr char kFolder[] = "/var/tmp/lighttpd";
 constexpr char kFile[] = "/var/tmp/lighttpd/.session";
 constexpr char kNewFile[] = "/var/tmp/lighttpd/.session_new";
 
@@ -51,7 +51,7 @@ bool LockFolder(const UniqueFd& folder) {
 /// The file's text and the time of its last change; empty without a file. Nothing while it is being
 /// rewritten.
 std::optional<std::string> FileAsItIs() {
-  const UniqueFd folder(open(kFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const UniqueFd folder(open(kSettingsFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!LockFolder(folder)) {
     return std::nullopt;
   }
@@ -74,7 +74,7 @@ std::int64_t NumberAfter(const std::string& text, const std::string& key) {
 
 Login::Login(std::string initial, std::optional<int> lifetime_seconds)
     : initial_(std::move(initial)), lifetime_(lifetime_seconds) {
-  std::filesystem::create_directories(kFolder);
+  std::filesystem::create_directories(kSettingsFolder);
   Reset(0);
 }
 

@@ -10,8 +10,8 @@
 namespace simulator {
 namespace {
 
-constexpr int kOk = 200;
-constexpr int kInternalError = 500;
+constexpr int kHttpOk = 200;
+constexpr int kHttpInternalError = 500;
 
 /// The value of the first member of a name, as the handler finds it: up to the first quote, comma
 /// or brace.
@@ -103,7 +103,7 @@ Entry MakeEntry(const RunningRequest& request, const Outcome& outcome, const std
   entry.request = request.request.body;
   entry.reply = BodyOf(outcome.output);
   entry.result = ValueIn(entry.reply, "Result");
-  entry.status = outcome.output.empty() ? kInternalError : kOk;
+  entry.status = outcome.output.empty() ? kHttpInternalError : kHttpOk;
   entry.ms = outcome.ms;
   entry.reason = outcome.output.empty() ? WhyWithoutReply(request, outcome)
                                         : WhyRefused(request, entry.result, entry.reply, session);

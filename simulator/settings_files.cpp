@@ -14,7 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kFolder[] = "/var/tmp/lighttpd";
 constexpr std::string_view kServerFile = "streaming_server";
 
 /// A key and what it holds in a file that is new.
@@ -138,8 +137,8 @@ void AddDifferences(const std::string& file, const std::map<std::string, std::st
   }
 }
 
-[[noreturn]] void Reject(const std::string& path, const std::string& why) {
-  throw Rejected("settings." + path + ": " + why);
+[[noreturn]] void RejectSetting(const std::string& path, const std::string& why) {
+  Reject("settings." + path, why);
 }
 
 std::string ValueFrom(const std::string& path, const Json& value) {
@@ -148,7 +147,7 @@ std::string ValueFrom(const std::string& path, const Json& value) {
   std::string text = value.is_string() ? value.get<std::string>() : "";
   if (!value.is_string() || text.size() > kLongest ||
       std::any_of(text.begin(), text.end(), is_control)) {
-    Reject(path, "must be a text of at most 200 bytes without control characters");
+    RejectSetting(path, "must be a text of at most 200 bytes without control characters");
   }
   return text;
 }
@@ -160,7 +159,7 @@ void Patch(const std::string& file, const FileKeys& known, const Json& members,
     const std::string path = std::string(file).append(".").append(key);
     if (std::none_of(known.keys.begin(), known.keys.end(),
                      [name = key](const KeyRow& row) { return row.key == name; })) {
-      Reject(path, "no such key");
+      RejectSetting(path, "no such key");
     }
     if (value.is_null()) {
       settings.erase(key);
@@ -176,7 +175,7 @@ SettingsFiles::Changes SettingsFiles::Reload() {
   Changes changes;
   std::map<std::string, Settings> files;
   std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(kFolder, error)) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(kSettingsFolder, error)) {
     const std::string name = entry.path().filename();
     if (KeysOf(name) != nullptr) {
       files[name] = ReadSettings(entry.path());
@@ -242,14 +241,14 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
   for (const auto& [file, members] : patch.items()) {
     const FileKeys* const known = KeysOf(file);
     if (known == nullptr) {
-      Reject(file, "no such file");
+      RejectSetting(file, "no such file");
     }
     if (members.is_null()) {
       patched.files_.erase(file);
       continue;
     }
     if (!members.is_object()) {
-      Reject(file, "must be an object, or null to remove the file");
+      RejectSetting(file, "must be an object, or null to remove the file");
     }
     Settings& settings = patched.files_.try_emplace(file, StandardSettings(*known)).first->second;
     Patch(file, *known, members, settings);
@@ -260,14 +259,14 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
 
 void SettingsFiles::Write() const {
   std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(kFolder, error)) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(kSettingsFolder, error)) {
     const std::string name = entry.path().filename();
     if (KeysOf(name) != nullptr && files_.count(name) == 0) {
       fs::remove(entry.path());
     }
   }
   for (const auto& [name, settings] : files_) {
-    const fs::path path = fs::path(kFolder) / name;
+    const fs::path path = fs::path(kSettingsFolder) / name;
     if (ReadSettings(path) == settings && fs::exists(path)) {
       continue;
     }

@@ -10,7 +10,9 @@
 
 namespace simulator {
 
-/// The settings files under /var/tmp/lighttpd: lines of a key, a tab and a value, by file and key.
+inline constexpr char kSettingsFolder[] = "/var/tmp/lighttpd";
+
+/// The settings files in that folder: lines of a key, a tab and a value, by file and key.
 /// The handler writes them; the camera reads them when it is told that they have changed.
 class SettingsFiles {
  public:

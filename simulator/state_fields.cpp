@@ -37,10 +37,6 @@ constexpr auto AtElement(AtArray array, std::size_t index) {
   };
 }
 
-[[noreturn]] void Reject(const std::string& path, const std::string& why) {
-  throw Rejected(path + ": " + why);
-}
-
 // --- Kinds of members ---------------------------------------------------------------------------
 
 template <typename Words>

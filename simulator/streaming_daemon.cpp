@@ -120,8 +120,6 @@ Reply OfService(Camera& camera, const Bytes& payload) {
   return HasCloud(camera.state()) ? kAnswer(camera, payload) : ResultOnly(Result::kDisableError);
 }
 
-constexpr bool kAsks = true;
-
 }  // namespace
 
 std::vector<MessageRow> StreamingMessages() {
