@@ -22,7 +22,7 @@ using testing::StartsWith;
 
 int Rounds() {
   const char* const rounds = std::getenv("CAMERA_RACE_ROUNDS");
-  return rounds != nullptr ? std::atoi(rounds) : 50;
+  return rounds != nullptr ? std::atoi(rounds) : Repetitions(50);
 }
 
 bool Contains(const std::vector<std::string>& texts, const std::string& text) {

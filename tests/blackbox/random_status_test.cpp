@@ -45,7 +45,7 @@ class RandomStatusTest : public CameraTest {
 TEST_F(RandomStatusTest, ReportIsAlwaysJsonWithTheSameKeys) {
   Random random(20231123);
   std::vector<std::string> keys;
-  for (int round = 0; round < 150; ++round) {
+  for (int round = 0; round < Repetitions(150); ++round) {
     SCOPED_TRACE(round);
     RandomBlock(random).Store();
     const auto size = static_cast<std::size_t>(Number(random, 0, 45));
@@ -74,7 +74,7 @@ TEST_F(RandomStatusTest, ClipListIsAlwaysJsonWithTheSameKeys) {
   const std::vector<std::string> keys = {"/IndexNo", "/Name",        "/TC",  "/DateTime",
                                          "/OKMark",  "/AspectRaotp", "/Edit"};
   Random random(19991231);
-  for (int round = 0; round < 100; ++round) {
+  for (int round = 0; round < Repetitions(100); ++round) {
     SCOPED_TRACE(round);
     const int asked = Number(random, 1, 60);
     int expected = 0;
@@ -100,7 +100,7 @@ TEST_F(RandomStatusTest, ClipListIsAlwaysJsonWithTheSameKeys) {
 TEST_F(RandomStatusTest, BytesOfAnyKindDoNoHarm) {
   const RepliesMayBreak may_break;
   Random random(4711);
-  for (int round = 0; round < 60; ++round) {
+  for (int round = 0; round < Repetitions(60); ++round) {
     SCOPED_TRACE(round);
     StatusBlock().SetBytes(0, RandomBytes(random, kStatusBlockSize)).Store();
     const auto size = static_cast<std::size_t>(Number(random, 0, 600));

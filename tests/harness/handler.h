@@ -112,6 +112,10 @@ bool IsEmulated();
 /// The seconds that starting and ending the handler may take on a busy machine.
 double TimeMargin();
 
+/// How often to repeat a case that is random or depends on timing: `times`, but only a tenth of it
+/// where an emulator or sanitizers make the handler start ten times as slowly.
+int Repetitions(int times);
+
 /// The compact request text: {"Request":{"Command":"..","SessionID":"..","Params":{..}}}. Without
 /// `params` there is no "Params" member; the session id is that of `CameraTest`.
 std::string Body(const std::string& command);

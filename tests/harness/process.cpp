@@ -43,6 +43,8 @@ std::string Binary() { return FromEnvironment("CAMERA_BINARY", CAMERA_BINARY); }
 /// Sanitizers reserve terabytes of address space.
 bool IsSanitized() { return ReadFile(Binary()).find("__asan_init") != std::string::npos; }
 
+bool IsSlow() { return IsEmulated() || IsSanitized(); }
+
 /// The processor of an ELF file; 0 if it is not an ELF file.
 int Machine(const std::string& path) {
   Elf32_Ehdr header = {};  // both classes of ELF files are alike up to this field
@@ -332,7 +334,9 @@ std::vector<std::string> HandlerCommand() {
   return {Binary()};
 }
 
-double TimeMargin() { return IsEmulated() ? 8 : 3; }
+double TimeMargin() { return IsSlow() ? 8 : 3; }
+
+int Repetitions(int times) { return IsSlow() ? times / 10 : times; }
 
 bool IsEmulated() { return Machine(Binary()) != Machine("/proc/self/exe"); }
 
