@@ -30,29 +30,26 @@ void Command::Transmit() {
 }
 
 void Command::Output() {
-  // Room for all of a reply except its data, including a name of 99 characters.
-  constexpr std::size_t kEnvelopeSize = 300;
-  // Daemons return more codes than clients know names for; all of those mean success.
-  if (result_ >= std::size(RESULT_STR)) {
-    result_ = 0;
+  if (reply_json_.View().empty()) {
+    BeginReply();
+  } else {
+    reply_json_.EndObject();  // the data
   }
-  TextBuilder json;
-  json.Reserve(kEnvelopeSize + (data_ ? data_->View().size() : 0));
-  json.Append("{\"Response\":{\"Requested\":\"");
-  json.Append(requested_name_);
-  json.Append("\",\"Result\":\"");
-  json.Append(RESULT_STR[result_]);
-  json.Append('"');
-  if (data_) {
-    json.Append(",\"Data\":{");
-    json.Append(data_->View());
-    json.Append('}');
-  }
-  json.Append("}}");
-  PrintReply(json.View());
+  reply_json_.EndObject();
+  reply_json_.EndObject();
+  PrintReply(reply_json_.View());
   if (log_reply_) {
-    DLOG(log_level_, "send res_str = %s", json.Text());
+    DLOG(log_level_, "send res_str = %s", reply_json_.View().data());
   }
+}
+
+void Command::BeginReply() {
+  // Daemons return more codes than clients know names for; all of those mean success.
+  const char* const result = RESULT_STR[result_ < std::size(RESULT_STR) ? result_ : 0];
+  reply_json_.BeginElement();
+  reply_json_.BeginObject("Response");
+  reply_json_.Text("Requested", requested_name_);
+  reply_json_.Text("Result", result);
 }
 
 void Command::MakeTCString(std::uint32_t tc, char (&out)[kTimeCodeSize]) {
@@ -78,4 +75,8 @@ std::uint8_t* Command::NewPayload(std::uint16_t length) {
   return message_.Payload();
 }
 
-JsonWriter& Command::AddData() { return data_.emplace(); }
+JsonWriter& Command::AddData() {
+  BeginReply();
+  reply_json_.BeginObject("Data");
+  return reply_json_;
+}

@@ -1,14 +1,11 @@
 #include "core/json_writer.h"
 
-#include <cstring>
-
 #include "core/text.h"
 
 void JsonWriter::Text(std::string_view key, std::string_view text) {
   char* const value = Member(key, text.size() + 2);
-  value[0] = '"';
-  std::memcpy(value + 1, text.data(), text.size());
-  value[1 + text.size()] = '"';
+  *value = '"';
+  *CopyShortText(value + 1, text) = '"';
 }
 
 void JsonWriter::EscapedText(std::string_view key, std::string_view text) {
@@ -28,7 +25,7 @@ void JsonWriter::QuotedNumber(std::string_view key, std::int64_t number) {
 }
 
 void JsonWriter::Bare(std::string_view key, std::string_view value) {
-  std::memcpy(Member(key, value.size()), value.data(), value.size());
+  CopyShortText(Member(key, value.size()), value);
 }
 
 TextBuilder& JsonWriter::BeginText(std::string_view key) {
@@ -63,11 +60,8 @@ char* JsonWriter::Member(std::string_view key, std::size_t value_length) {
   constexpr std::string_view kKeyEnd = "\":";
   Separate();
   char* const member = text_.Extend(1 + key.size() + kKeyEnd.size() + value_length);
-  char* const key_end = member + 1 + key.size();
-  member[0] = '"';
-  std::memcpy(member + 1, key.data(), key.size());
-  std::memcpy(key_end, kKeyEnd.data(), kKeyEnd.size());
-  return key_end + kKeyEnd.size();
+  *member = '"';
+  return CopyShortText(CopyShortText(member + 1, key), kKeyEnd);
 }
 
 void JsonWriter::End(char bracket) {

@@ -10,6 +10,16 @@
 /// command line, log messages. Longer texts are truncated.
 constexpr std::size_t kTextSize = 5000;
 
+/// Copies the bytes of a short text: a loop, because a call of the small C library's memcpy takes
+/// longer than a few bytes do.
+/// @return where the next text goes
+inline char* CopyShortText(char* to, std::string_view from) {
+  for (const char c : from) {
+    *to++ = c;
+  }
+  return to;
+}
+
 /// Copies `from` into a buffer of `size` bytes, truncated to leave room for the terminating NUL.
 inline void CopyText(char* to, std::size_t size, std::string_view from) {
   const std::size_t length = from.size() < size ? from.size() : size - 1;

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <optional>
 
 #include "core/daemon_socket.h"
 #include "core/json_writer.h"
@@ -71,7 +70,7 @@ class Command {
   /// @return the first byte of the payload
   std::uint8_t* NewPayload(std::uint16_t length);
 
-  /// Adds an empty data object to the reply.
+  /// Begins the reply with an empty data object. The result is final then.
   JsonWriter& AddData();
 
   /// The payload of the last reply; bytes that did not arrive read as zero.
@@ -84,12 +83,17 @@ class Command {
   const char* daemon_path_ = kControlDaemonPath;
   os::Timeout timeout_ = {kDefaultTimeoutSeconds, 0};
   char requested_name_[100] = {};
-  std::optional<JsonWriter> data_;
   int log_level_ = kDefaultLogLevel;
   bool log_reply_ = true;
   /// Whether the last exchange timed out. A command with several exchanges then makes no more of
   /// them, because each could take as long.
   bool daemon_timed_out_ = false;
+
+ private:
+  /// Begins the reply, up to where its data go.
+  void BeginReply();
+
+  JsonWriter reply_json_;
 };
 
 /// Base of the commands that send no message: they only report what `Output` reads.
