@@ -57,11 +57,13 @@ void JsonWriter::Separate() {
 }
 
 char* JsonWriter::Member(std::string_view key, std::size_t value_length) {
-  constexpr std::string_view kKeyEnd = "\":";
   Separate();
-  char* const member = text_.Extend(1 + key.size() + kKeyEnd.size() + value_length);
-  *member = '"';
-  return CopyShortText(CopyShortText(member + 1, key), kKeyEnd);
+  char* next = text_.Extend(key.size() + sizeof "\"\":" - 1 + value_length);
+  *next++ = '"';
+  next = CopyShortText(next, key);
+  *next++ = '"';
+  *next++ = ':';
+  return next;
 }
 
 void JsonWriter::End(char bracket) {

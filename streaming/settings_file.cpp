@@ -20,9 +20,12 @@ constexpr std::size_t kLineSize = 256;
 /// keys ("server" and "serverurl"), the longer one counts.
 const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
   const SettingField* found = nullptr;
+  std::size_t found_length = 0;
   for (const SettingField& field : table) {
-    if (StartsWith(line, field.key) && (found == nullptr || field.key.size() > found->key.size())) {
+    const std::string_view key = field.key;
+    if (StartsWith(line, key) && key.size() > found_length) {
       found = &field;
+      found_length = key.size();
     }
   }
   return found;

@@ -10,12 +10,13 @@
 #include "core/locked_file.h"
 
 /// One setting of a file: its key, the field of the record for its value, and the default value
-/// that it has without a file.
+/// that it has without a file. The texts are arrays, not pointers, which the loader would have to
+/// relocate for every request.
 struct SettingField {
-  std::string_view key;
+  char key[24];
   std::size_t offset;
   std::size_t capacity;  ///< of the field, including the terminating NUL
-  std::string_view default_value;
+  char default_value[16];
 };
 
 /// The row for the field `name` of `Record`. The field has the name of the key.
