@@ -47,7 +47,7 @@ void ReadRequestBody(std::int32_t announced, TextBuilder& body) {
   TokenReader reader = {length < kMaxBody ? length : kMaxBody, body};
   const os::Stopwatch stopwatch;
   std::int64_t wait = kTimeoutMs;
-  char block[4096];
+  char block[1024];
   while (wait > 0) {
     const std::size_t size = os::ReadInput(block, sizeof block, static_cast<int>(wait));
     if (size == 0 || !reader.Take(block, size)) {
