@@ -52,46 +52,23 @@ export class CommandForm {
     setText(this.#elements.description, request.description);
     const params = this.#resolve(request.properties.Request.properties.Params ?? {});
     const names = Object.keys(params.properties ?? {});
-    this.#parameters = names.map((name) => this.#parameter(name, params));
+    const pair = makePair(names, params.oneOf);
+    this.#parameters = names.map((name) => this.#parameter(name, params, pair[name]));
     const rows = this.#parameters.map(({ row }) => row);
     const folded = rows.slice(SHOWN);
     this.#elements.fields.replaceChildren(
       ...rows.slice(0, SHOWN),
       ...(folded.length > 0 ? [fold(`${folded.length} more parameters`, folded)] : []),
     );
-    this.#connectPair(params);
   }
 
-  #parameter(name, params) {
+  #parameter(name, params, field) {
     const schema = this.#resolve(params.properties[name]);
     const required = (params.required ?? []).includes(name);
-    const field = makeField(name, schema, required);
+    field ??= makeField(name, schema, required);
     const hint = element("p", { id: `hint-${name}`, className: "quiet", textContent: schema.description ?? "" });
     field.setAttribute("aria-describedby", hint.id);
     return { name, schema, required, field, row: element("div", {}, element("label", {}, `${name} `, field), hint) };
-  }
-
-  /// Two parameters that go together in certain pairs, a control and its key: the choice of the
-  /// first decides what the second one offers.
-  #connectPair({ oneOf = [] }) {
-    if (oneOf.length === 0) {
-      return;
-    }
-    const [first, second] = this.#parameters;
-    const rows = oneOf.map(({ properties }) => ({
-      kind: properties[first.name].const,
-      keys: properties[second.name].enum ?? [properties[second.name].const],
-    }));
-    const kinds = makeSelect(first.name, [...new Set(rows.map(({ kind }) => kind))]);
-    const keys = makeSelect(second.name, []);
-    const follow = () => {
-      const offered = rows.filter(({ kind }) => kind === kinds.value).flatMap((row) => row.keys);
-      keys.replaceChildren(...options(offered));
-    };
-    kinds.addEventListener("change", follow);
-    follow();
-    replaceField(first, kinds);
-    replaceField(second, keys);
   }
 
   /// A schema with what it refers to.
@@ -120,9 +97,20 @@ function makeSelect(name, words) {
   return element("select", { name }, ...options(words));
 }
 
-function replaceField(parameter, field) {
-  parameter.field.replaceWith(field);
-  parameter.field = field;
+/// The fields of two parameters that go together, a control and its key: the choice of the first one
+/// decides what the second one offers.
+/// @param oneOf  the pairs, if the command has any
+function makePair([first, second], oneOf) {
+  if (!oneOf) {
+    return {};
+  }
+  const keysOf = new Map(oneOf.map(({ properties }) => [properties[first].const, properties[second].enum]));
+  const kinds = makeSelect(first, [...keysOf.keys()]);
+  const keys = makeSelect(second, []);
+  const follow = () => keys.replaceChildren(...options(keysOf.get(kinds.value)));
+  kinds.addEventListener("change", follow);
+  follow();
+  return { [first]: kinds, [second]: keys };
 }
 
 function fold(title, contents) {

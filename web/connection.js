@@ -3,6 +3,7 @@
 
 import { CameraUnreachable, InvalidReply, SessionError } from "./camera_client.js";
 import { repairReply } from "./repair_reply.js";
+import { reasonInWords } from "./words.js";
 
 const STATUS_INTERVAL = 250;
 const TALLY_INTERVAL = 500;
@@ -218,7 +219,7 @@ export class Connection extends EventTarget {
       return { state: "paused", text: "paused while hidden" };
     }
     if (this.#failure !== undefined) {
-      return { state: "lost", text: `lost and retrying: ${reason(this.#failure)}` };
+      return { state: "lost", text: `lost and retrying: ${reasonInWords(this.#failure)}` };
     }
     if (this.#last === undefined) {
       return { state: "connecting", text: "connecting" };
@@ -248,11 +249,4 @@ export class Connection extends EventTarget {
       this.dispatchEvent(new CustomEvent(type, { detail }));
     }
   }
-}
-
-function reason(error) {
-  if (error instanceof CameraUnreachable && error.reason === "http") {
-    return `the web server answers with HTTP status ${error.status}`;
-  }
-  return error.message.replace(/^\w+: /, "");
 }

@@ -1,35 +1,37 @@
 // The four streaming servers: their names, transports and settings, and which one is in use.
 
-import { methodName } from "./camera_client.js";
+import { COMMANDS, methodName } from "./camera_client.js";
 import { byId, element, onClick, onSubmit, options, setText } from "./dom.js";
 
-const ADDRESS = { name: "DstAddress", label: "Address", longest: 129 };
-const PORT = { name: "DstPort", label: "Port", largest: 65535 };
-const number = (name, label) => ({ name, label, largest: 2 ** 31 - 1 });
-const secret = (name, label, longest) => ({ name, label, longest, secret: true });
-
-/// The settings of each transport in the order of the form: their names in the API and what they are.
-const TRANSPORTS = {
-  UDP: [ADDRESS, PORT, number("PcrJitter", "PCR jitter")],
-  RTSP: [secret("Password", "Password", 39)],
-  ZIXI: [
-    ADDRESS,
-    PORT,
-    { name: "StreamId", label: "Stream id", longest: 69 },
-    secret("Password", "Password", 129),
-    number("Latency", "Latency"),
-    number("AdaptiveBitrate", "Adaptive bit rate"),
-  ],
-  RTMP: [{ name: "DstUrl", label: "URL", longest: 199 }, secret("StreamKey", "Stream key", 69)],
-  RTP: [
-    // Kept with those of UDP, and not reported here.
-    { ...ADDRESS, label: "Address (the camera does not report it)" },
-    PORT,
-    number("Smpte2022Fec", "SMPTE 2022 FEC"),
-    number("FecMatrixL", "FEC matrix L"),
-    number("FecMatrixD", "FEC matrix D"),
-  ],
+/// What the settings of the transports are called in the form.
+const LABELS = {
+  DstAddress: "Address",
+  DstPort: "Port",
+  PcrJitter: "PCR jitter",
+  StreamId: "Stream id",
+  Password: "Password",
+  Latency: "Latency",
+  AdaptiveBitrate: "Adaptive bit rate",
+  DstUrl: "URL",
+  StreamKey: "Stream key",
+  Smpte2022Fec: "SMPTE 2022 FEC",
+  FecMatrixL: "FEC matrix L",
+  FecMatrixD: "FEC matrix D",
 };
+/// It is kept with that of UDP.
+const RTP_ADDRESS = "Address (the camera does not report it)";
+const SECRETS = ["Password", "StreamKey"];
+const LARGEST_PORT = 65535;
+
+const COMMAND = "SetStreamingServerSettings";
+
+/// The settings of each transport in the order of the form: their names in the API and their kinds.
+const TRANSPORTS = Object.fromEntries(
+  COMMANDS.filter(({ name }) => name.startsWith(COMMAND)).map(({ name, parameters }) => [
+    name.slice(COMMAND.length),
+    Object.entries(parameters).filter(([parameter]) => parameter in LABELS),
+  ]),
+);
 
 /// The member of a reply that holds a transport's settings.
 const memberOf = (transport) => transport[0] + transport.slice(1).toLowerCase();
@@ -73,9 +75,9 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
     choices.forEach((text, id) => {
       const { Alias, Type } = servers[id];
       const name = Alias === NEVER_SET || !Alias ? "not set" : `${Alias}, ${Type}`;
-      setText(text, `Server ${id + 1}: ${name}${id === current ? " (in use)" : ""}`);
+      setText(text, `Server ${id + 1}: ${name}`);
     });
-    setText("current-server", servers[current] ? choices[current].textContent : `number ${current}`);
+    setText("current-server", choices[current]?.textContent ?? `server number ${current}`);
   }
 
   function edit(id) {
@@ -89,17 +91,18 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
   /// Settings of a transport that is not the server's present one are not reported: they are empty.
   function showFields() {
     const reported = servers[edited]?.[memberOf(transport.value)] ?? {};
-    const rows = TRANSPORTS[transport.value].map((field) =>
-      element("label", {}, `${field.label} `, input(field, reported[field.name])),
-    );
+    const rows = TRANSPORTS[transport.value].map(([name, kind]) => {
+      const label = transport.value === "RTP" && name === "DstAddress" ? RTP_ADDRESS : LABELS[name];
+      return element("label", {}, `${label} `, input(name, kind, reported[name]));
+    });
     byId("server-fields").replaceChildren(...rows);
   }
 
   function settings() {
     const values = { id: edited, alias: form.elements.Alias.value };
-    for (const { name, longest } of TRANSPORTS[transport.value]) {
+    for (const [name, { type }] of TRANSPORTS[transport.value]) {
       const field = form.elements[name];
-      values[methodName(name)] = longest ? field.value : field.valueAsNumber;
+      values[methodName(name)] = type === "number" ? field.valueAsNumber : field.value;
     }
     return values;
   }
@@ -123,16 +126,16 @@ export function setUpServers({ camera, queue, attempt }, showTransport) {
   return { read };
 }
 
-function input({ name, longest, largest, secret }, value) {
-  if (longest === undefined) {
-    return element("input", { name, type: "number", min: 0, max: largest, required: true, value: value ?? 0 });
+function input(name, { type, largest, longest }, value) {
+  if (type === "number") {
+    const max = name === "DstPort" ? LARGEST_PORT : largest;
+    return element("input", { name, type, min: 0, max, required: true, value: value ?? 0 });
   }
-  const text = value === undefined || value === NEVER_SET ? "" : value;
   return element("input", {
     name,
-    type: secret ? "password" : "text",
+    type: SECRETS.includes(name) ? "password" : "text",
     maxLength: longest,
     autocomplete: "off",
-    value: text,
+    value: value === undefined || value === NEVER_SET ? "" : value,
   });
 }

@@ -1,17 +1,11 @@
 // The view of streaming: format, servers, start and stop, return audio.
 
+import { COMMANDS } from "./camera_client.js";
 import { byId, onClick, onSubmit, options, setText } from "./dom.js";
 import { setUpServers } from "./streaming_servers.js";
 
-/// The types of the bit-rate tables, and those that belong to a server's transport.
-const TYPES = {
-  UDP: ["UDP", "UDPN", "UDPL"],
-  TCP: ["TCP"],
-  RTSP: ["RTSP"],
-  ZIXI: ["ZIXIM", "ZIXIL"],
-  RTMP: ["RTMP"],
-  RTP: ["RTP"],
-};
+/// The types of the bit-rate tables. Their names begin with the transport that they belong to.
+const TYPES = COMMANDS.find(({ name }) => name === "AvailableStreamingBitrateSettings").parameters.Type.words;
 
 export function setUpStreaming(remote) {
   const format = setUpFormat(remote);
@@ -52,7 +46,7 @@ function setUpFormat({ camera, queue, attempt }) {
     framerate: byId("format-framerate"),
     bitrate: byId("format-bitrate"),
   };
-  setOptions(fields.type, Object.values(TYPES).flat());
+  setOptions(fields.type, TYPES);
 
   const chosen = () => Object.fromEntries(Object.entries(fields).map(([name, { value }]) => [name, value]));
 
@@ -107,9 +101,9 @@ function setUpFormat({ camera, queue, attempt }) {
     read,
     /// Chooses the type that fits the current server's transport.
     showTransport: (transport) => {
-      const types = TYPES[transport] ?? [];
-      if (!types.includes(fields.type.value) && types.length > 0) {
-        fields.type.value = types[0];
+      const { type } = fields;
+      if (!type.value.startsWith(transport)) {
+        type.value = TYPES.find((name) => name.startsWith(transport)) ?? type.value;
       }
     },
   };

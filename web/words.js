@@ -65,7 +65,6 @@ const ERRORS = [
   [DisableError, "The camera cannot do this in its present state."],
   [RequestedError, "The camera refuses this request."],
   [InvalidReply, "The camera's reply cannot be read: one of its texts holds a quote or a backslash."],
-  [CameraUnreachable, "The camera cannot be reached."],
 ];
 
 /// A word of the camera as the page shows it.
@@ -74,10 +73,13 @@ export const inWords = (word) => WORDS[word] ?? word.replaceAll("_", " ").toLowe
 /// Empty for no error.
 export const cloudErrorInWords = (word) => CLOUD_ERRORS[word] ?? "";
 
+/// Why the camera has not answered: an error's message without the command.
+export const reasonInWords = (error) => error.message.replace(/^\w+: /, "");
+
 /// What to tell the operator about a command that failed.
 export function errorInWords(error) {
-  if (error instanceof CameraUnreachable && error.reason === "http") {
-    return `The camera cannot be reached: its web server answers with HTTP status ${error.status}.`;
+  if (error instanceof CameraUnreachable) {
+    return `The camera cannot be reached: ${reasonInWords(error)}.`;
   }
   return ERRORS.find(([type]) => error instanceof type)?.[1] ?? error.message;
 }
