@@ -50,11 +50,8 @@ const SHORT = {
   Right: ["▶", "right"],
 };
 
-const STEPS = [
-  { size: 3, name: "large step" },
-  { size: 2, name: "medium step" },
-  { size: 1, name: "small step" },
-];
+/// From the outside inwards; the camera numbers them from 3 down.
+const STEPS = ["large", "medium", "small"];
 
 /// The camera spells it in two ways.
 const FLAGS_OF_KEYS = { LensRet: "LenzRet" };
@@ -150,9 +147,10 @@ function showLabel(button, label, kind, key) {
 
 function makeSteps(remote, kind, directions) {
   const [back, forth] = directions.map((direction, side) =>
-    STEPS.map(({ size, name }) => {
+    STEPS.map((name, i) => {
+      const size = STEPS.length - i;
       const button = makeKey(remote, kind, direction + size);
-      button.ariaLabel = `${nameOf(kind)} ${direction.toLowerCase()}, ${name}`;
+      button.ariaLabel = `${nameOf(kind)} ${direction.toLowerCase()}, ${name} step`;
       button.textContent = "‹›"[side].repeat(size);
       return button;
     }),

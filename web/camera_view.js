@@ -138,16 +138,20 @@ function networkText({ NetAdaptorStatus, NetAdaptorType }) {
   return NetAdaptorType === "Unknown" ? state : `${inWords(NetAdaptorType)}, ${state}`;
 }
 
-function setUpTally({ camera, queue }) {
-  const make = (id, name, words, call) =>
-    byId(id).append(
-      ...words.map((word) => {
-        const onclick = () => queue.send(name, () => call(word));
-        return element("button", { "aria-label": `${name} ${word.toLowerCase()}`, onclick }, word);
-      }),
-    );
-  make("studio-tally", "Studio tally", ["Off", "Preview", "Program"], (indication) =>
+function setUpTally({ camera, connection, queue }) {
+  const make = (id, name, words, call) => {
+    const buttons = words.map((word) => {
+      const onclick = () => queue.send(name, () => call(word));
+      return element("button", { "aria-label": `${name} ${word.toLowerCase()}`, onclick }, word);
+    });
+    byId(id).append(...buttons);
+    return buttons;
+  };
+  const studio = make("studio-tally", "Studio tally", ["Off", "Preview", "Program"], (indication) =>
     camera.setStudioTally({ indication }),
+  );
+  connection.on("tally", (word) =>
+    studio.forEach((button) => (button.ariaPressed = String(button.textContent === word))),
   );
   make("tally-lamp", "Tally lamp", ["On", "Off"], (sw) =>
     byId("tally-take").checked ? camera.setTallyControlWithPriority({ sw }) : camera.setTallyLampCtrl({ sw }),

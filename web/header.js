@@ -17,7 +17,10 @@ const BATTERY_LOW = 10;
 
 export function setUpHeader({ camera, connection, simulator }) {
   setUpLook(byId("look"));
-  connection.on("state", showState);
+  connection.on("state", (state) => {
+    showState(state);
+    markStale();
+  });
   connection.on("latency", (detail) => setText("latency", `${Math.round(detail)} ms`));
   connection.on("tally", showTally);
   connection.on("status", showStatus);
@@ -25,10 +28,17 @@ export function setUpHeader({ camera, connection, simulator }) {
     byId("session").dataset.state = detail;
     setText("session", SESSION_TEXTS[detail]);
     byId("log-out").disabled = detail !== "valid";
+    markStale();
     if (detail === "valid") {
       showIdentity(camera);
     }
   });
+
+  /// Dims what the camera has reported when it may have changed since.
+  function markStale() {
+    document.body.classList.toggle("stale", lastState !== "live" || !connection.hasSession);
+  }
+
   onClick("log-out", () =>
     connection.logOut().catch((error) => complain(`Log out: ${errorInWords(error)}`)),
   );

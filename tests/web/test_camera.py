@@ -123,6 +123,7 @@ def test_tally_shows_as_word_shape_and_frame(page, word):
     page.press(f"Studio tally {word.lower()}")
     eventually(lambda: page.text_of("#tally") == word)
     assert page.state()["tally"]["studio"] == word
+    assert page.is_pressed(f"Studio tally {word.lower()}")
     eventually(lambda: page.browser.execute_script(frame) != before)
     assert page.browser.execute_script(shape % "borderRadius") == "0px"
 
