@@ -1,5 +1,7 @@
 """How the page copes with a camera that is slow, away, or taken by another client."""
 
+import pytest
+
 from tests.web.support.page import eventually
 
 
@@ -62,12 +64,14 @@ def test_a_silent_daemon_is_no_live_camera(page):
     eventually(page.is_live)
 
 
-def test_a_lost_session_and_a_new_login(page):
+@pytest.mark.parametrize("cause", ["logout", "login"])
+def test_a_lost_session_and_a_new_login(page, cause):
     position = page.journal_position()
-    page.world.simulator("POST", "logout", {})
+    page.world.simulator("POST", cause, {})
     dialog = eventually(lambda: page.find("dialog", "Log in"))
     assert page.text_of("#session") == "lost"
     assert [entry["result"] for entry in page.journal(after=position)].count("SessionError") >= 1
+    eventually(lambda: quiet(page), "the end of the polls")
     # The tally needs no session.
     eventually(lambda: page.text_of("#tally") == "Off")
     page.press("Log in", within=dialog)
@@ -85,6 +89,18 @@ def test_a_session_id_can_be_entered(fresh_page):
     eventually(page.is_live)
     page.browser.refresh()
     eventually(page.is_live)
+
+
+def test_what_may_have_changed_since_is_dimmed(page):
+    opacity = "return getComputedStyle(document.querySelector('#timecode')).opacity"
+    eventually(lambda: page.browser.execute_script(opacity) == "1")
+    page.allow_errors("500")
+    page.fault("absent", daemon="quonta_cp")
+    eventually(lambda: page.browser.execute_script(opacity) == "0.6")
+    page.clear_faults()
+    eventually(lambda: page.browser.execute_script(opacity) == "1")
+    page.world.simulator("POST", "logout", {})
+    eventually(lambda: page.browser.execute_script(opacity) == "0.6")
 
 
 def test_log_out_ends_the_session_in_the_camera(page):
