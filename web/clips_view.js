@@ -21,19 +21,27 @@ export function setUpClips(remote) {
     state.page = Math.min(state.page, lastPage());
     const { slot, page } = state;
     const isWanted = () => slot === state.slot && page === state.page;
-    setText("clip-caption", `Slot ${slot}: reading the clips …`);
+    showBusy(true);
     queue.send("Clip list", async () => {
-      const list = await camera.getClipInfo({ slot, startIndexNo: page * PAGE_SIZE + 1, clipNum: PAGE_SIZE });
-      if (isWanted()) {
-        state.clips = list.ClipInfo;
-        showPage();
+      try {
+        const list = await camera.getClipInfo({ slot, startIndexNo: page * PAGE_SIZE + 1, clipNum: PAGE_SIZE });
+        if (isWanted()) {
+          state.clips = list.ClipInfo;
+          showPage();
+        }
+      } finally {
+        showBusy(!isWanted());
       }
     });
     showPageNumber();
   }
 
+  function showBusy(busy) {
+    byId("clip-table").ariaBusy = String(busy);
+    setText("clip-caption", `Slot ${state.slot}: ${busy ? "reading the clips …" : `${count()} clips`}`);
+  }
+
   function showPage() {
-    setText("clip-caption", `Slot ${state.slot}: ${count()} clips`);
     byId("clip-table").tBodies[0].replaceChildren(...state.clips.map(row));
     showPageNumber();
     showSelection();

@@ -43,6 +43,22 @@ def test_pages_through_500_clips(clips):
     assert {"Slot": "A", "StartIndexNo": 481, "ClipNum": 30} in reads
 
 
+def test_a_page_that_is_being_read_shows_as_busy(clips):
+    page = clips
+    busy = "return document.querySelector('#clip-table').ariaBusy"
+    assert page.browser.execute_script(busy) == "false"
+    page.fault("slow", command="GetClipInfo", ms=1500, count=1)
+    page.press("Next page")
+    eventually(lambda: page.browser.execute_script(busy) == "true")
+    eventually(lambda: numbers(page)[0] == 31)
+    assert page.browser.execute_script(busy) == "false"
+    page.fault("disable_error", command="GetClipInfo", count=1)
+    page.press("Next page")
+    eventually(lambda: page.message() == "Clip list: The camera cannot do this in its present state.")
+    eventually(lambda: page.browser.execute_script(busy) == "false")
+    assert page.text_of("#clip-caption") == "Slot A: 500 clips"
+
+
 def test_marks_a_clip_and_clears_it_again(clips):
     page = clips
     name = name_of(page, 2)
