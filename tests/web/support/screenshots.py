@@ -13,9 +13,6 @@ from tests.web.support.page import Page, eventually
 DESKTOP = (1440, 900)
 PHONE = (390, 844)
 
-# Few colors make small files, and a page has few.
-COLORS = 128
-
 
 def arrange(page):
     """A production under way: on air, recording, zoomed in, the return audio on."""
@@ -32,7 +29,8 @@ def take(page, path):
     eventually(lambda: page.browser.execute_script("return document.getAnimations().length === 0"))
     page.browser.execute_script("document.activeElement.blur(); scrollTo(0, 0)")
     picture = Image.open(io.BytesIO(page.browser.get_screenshot_as_png())).convert("RGB")
-    picture.quantize(COLORS, dither=Image.Dither.NONE).save(path, optimize=True)
+    # A palette makes small files. It is dithered, since the paint field runs through many colors.
+    picture.quantize(palette=picture.quantize(method=Image.Quantize.FASTOCTREE)).save(path, optimize=True)
 
 
 def take_all(page, folder):
