@@ -12,12 +12,12 @@ failures=0
 # system calls.
 limits() {
   cat <<'END'
-release HeartbeatConfirmation 14300 24
-release GetCamStatus          53800 38
-release SetStreamingBitrate   19600 44
-small   HeartbeatConfirmation 18000 13
-small   GetCamStatus          65300 27
-small   SetStreamingBitrate   27900 33
+release HeartbeatConfirmation 13100 25
+release GetCamStatus          53800 41
+release SetStreamingBitrate   18700 45
+small   HeartbeatConfirmation 16900 14
+small   GetCamStatus          63300 30
+small   SetStreamingBitrate   27300 34
 END
 }
 
