@@ -9,12 +9,17 @@ import json
 import re
 import shutil
 import subprocess
+import sys
 from datetime import datetime, timezone
 from pathlib import Path
 
 import pytest
 
 TREE = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(TREE / "tests/support"))
+
+from system_calls import calls_of_the_handler  # noqa: E402
+
 HERE = TREE / "tests/board"
 DEBIAN = TREE / "build/debian-armhf"
 WORK = TREE / "build/board"  # what the board boots, and what its console has shown
@@ -163,6 +168,8 @@ def make_root(root):
     shutil.copy(TREE / "packaging/servers/busybox-httpd", board)
     for program in ("daemons", "set_clock", "time_requests"):
         shutil.copy(TREE / f"build/arm-small/board_{program}", board / program)
+    shutil.copy(TREE / "build/arm/under_filter", board)
+    (board / "system_calls").write_text(" ".join(calls_of_the_handler()))
     (board / "camera_memory").write_bytes(camera_memory())
     (board / "session").write_text(f"ID\t{SESSION}\nlifetime\t0\nsessiontime\t0\n")
     (board / "heartbeat").write_text(body("HeartbeatConfirmation"))
@@ -233,6 +240,11 @@ def test_every_command_succeeds(board):
     for command, reply in board["every_command"]:
         response = json.loads(reply)["Response"]
         assert (response["Requested"], response["Result"]) == (command, "Success")
+
+
+def test_every_command_succeeds_under_the_filter_of_system_calls(board):
+    results = {command: json.loads(reply)["Response"]["Result"] for command, reply in board["filtered"]}
+    assert results == {command: "Success" for command, _ in every_command()}
 
 
 @pytest.mark.parametrize("command, data", [

@@ -5,16 +5,20 @@ Runs in the world of tests/servers/world.sh: the handler is installed, a simulat
 
 import http.client
 import json
-import re
 import shutil
 import signal
 import subprocess
+import sys
 import time
 from pathlib import Path
 
 import pytest
 
 TREE = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(TREE / "tests/support"))
+
+from system_calls import calls_of_the_handler  # noqa: E402
+
 UNIT = TREE / "packaging/systemd/camera-remote-web.service"
 TMPFILES = TREE / "packaging/systemd/camera-remote.tmpfiles.conf"
 FILTER = TREE / "build/under_filter"
@@ -55,13 +59,6 @@ def calls_of_the_unit():
             named = members(word) if word.startswith("@") else {word}
             allowed = allowed - named if remove else allowed | named
     return sorted(allowed | members("@default"))
-
-
-def calls_of_the_handler():
-    """The list in docs/integration.md."""
-    text = (TREE / "docs/integration.md").read_text()
-    match = re.search(r"^    SystemCallFilter=((?:.*\\\n)*.*)\n", text, re.MULTILINE)
-    return match[1].replace("\\\n", " ").split()
 
 
 def every_command():
