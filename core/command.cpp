@@ -18,8 +18,6 @@ void Command::Prepare(const CommandPreset& preset, const char* name, bool log_re
   log_reply_ = log_reply;
 }
 
-int Command::Parse(const char* /*params*/) { return 0; }
-
 void Command::Transmit() {
   request_header_.sender_process_id = os::ProcessId();
   daemon_timed_out_ = !ExchangeMessages(daemon_path_, timeout_, request_header_, message_, reply_);

@@ -47,10 +47,6 @@ enum FramerateIndex { k60p, k50p, k60i, k50i, k30pOr25p };
 
 /// The bit rates for a range of frame rates.
 struct BitrateChoice {
-  [[nodiscard]] bool Matches(int framerate, int for_resolution) const {
-    return first <= framerate && framerate <= last && resolution == for_resolution;
-  }
-
   std::uint8_t first;  ///< `FramerateIndex`
   std::uint8_t last;
   std::uint8_t resolution;  ///< `ResolutionIndex`
@@ -77,7 +73,7 @@ constexpr BitrateChoice kBitrateChoices[] = {
 
 const BitrateTable& ChooseBitrateTable(int framerate, int resolution, bool ifb_active) {
   for (const BitrateChoice& choice : kBitrateChoices) {
-    if (choice.Matches(framerate, resolution)) {
+    if (choice.resolution == resolution && choice.first <= framerate && framerate <= choice.last) {
       return ifb_active ? *choice.ifb : *choice.normal;
     }
   }

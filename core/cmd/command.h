@@ -34,7 +34,7 @@ class Command {
   /// Reads the parameters and builds the payload; called only if the request has "Params".
   /// @param params  the request's text after "Params":
   /// @return 0; any other value rejects the request
-  virtual int Parse(const char* params);
+  virtual int Parse(const char* /*params*/) { return 0; }
 
   /// Performs the action. The default sends the message to the daemon and takes the result from the
   /// reply.

@@ -55,35 +55,34 @@ struct SetStreamingBitrate : StreamingFormatCommand {
   void Transmit() override;
 };
 
+/// Base of the commands that report what the camera can stream now.
+class AvailableStreamingSettings : public LocalCommand {
+ protected:
+  // The parameters, as indexes of their tables.
+  std::int32_t type_ = 0;
+  std::int32_t resolution_ = 0;
+  std::int32_t framerate_ = 0;
+};
+
 /// Reports a flag for each resolution: whether the camera can stream it now.
-struct AvailableStreamingResolutionSettings : LocalCommand {
+struct AvailableStreamingResolutionSettings : AvailableStreamingSettings {
   void Output() override;
 };
 
 /// Reports a flag for each frame rate: whether the camera can stream it now at one resolution.
 /// Parameter "Resolution": a name of `resolution_table`. An unknown one gives "RequestedError".
-class AvailableStreamingFramerateSettings : public LocalCommand {
- public:
+struct AvailableStreamingFramerateSettings : AvailableStreamingSettings {
   int Parse(const char* params) override;
   void Output() override;
-
- private:
-  std::int32_t resolution_ = 0;
 };
 
 /// Reports a flag for each bit rate: whether the camera can stream it now.
 /// Parameters "Type", a name of `streaming_type_zixi_separate_table`, "Resolution", a name of
 /// `resolution_table`, and "Framerate", a name of `framerate_table`. An unknown one gives
 /// "RequestedError".
-class AvailableStreamingBitrateSettings : public LocalCommand {
- public:
+struct AvailableStreamingBitrateSettings : AvailableStreamingSettings {
   int Parse(const char* params) override;
   void Output() override;
-
- private:
-  std::int32_t type_ = 0;
-  std::int32_t resolution_ = 0;
-  std::int32_t framerate_ = 0;
 };
 
 /// Indexes of the transports in `streaming_type_table`.
