@@ -43,9 +43,7 @@ std::uint8_t g_bCmdLine = 0;
 namespace {
 
 // The numbers whose requests take arguments.
-enum { kClipList = 11, kZoom = 14, kPage, kClipMark, kKeyEvent, kSlider, kXYField };
-
-constexpr int kWholeRequest = 100;
+enum { kClipList = 11, kZoom = 14, kPage, kClipMark, kKeyEvent, kSlider, kXYField, kWhole = 100 };
 
 /// The arguments after the program's name. Argument 0 is the number of the canned request.
 struct Arguments {
@@ -170,7 +168,7 @@ void BuildRequest(std::int32_t number, const Arguments& arguments, TextBuilder& 
       return BuildSlider(arguments, request);
     case kXYField:
       return BuildXYField(arguments, request);
-    case kWholeRequest:
+    case kWhole:
       return BuildWholeRequest(arguments, request);
     default:
       return request.Append(HasCannedRequest(number) ? INPUT_COMMAND[number] : "");
@@ -193,11 +191,11 @@ void ReadCommandName(const char* request, char (&name)[Size]) {
 int RunCommandLine(int argc, const char* const* argv) {
   const Arguments arguments = {argc - 1, argv + 1};
   const std::int32_t number = arguments.Number(0);
-  if (!HasCannedRequest(number) && number != kWholeRequest && !IsReserved(number)) {
+  if (!HasCannedRequest(number) && number != kWhole && !IsReserved(number)) {
     os::WriteErrors("camera_remote.cgi: the first argument is 0 to 21, 100 or 108 to 117\n");
     return 1;
   }
-  if (number != kWholeRequest) {
+  if (number != kWhole) {
     LogToSystem(kLogInfo, "INPUT_COMMAND(%d):%s", number,
                 HasCannedRequest(number) ? INPUT_COMMAND[number] : "");
   }

@@ -10,7 +10,6 @@
 extern const char kControlDaemonPath[];
 
 /// Sends one message to a daemon and receives its reply.
-///
 /// @param daemon_path  of the daemon's socket
 /// @param timeout      for connecting and sending, and once each for the reply's header and payload
 /// @param header       sent alone if `message` is not set, otherwise before its payload
@@ -23,7 +22,6 @@ bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const Messag
                       OutgoingMessage& message, ByteBuffer& reply);
 
 /// Sends one message to a daemon without waiting for a reply.
-///
 /// @param msg     the whole message
 /// @param length  its length in bytes; 0 is logged and nothing is sent
 /// @param index   of the daemon: 0 USB, 1 web, 2 camera control, 3 network

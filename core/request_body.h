@@ -11,7 +11,6 @@
 ///
 /// Memory grows with the bytes that arrive, not with the announced length. Input that stalls or
 /// never ends is bounded in time and size (see the constants in the implementation).
-///
 /// @param announced  the value of CONTENT_LENGTH; 0 or less gives an empty token
 /// @param body       an empty text; receives the token
 void ReadRequestBody(std::int32_t announced, TextBuilder& body);

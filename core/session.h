@@ -20,7 +20,6 @@ bool SessionIsValid();
 /// Rewrites the session file with `web_id` and new times. A session that has ended since it was
 /// checked is not revived. On the command line, where nothing was checked, a missing file is
 /// created.
-///
 /// @param seconds_left  how much longer the session is valid, from now; 0 ends it now
 /// @return false if the session has ended, another one has begun, or the file could not be written
 ///         (only the last is logged, at level 1)

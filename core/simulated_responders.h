@@ -17,7 +17,6 @@
 void Dummy_GetCamStatus(std::uint8_t (&reply)[status_reply::kSize]);
 
 /// Answers the clip list request from "clip_info", with the result "Success".
-///
 /// @param request  byte 0 slot (0 A, 1 B), bytes 2 and 3 number of the first clip, bytes 4 and 5
 ///                 number of clips; a reply has at most 15
 /// @return the length of the reply: 4 bytes, then its clips

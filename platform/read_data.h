@@ -6,7 +6,6 @@
 /// Copies bytes out of the memory area that the camera firmware shares with this processor.
 ///
 /// On the camera, the platform library provides this function; elsewhere, stand_in.cpp does.
-///
 /// @param base     physical address at which the shared area starts
 /// @param address  physical address of the first byte to copy, inside the area
 /// @param length   number of bytes to copy

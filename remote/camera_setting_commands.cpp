@@ -83,29 +83,29 @@ void GetNTPStatus::Output() {
 }
 
 int SetNTPServer::Parse(const char* params) {
-  if (!ReadParameter(params, "Address", address_)) {
+  if (!ReadParameter(params, "Address", parameter_)) {
     return -1;
   }
-  DLOG(2, "##### SetNTPServer Parse() addr:%s", address_);
+  DLOG(2, "##### SetNTPServer Parse() addr:%s", parameter_);
   return 0;
 }
 
 void SetNTPServer::Transmit() {
   UpdateNtpFile("SetNTPServer",
-                [this](_NTP_SETTING& setting) { CopyText(setting.address, address_); });
+                [this](_NTP_SETTING& setting) { CopyText(setting.address, parameter_); });
 }
 
 int SetNTPSettings::Parse(const char* params) {
-  if (!ReadParameter(params, "TcSync", tc_sync_)) {
+  if (!ReadParameter(params, "TcSync", parameter_)) {
     return -1;
   }
-  DLOG(2, "##### SetNTPSettings Parse() tc_sync:%s", tc_sync_);
+  DLOG(2, "##### SetNTPSettings Parse() tc_sync:%s", parameter_);
   return 0;
 }
 
 void SetNTPSettings::Transmit() {
   UpdateNtpFile("SetNTPSettings", [this](_NTP_SETTING& setting) {
-    CopyText(setting.tc_sync, std::strcmp(tc_sync_, "On") == 0 ? "1" : "0");
+    CopyText(setting.tc_sync, std::strcmp(parameter_, "On") == 0 ? "1" : "0");
   });
 }
 

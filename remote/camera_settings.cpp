@@ -6,18 +6,18 @@ const char IFB_SETTING_PATH[] = "/var/tmp/lighttpd/ifb";
 
 namespace {
 
-constexpr SettingField kPresetZoomFields[] = {
+constexpr SettingTable kPresetZoomFields = {
     SETTING_FIELD(_PRESET_ZOOM_POS, preset_a, "65535"),
     SETTING_FIELD(_PRESET_ZOOM_POS, preset_b, "65535"),
     SETTING_FIELD(_PRESET_ZOOM_POS, preset_c, "65535"),
 };
 
-constexpr SettingField kNtpFields[] = {
+constexpr SettingTable kNtpFields = {
     SETTING_FIELD(_NTP_SETTING, address, "192.168.0.100"),
     SETTING_FIELD(_NTP_SETTING, tc_sync, "1"),
 };
 
-constexpr SettingField kIfbFields[] = {
+constexpr SettingTable kIfbFields = {
     SETTING_FIELD(_IFB_SETTING, ifb_function, "0"),
     SETTING_FIELD(_IFB_SETTING, ifb_address, "192.168.0.100"),
     SETTING_FIELD(_IFB_SETTING, ifb_port, "5000"),

@@ -100,20 +100,15 @@ void GetCldstrmEventList::Transmit() {
       SetNumberPayload(static_cast<std::uint16_t>(index));
       Command::Transmit();
     }
-    ReceiveEvent(index);
+    if (Reply().Size() == 0) {
+      DLOG(1, "[%d] No m_rcv_res!!", index);
+      continue;
+    }
+    char title[kEventTitle.width + 1];
+    CopyText(title, Reply()[kEventTitle]);
+    CopyText(titles_[index], title);
+    DLOG(4, "[%d] Title: %s", index, title);
   }
-}
-
-void GetCldstrmEventList::ReceiveEvent(std::int32_t index) {
-  const ByteView reply = Reply();
-  if (reply.Size() == 0) {
-    DLOG(1, "[%d] No m_rcv_res!!", index);
-    return;
-  }
-  char title[kEventTitle.width + 1];
-  CopyText(title, reply[kEventTitle]);
-  CopyText(titles_[index], title);
-  DLOG(4, "[%d] Title: %s", index, title);
 }
 
 void GetCldstrmEventList::Output() {

@@ -6,15 +6,6 @@
 #include "core/text.h"
 #include "remote/event_table.h"
 
-namespace {
-
-/// The key of a command that starts on one word and stops on all others.
-const char* StartOrStop(const char* word, const char* word_that_starts) {
-  return std::strcmp(word, word_that_starts) == 0 ? "Start" : "Stop";
-}
-
-}  // namespace
-
 int KeyCommand::Press(const char* kind, const char* key) {
   std::uint8_t kind_code = 0;
   std::uint8_t key_code = 0;
@@ -41,6 +32,12 @@ int KeyCommand::PressParameters(const char* params, const char* key_parameter, c
   return complete ? PressAndLog(kind, key, label) : -1;
 }
 
+int KeyCommand::StartOrStop(const char* params, const char* kind, const char* start_word) {
+  ShortText word;
+  const bool complete = ReadParameter(params, "Streaming", word);
+  return complete ? Press(kind, std::strcmp(word, start_word) == 0 ? "Start" : "Stop") : -1;
+}
+
 int SetWebKeyEvent::Parse(const char* params) {
   DLOG(2, "##### SetWebKeyEvent Parse() params=%s", params);
   return PressParameters(params, "Key", "key");
@@ -59,17 +56,13 @@ int SystemRequest::Parse(const char* params) {
 
 int SetIFBCtrl::Parse(const char* params) {
   DLOG(2, "##### SetIFBCtrl Parse() params=%s", params);
-  ShortText streaming;
-  const bool complete = ReadParameter(params, "Streaming", streaming);
-  return complete ? Press("IFBStreaming", StartOrStop(streaming, "Start")) : -1;
+  return StartOrStop(params, "IFBStreaming", "Start");
 }
 
 int SetStreamingCtrl::Parse(const char* params) {
   DLOG(2, "##### SetStreamingCtrl Parse() params=%s", params);
-  ShortText streaming;
-  const bool complete = ReadParameter(params, "Streaming", streaming);
   // "On" here, but "Start" for the return audio: clients rely on both.
-  return complete ? Press("Streaming", StartOrStop(streaming, "On")) : -1;
+  return StartOrStop(params, "Streaming", "On");
 }
 
 int SetTallyLampPriority::Parse(const char* params) {

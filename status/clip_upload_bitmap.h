@@ -12,7 +12,6 @@ constexpr std::size_t kClipBlockCount = 125;
 /// key of the last block found, so blocks out of order are not found. A value is a bare decimal
 /// number that ends at the comma before the next block or at the "}}" that ends the request. The
 /// first four and the last three blocks are traced at level 4.
-///
 /// @param params  the request's text after "Params":
 /// @param out     receives the blocks in the byte order of the message (big-endian). A missing
 ///                block becomes 0; a block whose value is not terminated keeps its old content

@@ -2,14 +2,6 @@
 
 #include <initializer_list>
 
-std::int32_t IndexOfBitrateCode(std::int32_t code) {
-  std::int32_t index = 0;
-  while (index < std::int32_t{kBitrateRows} && bitrate_translate_table[index] != code) {
-    ++index;
-  }
-  return index;
-}
-
 namespace {
 
 // The rows of the frame rate and resolution tables are the numbers of the recording formats.

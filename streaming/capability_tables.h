@@ -64,7 +64,13 @@ constexpr std::int32_t BitrateCodeAt(std::int32_t index) {
 }
 
 /// Index of the bit rate with a code, or the number of rows.
-std::int32_t IndexOfBitrateCode(std::int32_t code);
+inline std::int32_t IndexOfBitrateCode(std::int32_t code) {
+  std::int32_t index = 0;
+  while (index < std::int32_t{kBitrateRows} && bitrate_translate_table[index] != code) {
+    ++index;
+  }
+  return index;
+}
 
 // Availability. A flag is 1 if available, otherwise 0.
 

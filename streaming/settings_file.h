@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <string_view>
 #include <type_traits>
 
@@ -23,14 +24,8 @@ struct SettingField {
 #define SETTING_FIELD(Record, name, default_value) \
   SettingField { #name, offsetof(Record, name), sizeof(Record::name), default_value }
 
-/// A file's settings, in the order of its lines.
-struct SettingTable {
-  const SettingField* fields;
-  std::size_t count;
-
-  [[nodiscard]] const SettingField* begin() const { return fields; }
-  [[nodiscard]] const SettingField* end() const { return fields + count; }
-};
+/// A file's settings, in the order of its lines. It does not own its rows.
+using SettingTable = std::initializer_list<SettingField>;
 
 /// The parts of `SettingsFile` that do not depend on the type; `record` is the record's first byte.
 void ReadSettings(const SettingTable& table, const LockedFile& file, char* record);
@@ -55,8 +50,7 @@ class SettingsFile {
                 "a record consists of texts only");
 
  public:
-  template <std::size_t Count>
-  constexpr explicit SettingsFile(const SettingField (&fields)[Count]) : table_{fields, Count} {}
+  constexpr explicit SettingsFile(const SettingTable& table) : table_(table) {}
 
   /// Fills the record from the file. If the file is missing or unreadable, every setting has its
   /// default value. A setting that an existing file lacks is empty; of two lines with the same key

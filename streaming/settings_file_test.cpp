@@ -28,7 +28,7 @@ struct TestRecord {
   char empty_by_default[4];
 };
 
-constexpr SettingField kFields[] = {
+constexpr SettingTable kFields = {
     SETTING_FIELD(TestRecord, name, "camera"),
     SETTING_FIELD(TestRecord, server, "0"),
     SETTING_FIELD(TestRecord, server_url, "0.0.0.0"),
@@ -117,7 +117,7 @@ TEST_F(SettingsFileTest, AKeyThatBeginsWithAnotherKeyIsToldApart) {
 }
 
 TEST_F(SettingsFileTest, TheLongerOfTwoKeysCountsInWhicheverOrderTheyStand) {
-  static constexpr SettingField kLongerKeyFirst[] = {
+  static constexpr SettingTable kLongerKeyFirst = {
       SETTING_FIELD(TestRecord, server_url, ""),
       SETTING_FIELD(TestRecord, server, ""),
   };

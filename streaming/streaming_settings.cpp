@@ -8,7 +8,7 @@ const char STREAMING_SERVER_SETTING_PATH[] = "/var/tmp/lighttpd/streaming_server
 
 namespace {
 
-constexpr SettingField kStreamingFields[] = {
+constexpr SettingTable kStreamingFields = {
     SETTING_FIELD(_STREAMING_SETTING, resolution, "0"),
     SETTING_FIELD(_STREAMING_SETTING, quality, "0"),
     SETTING_FIELD(_STREAMING_SETTING, server, "0"),
@@ -18,7 +18,7 @@ constexpr SettingField kStreamingFields[] = {
     SETTING_FIELD(_STREAMING_SETTING, serverurl, "0"),
 };
 
-constexpr SettingField kStreamingServerFields[] = {
+constexpr SettingTable kStreamingServerFields = {
     SETTING_FIELD(_STREAMING_SERVER_SETTING, str_alias, "0"),
     SETTING_FIELD(_STREAMING_SERVER_SETTING, type, "0"),
     SETTING_FIELD(_STREAMING_SERVER_SETTING, udp_dst_address, "0.0.0.0"),

@@ -37,25 +37,23 @@ struct GetNTPStatus : LocalCommand {
   void Output() override;
 };
 
+/// Base of the commands that change a setting of the NTP client.
+class NTPCommand : public Command {
+ protected:
+  ShortText parameter_ = {};
+};
+
 /// Sets the NTP server. Parameter "Address": its IPv4 address or host name.
-class SetNTPServer : public Command {
- public:
+struct SetNTPServer : NTPCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  ShortText address_ = {};
 };
 
 /// Makes the time code follow the NTP server or not. Parameter "TcSync": "On" switches this on, any
 /// other word off.
-class SetNTPSettings : public Command {
- public:
+struct SetNTPSettings : NTPCommand {
   int Parse(const char* params) override;
   void Transmit() override;
-
- private:
-  ShortText tc_sync_ = {};
 };
 
 /// Reports "Function" ("Enable" or "Disable"), "Address", "Port" and "Mountpoint" of the return

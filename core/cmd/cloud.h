@@ -14,7 +14,6 @@ constexpr std::int32_t kMaxCloudEvents = 20;
 
 /// A cloud request: one message to the streaming daemon, whose reply's first payload byte is the
 /// result.
-///
 /// Header: class 11, a 1 at offset 5. Numbers in the payloads are little-endian, unlike those of
 /// the control daemon. Without "Params" a bare header is sent, which still announces the length of
 /// the payload.
@@ -42,7 +41,6 @@ struct SetCldstrmLogout : CloudCommand {};
 struct SetCldstrmEventListObtain : CloudCommand {};
 
 /// Reports the titles of the events in the client's list: at most 20, each truncated to 63 bytes.
-///
 /// The first exchange asks for the number of events (reply: bytes 4 and 5), the others for one
 /// event each, by its index (reply: the title from byte 4). An event without an answer has an empty
 /// title. After a time-out there are no more exchanges. The result is that of the last reply.
@@ -52,8 +50,6 @@ class GetCldstrmEventList : public CloudCommand {
   void Output() override;
 
  private:
-  void ReceiveEvent(std::int32_t index);
-
   char titles_[kMaxCloudEvents][64] = {};
   std::int32_t event_num_ = 0;
 };

@@ -20,6 +20,9 @@ class KeyCommand : public Command {
 
   /// The same for a control and a key from the parameters "Kind" and `key_parameter`.
   int PressParameters(const char* params, const char* key_parameter, const char* label);
+
+  /// Presses "Start" if the parameter "Streaming" is `start_word`, otherwise "Stop".
+  int StartOrStop(const char* params, const char* kind, const char* start_word);
 };
 
 /// Presses a key of a control. Parameters "Kind" and "Key": names as in the remote event table.
@@ -115,7 +118,6 @@ struct SetZoomCtrl : Command {
 
 /// Starts or stops the encoder of the page's live picture. Parameter "Operate": "Stop" stops, any
 /// other word, usually "Start", starts.
-///
 /// The message is a bare header. Its command code means start or stop, as for `MonitorStart` and
 /// `MonitorStop`.
 struct JpegEncode : Command {
@@ -123,7 +125,6 @@ struct JpegEncode : Command {
 };
 
 /// Reports the state of the GPS receiver. Clients call it "GetGPSInfo".
-///
 /// The message is a bare header. Reply: bytes 4 to 23 the level of the antenna, from byte 24 the
 /// location; the texts are reported unchanged, as far as they arrived.
 struct GetGpsInfo : Command {

@@ -9,7 +9,6 @@
 #include "core/text_builder.h"
 
 /// Reports the camera's whole state; the pages of the web remote poll it.
-///
 /// The message is a bare header. The report combines the daemon's reply (see status/replies.h)
 /// with the camera status block. Bytes of the reply that did not arrive are reported as zeros.
 struct GetCamStatus : Command {
