@@ -61,7 +61,8 @@ serve() {
 
 # introduce PORT SESSION: tells the user how to reach the camera.
 introduce() {
-  local host=${CAMERA_WEB_ADDRESS/#0.0.0.0/127.0.0.1} pid enter="nsenter"
+  local host=${CAMERA_WEB_ADDRESS/#0.0.0.0/127.0.0.1} pid enter="nsenter" other
+  host=${host/#"[::]"/"[::1]"}
   local url="http://$host:$1/cgi-bin/camera_remote.cgi"
   # The process id that the other side of this namespace sees: /proc is that of the outside.
   read -r pid _ </proc/self/stat
@@ -74,6 +75,13 @@ Control interface                http://$host:$1/simulator/
 Web remote                       http://$host:$1/
 Session id                       $2
 Into its private world           $enter --mount --target $pid
+END
+  if [[ $CAMERA_WEB_ADDRESS == 0.0.0.0 ]]; then
+    for other in $(hostname --all-ip-addresses); do
+      [[ $other == *:* ]] || echo "From other devices               http://$other:$1/"
+    done
+  fi
+  cat <<END
 From another terminal:
 
   curl --data '{"Request":{"Command":"GetSystemInfo","SessionID":"$2"}}' $url

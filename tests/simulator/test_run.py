@@ -1,6 +1,8 @@
 """The command ./run and its options."""
 
 import json
+import os
+import pty
 import re
 import socket
 import subprocess
@@ -114,6 +116,52 @@ def test_listening_elsewhere_warns():
                 "interface") in world.output
 
 
+def test_an_ipv6_address():
+    with World("--listen", "::1") as world:
+        assert world.url.startswith("http://[::1]:")
+        assert world.command("GetSystemInfo")["Response"]["Result"] == "Success"
+        assert world.simulator("GET", "faults") == (200, [])
+        assert not any("warning" in line for line in world.output)
+
+
+def test_listening_everywhere_tells_other_devices_where():
+    with World("--listen", "0.0.0.0") as world:
+        assert ("run: warning: whoever reaches 0.0.0.0 can operate the camera and its control "
+                "interface") in world.output
+        assert world.url.startswith("http://127.0.0.1:")
+        port = world.url.rsplit(":", 1)[1]
+        world.wait_for(lambda: "Ctrl-C stops it." in world.output)
+        addresses = subprocess.run(["hostname", "--all-ip-addresses"], capture_output=True, text=True)
+        shown = [line.split()[-1] for line in world.output if line.startswith("From other devices")]
+        assert shown == [f"http://{address}:{port}/" for address in addresses.stdout.split()
+                         if ":" not in address]
+        for url in shown:
+            world.url = url.rstrip("/")
+            assert world.command("GetSystemInfo")["Response"]["Result"] == "Success"
+
+
+AS_NOBODY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+
+
+def test_another_user_than_root(running_world):
+    """With what was built for the camera of the other tests."""
+    if os.geteuid() != 0:
+        pytest.skip("these tests run as another user than root anyway")
+    for needed, why in [(["test", "-x", RUN], "another user cannot read this folder"),
+                        (["unshare", "--user", "--map-root-user", "--mount", "true"],
+                         "this machine allows user namespaces to root only")]:
+        if subprocess.run([*AS_NOBODY, *needed], capture_output=True).returncode != 0:
+            pytest.skip(why)
+    with World("--no-build", wrapper=AS_NOBODY) as world:
+        assert world.command("SetNTPServer", {"Address": "10.0.0.9"})["Response"]["Result"] == "Success"
+        assert world.command("GetNTPStatus")["Response"]["Data"]["Address"] == "10.0.0.9"
+        for fault, status in [("absent", 500), ("settings_read_only", 200), ("disk_full", 200)]:
+            world.simulator("POST", "faults", {"fault": fault, "count": 1})
+            body = f'{{"Request":{{"Command":"GetCamStatus","SessionID":"{world.session}"}}}}'
+            assert world.post(body)[0] == status
+            assert world.simulator("GET", "journal")[1]["entries"][-1]["faults"] == [fault]
+
+
 def test_root_without_the_right_to_mount_gets_a_user_namespace():
     drop = ["setpriv", "--bounding-set=-sys_admin", "--inh-caps=-sys_admin"]
     with World(wrapper=drop) as world:
@@ -122,6 +170,7 @@ def test_root_without_the_right_to_mount_gets_a_user_namespace():
 
 def test_requests_are_shown_and_polls_are_counted():
     with World("--log", verbose=True) as world:
+        world.wait_for(lambda: "Ctrl-C stops it." in world.output)
         before = len(world.output)
         for _ in range(5):
             world.command("HeartbeatConfirmation", session=None)
@@ -142,6 +191,79 @@ def test_requests_are_shown_and_polls_are_counted():
     ]
     logged = [line for line in world.output if "log:" in line]
     assert any("rcv post_data = " in line and "Close3" in line for line in logged)
+
+
+class Terminal:
+    """`./run` on a terminal of its own; `text` is everything that it has written there."""
+
+    def __init__(self, environment):
+        self.text = ""
+        self.world = World("--no-build", verbose=True)
+        self._environment = environment
+
+    def __enter__(self):
+        self._terminal, inside = pty.openpty()
+        self._process = subprocess.Popen([RUN, "--no-build", "--port", "0"], stdin=subprocess.DEVNULL,
+                                         stdout=inside, stderr=inside, env=self._environment)
+        os.close(inside)
+        self.read_until("Ctrl-C stops it.")
+        self.world.url = re.search(r"at +(http://[^/]+)/", self.text)[1]
+        self.world.session = "rv130-session"
+        return self
+
+    def __exit__(self, *exception):
+        self._process.terminate()
+        self._process.wait()
+        os.close(self._terminal)
+
+    def read_until(self, text):
+        while text not in self.text:
+            self.text += os.read(self._terminal, 4096).decode()
+
+
+def with_color(no_color):
+    environment = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
+    return {**environment, "NO_COLOR": "1"} if no_color else environment
+
+
+@pytest.mark.parametrize("no_color", [False, True])
+def test_a_terminal_shows_color_unless_told_not_to(running_world, no_color):
+    with Terminal(with_color(no_color)) as terminal:
+        key = {"Kind": "Iris", "Key": "Close3"}
+        terminal.world.command("SetWebKeyEvent", key)
+        terminal.read_until("iris.stop F2.8 -> F5.6")
+        terminal.world.simulator("PATCH", "state", {"full_auto": True})
+        terminal.world.command("SetWebKeyEvent", key)
+        terminal.read_until("full auto is on")
+        terminal.world.command("GetSystemInfo", session="other")
+        terminal.read_until("is not the session's id")
+        colors = ["\033[32mSuccess\033[0m", "\033[33mDisableError\033[0m",
+                  "\033[31mSessionError\033[0m"]
+        if no_color:
+            assert "\033[3" not in terminal.text
+        else:
+            assert all(color in terminal.text for color in colors)
+
+
+def test_a_terminal_counts_polls_in_place(running_world):
+    with Terminal(with_color(True)) as terminal:
+        for number in range(1, 4):
+            terminal.world.command("GetCamStatus")
+            terminal.read_until(f"GetCamStatus x {number}")
+        terminal.world.command("GetSystemInfo")
+        terminal.read_until("GetSystemInfo  Success")
+    lines = terminal.text.split("\r\n")
+    (counter,) = [line for line in lines if "GetCamStatus x" in line]
+    assert [part.strip() for part in counter.split("\r\033[K")] == [
+        "", "GetCamStatus x 1", "GetCamStatus x 2", "GetCamStatus x 3"]
+
+
+def test_there_are_no_escape_codes_without_a_terminal(running_world):
+    with World(verbose=True) as world:
+        world.command("GetCamStatus")
+        world.command("SetWebKeyEvent", {"Kind": "Iris", "Key": "Close3"})
+        world.wait_for(lambda: any("iris.stop" in line for line in world.output))
+        assert "\033" not in "".join(world.output)
 
 
 def test_the_smoke_test_passes():
