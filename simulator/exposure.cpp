@@ -47,6 +47,7 @@ int ShutterStepByHand(const State& state) {
     case ShutterMode::kOff:
     case ShutterMode::kEei:
     case ShutterMode::kVariable:
+    case ShutterMode::kUnknown:
       break;
   }
   return OpenShutter(state);

@@ -26,14 +26,14 @@ enum class RecordingMode { kNormal, kPre, kClip, kFrame, kInterval };
 enum class TimeCodeRun { kFreeRun, kRecRun };
 enum class IrisMode { kManual, kAuto };
 enum class GainMode { kManualL, kManualM, kManualH, kAlc, kLolux };
-enum class ShutterMode { kOff, kManual, kEei, kStep, kVariable };
+enum class ShutterMode { kOff, kManual, kEei, kStep, kVariable, kUnknown };
 enum class WhiteBalanceMode { kPreset, kA, kB, kFaw };
 enum class FocusMode { kAuto, kManual, kOnePush };
 enum class FocusUnit { kMeters, kFeet };
 enum class TallyControl { kCamera, kWeb };
 enum class StudioTally { kOff, kProgram, kPreview };
 enum class Adaptor { kOff, kNone, kMismatch, kWlanAp, kWlanP2p, kEthernet, kCellular };
-enum class NtpStatus { kMaster, kNotSynchronized, kSynchronized };
+enum class NtpStatus { kMaster, kNotSynchronized, kSynchronized, kUnknown };
 enum class StreamingStatus { kStopped, kConnecting, kRunning, kReconnecting };
 
 /// Which way something runs until it is told to stop.

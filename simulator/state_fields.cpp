@@ -145,7 +145,8 @@ constexpr std::array<Name, 2> kAspects = {"16:9", "4:3"};
 constexpr std::array<Name, 2> kTimeCodeRuns = {"FreeRun", "RecRun"};
 constexpr std::array<Name, 2> kIrisModes = {"Manual", "Auto"};
 constexpr std::array<Name, 5> kGainModes = {"ManualL", "ManualM", "ManualH", "Alc", "Lolux"};
-constexpr std::array<Name, 5> kShutterModes = {"Off", "Manual", "Eei", "Step", "Variable"};
+constexpr std::array<Name, 6> kShutterModes = {"Off",  "Manual",   "Eei",
+                                               "Step", "Variable", "Unknown"};
 constexpr std::array<Name, 4> kWhiteBalanceModes = {"Preset", "A", "B", "Faw"};
 constexpr std::array<Name, 3> kFocusModes = {"Auto", "Manual", "OnePush"};
 constexpr std::array<Name, 2> kFocusUnits = {"m", "ft"};
@@ -153,7 +154,7 @@ constexpr std::array<Name, 2> kTallyControls = {"Camera", "Web"};
 constexpr std::array<Name, 3> kStudioTallies = {"Off", "Program", "Preview"};
 constexpr std::array<Name, 7> kAdaptors = {"Off",      "None",     "Mismatch", "WLAN_AP",
                                            "WLAN_P2P", "Ethernet", "Cellular"};
-constexpr std::array<Name, 3> kNtpStatus = {"Master", "NotSynchronized", "Synchronized"};
+constexpr std::array<Name, 4> kNtpStatus = {"Master", "NotSynchronized", "Synchronized", "Unknown"};
 constexpr std::array<Name, 4> kStreamingStatus = {"Stopped", "Connecting", "Running",
                                                   "Reconnecting"};
 constexpr std::array<Name, 15> kUploadPhases = {

@@ -88,6 +88,8 @@ std::uint8_t ShutterCode(const State& state) {
       return 4;
     case ShutterMode::kVariable:
       return 5;
+    case ShutterMode::kUnknown:
+      return 255;
     case ShutterMode::kManual:
     case ShutterMode::kEei:
       break;

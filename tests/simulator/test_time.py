@@ -8,7 +8,7 @@ MINUTE = 60 * SECOND
 
 @pytest.fixture
 def camera(world):
-    world.simulator("POST", "clock", {"paused": True})
+    assert world.simulator("POST", "reset", {"paused": True}) == (200, {})
     return Camera(world)
 
 
