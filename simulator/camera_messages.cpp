@@ -156,8 +156,8 @@ Reply ReportStatus(Camera& camera, const Bytes&) {
 }
 
 Reply ControlRecording(Camera& camera, const Bytes& payload) {
-  return ResultOnly(payload[0] == 0 ? StartRecording(camera.state())
-                                    : StopRecording(camera.state()));
+  (payload[0] == 0 ? StartRecording : StopRecording)(camera.state());
+  return ResultOnly(Result::kSuccess);
 }
 
 Reply StartMonitor(Camera& camera, const Bytes&) {
@@ -190,16 +190,14 @@ Reply ChangePage(Camera& camera, const Bytes& payload) {
   return reply;
 }
 
-const char* ControlObstacle(const State& state, const Bytes& payload) {
-  return payload[0] == 0 ? RecordingObstacle(state) : nullptr;
+Refusal RefuseRecording(const State& state, const Bytes& payload) {
+  return {payload[0] == 0 ? RecordingObstacle(state) : nullptr};
 }
 
-const char* ZoomPositionObstacle(const State& state, const Bytes&) {
-  return ShootingObstacle(state);
-}
+Refusal RefuseZoomPosition(const State& state, const Bytes&) { return {ShootingObstacle(state)}; }
 
-const char* GpsObstacle(const State& state, const Bytes&) {
-  return HasGps(state) ? nullptr : "this model has no GPS";
+Refusal RefuseGps(const State& state, const Bytes&) {
+  return {HasGps(state) ? nullptr : "this model has no GPS"};
 }
 
 std::string DescribeRecording(const Bytes& payload) {

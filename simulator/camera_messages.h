@@ -30,12 +30,12 @@ Reply ReportGps(Camera& camera, const Bytes& payload);
 /// byte 2 edit metadata, byte 3 view remote, byte 4 settings.
 Reply ChangePage(Camera& camera, const Bytes& payload);
 
-// What these messages say, in words.
-// What keeps these messages from being carried out now, in words; null: nothing does.
-const char* ControlObstacle(const State& state, const Bytes& payload);
-const char* ZoomPositionObstacle(const State& state, const Bytes& payload);
-const char* GpsObstacle(const State& state, const Bytes& payload);
+// Whether these messages are refused now.
+Refusal RefuseRecording(const State& state, const Bytes& payload);
+Refusal RefuseZoomPosition(const State& state, const Bytes& payload);
+Refusal RefuseGps(const State& state, const Bytes& payload);
 
+// What these messages say, in words.
 std::string DescribeRecording(const Bytes& payload);
 std::string DescribeZoomPosition(const Bytes& payload);
 std::string DescribePage(const Bytes& payload);

@@ -23,9 +23,20 @@ void PutU16(Bytes& bytes, std::size_t offset, std::size_t value) {
   bytes[offset + 1] = static_cast<std::uint8_t>(value);
 }
 
-/// Null for a slot that the camera does not have.
-Slot* FindSlot(Camera& camera, std::uint8_t slot) {
-  return slot < camera.state().slots.size() ? &camera.state().slots[slot] : nullptr;
+/// What keeps the clips of a slot from being read.
+Refusal RefuseSlot(const State& state, std::uint8_t slot) {
+  if (slot >= state.slots.size()) {
+    return {"the camera has no such slot", Result::kRequestedError};
+  }
+  return {HasCard(state.slots[slot]) ? nullptr : "there is no card in the slot that can be read"};
+}
+
+Refusal RefuseUpload(const State& state, std::size_t server, std::uint8_t slot) {
+  if (server >= state.upload.servers.size()) {
+    return {"the camera has no such FTP server", Result::kRequestedError};
+  }
+  const Refusal refusal = RefuseSlot(state, slot);
+  return refusal.why != nullptr ? refusal : Refusal{UploadObstacle(state)};
 }
 
 std::string SlotName(std::uint8_t slot) {
@@ -54,39 +65,28 @@ Bytes ClipRecord(const Clip& clip, std::size_t index_number) {
 }
 
 template <typename Choice>
-Reply UploadClips(Camera& camera, std::size_t server, std::uint8_t slot_number, Choice chosen) {
-  const Slot* const slot = FindSlot(camera, slot_number);
-  if (slot == nullptr || server >= camera.state().upload.servers.size()) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  if (!HasCard(*slot)) {
-    return ResultOnly(Result::kDisableError);
-  }
+Reply UploadClips(Camera& camera, std::size_t server, std::uint8_t slot, Choice chosen) {
+  const Clips& clips = camera.state().slots[slot].clips;
   std::vector<std::string> files;
-  for (std::size_t i = 0; i < slot->clips.size(); ++i) {
-    if (chosen(i, slot->clips[i])) {
-      files.push_back(slot->clips[i].name + ".MOV");
+  for (std::size_t i = 0; i < clips.size(); ++i) {
+    if (chosen(i, clips[i])) {
+      files.push_back(clips[i].name + ".MOV");
     }
   }
-  return ResultOnly(StartUpload(camera.state(), static_cast<int>(server), std::move(files)));
+  StartUpload(camera.state(), static_cast<int>(server), std::move(files));
+  return ResultOnly(Result::kSuccess);
 }
 
 }  // namespace
 
 Reply ListClips(Camera& camera, const Bytes& payload) {
-  const Slot* const slot = FindSlot(camera, payload[0]);
-  if (slot == nullptr) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  if (!HasCard(*slot)) {
-    return ResultOnly(Result::kDisableError);
-  }
+  const Clips& clips = camera.state().slots[payload[0]].clips;
   const std::size_t first = std::max<std::size_t>(U16(payload, 2), 1);
   const std::size_t end =
-      std::min(slot->clips.size() + 1, first + std::min(U16(payload, 4), kClipsPerReply));
+      std::min(clips.size() + 1, first + std::min(U16(payload, 4), kClipsPerReply));
   Bytes reply(4);
   for (std::size_t index = first; index < end; ++index) {
-    const Bytes record = ClipRecord(slot->clips[index - 1], index);
+    const Bytes record = ClipRecord(clips[index - 1], index);
     reply.insert(reply.end(), record.begin(), record.end());
   }
   PutU16(reply, 2, end > first ? end - first : 0);
@@ -94,18 +94,7 @@ Reply ListClips(Camera& camera, const Bytes& payload) {
 }
 
 Reply MarkClip(Camera& camera, const Bytes& payload) {
-  Slot* const slot = FindSlot(camera, payload[0]);
-  const std::size_t index = U16(payload, 2);
-  if (slot == nullptr) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  if (!HasCard(*slot) || slot->write_protected) {
-    return ResultOnly(Result::kDisableError);
-  }
-  if (index < 1 || index > slot->clips.size()) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  slot->clips[index - 1].ok_mark = payload[4] != 0;
+  camera.state().slots[payload[0]].clips[U16(payload, 2) - 1].ok_mark = payload[4] != 0;
   return ResultOnly(Result::kSuccess);
 }
 
@@ -127,7 +116,40 @@ Reply UploadSelection(Camera& camera, std::size_t server, std::uint8_t slot, con
 }
 
 Reply AnswerUploadPrompt(Camera& camera, const Bytes& payload) {
-  return ResultOnly(AnswerUploadQuestion(camera.state(), payload[0] != 0));
+  AnswerUploadQuestion(camera.state(), payload[0] != 0);
+  return ResultOnly(Result::kSuccess);
+}
+
+Refusal RefuseClipList(const State& state, const Bytes& payload) {
+  return RefuseSlot(state, payload[0]);
+}
+
+Refusal RefuseClipMark(const State& state, const Bytes& payload) {
+  const Refusal refusal = RefuseSlot(state, payload[0]);
+  if (refusal.why != nullptr) {
+    return refusal;
+  }
+  const Slot& slot = state.slots[payload[0]];
+  if (slot.write_protected) {
+    return {"the card is locked"};
+  }
+  const std::size_t index = U16(payload, 2);
+  if (index < 1 || index > slot.clips.size()) {
+    return {"the card has no such clip", Result::kRequestedError};
+  }
+  return {};
+}
+
+Refusal RefuseUploadOfClips(const State& state, const Bytes& payload) {
+  return RefuseUpload(state, payload[0], payload[1]);
+}
+
+Refusal RefuseUploadOfSelection(const State& state, std::size_t server, std::uint8_t slot) {
+  return RefuseUpload(state, server, slot);
+}
+
+Refusal RefuseUploadAnswer(const State& state, const Bytes&) {
+  return {UploadAsks(state.upload) ? nullptr : "no upload waits for an answer"};
 }
 
 std::string DescribeClipList(const Bytes& payload) {

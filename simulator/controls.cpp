@@ -144,122 +144,101 @@ const char* SwitchIsUsed(const State& s) {
 
 // --- What a key does ----------------------------------------------------------------------------
 
-using Action = Result (*)(State&);
+using Action = void (*)(State&);
 
 /// Sets a member of a member of the state.
 template <auto kPart, auto kMember, auto kValue>
-Result Set(State& s) {
+void Set(State& s) {
   s.*kPart.*kMember = kValue;
-  return Result::kSuccess;
 }
 
 /// Switches a member of a member of the state.
 template <auto kPart, auto kMember>
-Result Toggle(State& s) {
+void Toggle(State& s) {
   s.*kPart.*kMember = !(s.*kPart.*kMember);
-  return Result::kSuccess;
 }
 
 template <bool kOn>
-Result SetFullAuto(State& s) {
+void SetFullAuto(State& s) {
   s.full_auto = kOn;
-  return Result::kSuccess;
 }
 
 template <int kThirds>
-Result MoveIris(State& s) {
+void MoveIris(State& s) {
   StepIris(s, kThirds);
-  return Result::kSuccess;
 }
 
-Result PushAutoIris(State& s) {
+void PushAutoIris(State& s) {
   s.iris.mode = IrisMode::kAuto;
   s.iris.stop = CurrentIrisStop(s);
   s.iris.mode = IrisMode::kManual;
-  return Result::kSuccess;
 }
 
-Result GainByHandAgain(State& s) {
+void GainByHandAgain(State& s) {
   if (s.gain.mode == GainMode::kAlc || s.gain.mode == GainMode::kLolux) {
     s.gain.mode = GainMode::kManualL;
   }
-  return Result::kSuccess;
 }
 
 template <int kStep>
-Result StepGain(State& s) {
+void StepGain(State& s) {
   int& db = s.gain.db[static_cast<std::size_t>(s.gain.mode)];
   db = std::clamp(db + kStep, kGainLowest, kGainHighest);
-  return Result::kSuccess;
 }
 
 template <int kStep>
-Result StepAeLevel(State& s) {
+void StepAeLevel(State& s) {
   s.ae.level = std::clamp(s.ae.level + kStep, -kAeLevelEnd, kAeLevelEnd);
-  return Result::kSuccess;
 }
 
 template <int kStep>
-Result StepShutter(State& s) {
+void StepShutter(State& s) {
   Shutter& shutter = s.shutter;
   if (shutter.mode == ShutterMode::kVariable) {
-    constexpr int kFineBelow = 1000;  // tenths of a hertz
-    const int step = shutter.variable_tenth_hz + kStep < kFineBelow ? 1 : 10;
-    shutter.variable_tenth_hz =
-        std::clamp(shutter.variable_tenth_hz + kStep * step, kVariableLowest, kVariableHighest);
+    constexpr int kFineUpTo = 1000;  // tenths of a hertz
+    int& tenths = shutter.variable_tenth_hz;
+    const bool is_fine = kStep > 0 ? tenths < kFineUpTo : tenths <= kFineUpTo;
+    tenths = std::clamp(tenths + kStep * (is_fine ? 1 : 10), kVariableLowest, kVariableHighest);
   } else {
     shutter.step = std::clamp(shutter.step + kStep, 0, static_cast<int>(kShutterSpeeds.size()) - 1);
   }
-  return Result::kSuccess;
 }
 
-Result WhiteByHandAgain(State& s) {
+void WhiteByHandAgain(State& s) {
   if (s.white_balance.mode == WhiteBalanceMode::kFaw) {
     s.white_balance.mode = WhiteBalanceMode::kPreset;
   }
-  return Result::kSuccess;
 }
 
-Result AdjustWhite(State& s) {
+void AdjustWhite(State& s) {
   WhiteBalance& white = s.white_balance;
   (white.mode == WhiteBalanceMode::kA ? white.a_kelvin : white.b_kelvin) = s.light.kelvin;
-  return Result::kSuccess;
 }
 
 template <auto kColor, int kStep>
-Result StepPaint(State& s) {
+void StepPaint(State& s) {
   int& paint = s.white_balance.*kColor;
   paint = std::clamp(paint + kStep, -kPaintScale, kPaintScale);
-  return Result::kSuccess;
 }
 
 template <int kPositions>
-Result StepZoom(State& s) {
+void StepZoom(State& s) {
   ZoomTo(s, s.zoom.position + kPositions);
-  return Result::kSuccess;
 }
 
 template <int kPositions>
-Result MoveFocus(State& s) {
+void MoveFocus(State& s) {
   StepFocus(s, kPositions);
-  return Result::kSuccess;
 }
 
-Result FocusToInfinity(State& s) {
-  s.focus.position = kFocusInfinity;
-  return Result::kSuccess;
-}
+void FocusToInfinity(State& s) { s.focus.position = kFocusInfinity; }
 
-Result PushAuto(State& s) {
-  PushAutoFocus(s);
-  return Result::kSuccess;
-}
+void PushAuto(State& s) { PushAutoFocus(s); }
 
 template <auto kControl, int kStep, int kEnd>
-Result StepLevel(State& s) {
+void StepLevel(State& s) {
   int& level = (s.*kControl).level;
   level = std::clamp(level + kStep, -kEnd, kEnd);
-  return Result::kSuccess;
 }
 template <int kStep>
 constexpr Action kStepBlack = StepLevel<&State::master_black, kStep, kMasterBlackEnd>;
@@ -267,7 +246,7 @@ template <int kStep>
 constexpr Action kStepDetail = StepLevel<&State::detail, kStep, kDetailEnd>;
 
 template <std::size_t kSwitch>
-Result PressUserSwitch(State& s) {
+void PressUserSwitch(State& s) {
   UserSwitch& pressed = s.user[kSwitch];
   pressed.on = !pressed.on;
   if (pressed.label == "AE Lock") {
@@ -278,40 +257,30 @@ Result PressUserSwitch(State& s) {
     s.mode = s.mode == Mode::kPlay ? Mode::kCamera : Mode::kPlay;
     pressed.on = s.mode == Mode::kPlay;
   }
-  return Result::kSuccess;
 }
 
-Result NextInformation(State& s) {
+void NextInformation(State& s) {
   constexpr int kKinds = 3;
   s.display.information = (s.display.information + 1) % kKinds;
-  return Result::kSuccess;
 }
 
-Result CloseMenu(State& s) {
-  s.display.menu = false;
-  return Result::kSuccess;
-}
+void CloseMenu(State& s) { s.display.menu = false; }
 
 /// The menu itself is not played.
-Result MoveInMenu(State&) { return Result::kSuccess; }
+void MoveInMenu(State&) {}
 
 template <bool kOn>
-Result TakeLamp(State& s) {
+void TakeLamp(State& s) {
   s.tally.control = TallyControl::kWeb;
   s.tally.lamp = kOn;
-  return Result::kSuccess;
 }
 
 template <bool kOn>
-Result SwitchIfb(State& s) {
+void SwitchIfb(State& s) {
   s.ifb.on = kOn;
-  return Result::kSuccess;
 }
 
-Result Resume(State& s) {
-  s.suspended = false;
-  return Result::kSuccess;
-}
+void Resume(State& s) { s.suspended = false; }
 
 // --- The keys -----------------------------------------------------------------------------------
 
@@ -568,6 +537,8 @@ int Position(const Bytes& payload) {
   return static_cast<std::int16_t>(payload[1] << 8 | payload[2]);
 }
 
+constexpr Refusal kUnknownControl = {"the camera has no such control", Result::kRequestedError};
+
 std::string Unknown(const char* what, const Bytes& payload) {
   return std::string(what) + " of unknown kind " + std::to_string(payload[0]);
 }
@@ -575,26 +546,16 @@ std::string Unknown(const char* what, const Bytes& payload) {
 }  // namespace
 
 Reply PressKey(Camera& camera, const Bytes& payload) {
-  const Key* const key = FindKey(payload[0], payload[1]);
-  if (key == nullptr) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  return ResultOnly(key->act(camera.state()));
+  FindKey(payload[0], payload[1])->act(camera.state());
+  return ResultOnly(Result::kSuccess);
 }
 
 Reply MoveSlider(Camera& camera, const Bytes& payload) {
-  const Slider* const slider = FindKind(kSliders, payload[0]);
-  if (slider == nullptr) {
-    return ResultOnly(Result::kRequestedError);
-  }
-  slider->move(camera.state(), Position(payload));
+  FindKind(kSliders, payload[0])->move(camera.state(), Position(payload));
   return ResultOnly(Result::kSuccess);
 }
 
 Reply MoveField(Camera& camera, const Bytes& payload) {
-  if (payload[0] != kPaintField) {
-    return ResultOnly(Result::kRequestedError);
-  }
   SetPaintRed(camera.state(), payload[1] - kPaintScale);
   SetPaintBlue(camera.state(), payload[2] - kPaintScale);
   return ResultOnly(Result::kSuccess);
@@ -605,30 +566,28 @@ Reply OperateZoomSwitch(Camera& camera, const Bytes& payload) {
 }
 
 Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload) {
-  const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
-  return seesaw != nullptr ? Operate(camera.state(), *seesaw, payload[1], payload[2])
-                           : ResultOnly(Result::kRequestedError);
+  return Operate(camera.state(), *FindKind(kSeesaws, payload[0]), payload[1], payload[2]);
 }
 
-const char* KeyObstacle(const State& state, const Bytes& payload) {
+Refusal RefuseKey(const State& state, const Bytes& payload) {
   const Key* const key = FindKey(payload[0], payload[1]);
-  return key != nullptr ? key->obstacle(state) : nullptr;
+  return key != nullptr ? Refusal{key->obstacle(state)} : kUnknownControl;
 }
 
-const char* SliderObstacle(const State& state, const Bytes& payload) {
+Refusal RefuseSlider(const State& state, const Bytes& payload) {
   const Slider* const slider = FindKind(kSliders, payload[0]);
-  return slider != nullptr ? slider->obstacle(state) : nullptr;
+  return slider != nullptr ? Refusal{slider->obstacle(state)} : kUnknownControl;
 }
 
-const char* FieldObstacle(const State& state, const Bytes& payload) {
-  return payload[0] == kPaintField ? PaintByHand(state) : nullptr;
+Refusal RefuseField(const State& state, const Bytes& payload) {
+  return payload[0] == kPaintField ? Refusal{PaintByHand(state)} : kUnknownControl;
 }
 
-const char* ZoomSwitchObstacle(const State& state, const Bytes&) { return ShootingObstacle(state); }
+Refusal RefuseZoomSwitch(const State& state, const Bytes&) { return {ShootingObstacle(state)}; }
 
-const char* SeesawObstacle(const State& state, const Bytes& payload) {
+Refusal RefuseSeesaw(const State& state, const Bytes& payload) {
   const Seesaw* const seesaw = FindKind(kSeesaws, payload[0]);
-  return seesaw != nullptr ? seesaw->obstacle(state) : nullptr;
+  return seesaw != nullptr ? Refusal{seesaw->obstacle(state)} : kUnknownControl;
 }
 
 std::string DescribeKey(const Bytes& payload) {

@@ -12,7 +12,9 @@
 
 namespace simulator {
 
-/// Byte 0: kind code, byte 1: key code. Refused for a key that the camera does not have.
+// What these messages do. They are called only for messages that are not refused.
+
+/// Byte 0: kind code, byte 1: key code.
 Reply PressKey(Camera& camera, const Bytes& payload);
 
 /// Byte 0: kind code, bytes 1-2: position, signed, big-endian.
@@ -27,12 +29,12 @@ Reply OperateZoomSwitch(Camera& camera, const Bytes& payload);
 /// Byte 0: kind code, byte 1: direction, byte 2: speed.
 Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload);
 
-// What keeps these messages from being carried out now, in words; null: nothing does.
-const char* KeyObstacle(const State& state, const Bytes& payload);
-const char* SliderObstacle(const State& state, const Bytes& payload);
-const char* FieldObstacle(const State& state, const Bytes& payload);
-const char* ZoomSwitchObstacle(const State& state, const Bytes& payload);
-const char* SeesawObstacle(const State& state, const Bytes& payload);
+// Whether they are refused now: a control that does not exist, or cannot be used.
+Refusal RefuseKey(const State& state, const Bytes& payload);
+Refusal RefuseSlider(const State& state, const Bytes& payload);
+Refusal RefuseField(const State& state, const Bytes& payload);
+Refusal RefuseZoomSwitch(const State& state, const Bytes& payload);
+Refusal RefuseSeesaw(const State& state, const Bytes& payload);
 
 // What these messages say, in words: "iris close 3", "zoom bar to 300".
 std::string DescribeKey(const Bytes& payload);

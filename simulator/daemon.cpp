@@ -6,6 +6,12 @@
 #include "simulator/state_fields.h"
 
 namespace simulator {
+namespace {
+
+constexpr Refusal kUnknownMessage = {"there is no such message", Result::kRequestedError};
+constexpr Refusal kIncompleteMessage = {"its payload is too short", Result::kRequestedError};
+
+}  // namespace
 
 Reply ResultOnly(Result result) { return Bytes{static_cast<std::uint8_t>(result)}; }
 
@@ -14,13 +20,12 @@ Daemon::Daemon(std::string name, std::vector<MessageRow> messages, Camera& camer
 
 Answered Daemon::Answer(const Message& message) const {
   const MessageRow* const row = Find(message);
-  if (row == nullptr || message.payload.size() < row->payload_length) {
-    return {ResultOnly(Result::kRequestedError), {}, ""};
-  }
-  if (row->obstacle != nullptr) {
-    if (const char* const why = row->obstacle(camera_.state(), message.payload); why != nullptr) {
-      return {ResultOnly(Result::kDisableError), {}, why};
-    }
+  const Refusal refusal = row == nullptr                                 ? kUnknownMessage
+                          : message.payload.size() < row->payload_length ? kIncompleteMessage
+                          : row->refuse != nullptr ? row->refuse(camera_.state(), message.payload)
+                                                   : Refusal{};
+  if (refusal.why != nullptr) {
+    return {ResultOnly(refusal.result), {}, refusal.why};
   }
   if (row->asks) {
     return {row->answer(camera_, message.payload), {}, ""};

@@ -34,16 +34,15 @@ struct MessageRow {
   /// What a message says in words; null: its name says it all.
   std::string (*describe)(const Bytes& payload) = nullptr;
   bool asks = false;  ///< it changes nothing
-  /// What keeps the message from being carried out now, in words; null: nothing does. With an
-  /// obstacle the daemon answers "disabled". Null: there never is one.
-  const char* (*obstacle)(const State& state, const Bytes& payload) = nullptr;
+  /// Whether the message is refused now. Null: it never is.
+  Refusal (*refuse)(const State& state, const Bytes& payload) = nullptr;
 };
 
 /// What a daemon has made of a message.
 struct Answered {
   Reply reply;
   std::vector<std::string> changes;  ///< of the camera's state, for its user
-  std::string why;  ///< why it was not carried out; empty: it was, or no reason is known
+  std::string why;                   ///< why it was not carried out; empty: it was
 };
 
 /// Finds the row of a message and has it answered.

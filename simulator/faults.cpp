@@ -343,6 +343,12 @@ bool KeepsFromConnecting(const Fault& fault) {
   return RowNamed(fault.name).place == Place::kSocket;
 }
 
+bool KeepsFromWriting(const Fault& fault) {
+  return fault.name == "settings_read_only" || fault.name == "disk_full";
+}
+
+bool HidesTheSession(const Fault& fault) { return fault.name == "no_session"; }
+
 const Fault* ReplyFault(const std::vector<Fault>& faults, const std::string& daemon) {
   for (const Fault& fault : faults) {
     if (RowNamed(fault.name).place == Place::kReply &&

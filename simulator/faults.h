@@ -54,6 +54,12 @@ std::vector<std::string> WorldOf(const std::vector<Fault>& faults, const std::st
 /// Whether a handler that meets this fault cannot connect.
 bool KeepsFromConnecting(const Fault& fault);
 
+/// Whether a handler that meets this fault cannot write settings.
+bool KeepsFromWriting(const Fault& fault);
+
+/// Whether a handler that meets this fault finds no session file.
+bool HidesTheSession(const Fault& fault);
+
 /// The first fault that concerns the replies of a daemon; null if there is none.
 const Fault* ReplyFault(const std::vector<Fault>& faults, const std::string& daemon);
 

@@ -50,7 +50,8 @@ void SetTimeCodeToTimeOfDay(State& state) {
 void AdvanceNtp(State& state, bool time_code_follows, Milliseconds elapsed) {
   Ntp& ntp = state.ntp;
   const bool answers = ntp.reachable && IsOnline(state);
-  if (ntp.status == NtpStatus::kMaster || answers == (ntp.status == NtpStatus::kSynchronized)) {
+  if (ntp.status == NtpStatus::kMaster || ntp.status == NtpStatus::kUnknown ||
+      answers == (ntp.status == NtpStatus::kSynchronized)) {
     ntp.waiting = 0;
     return;
   }
@@ -101,23 +102,13 @@ bool IfbIsActive(const State& state) {
   return HasIfb(state) && state.ifb.on && state.ifb.reachable && IsOnline(state);
 }
 
-Result StartStreaming(State& state) {
-  if (!HasStreaming(state)) {
-    return Result::kDisableError;
-  }
+void StartStreaming(State& state) {
   if (state.streaming.status == StreamingStatus::kStopped) {
     Enter(state.streaming, StreamingStatus::kConnecting);
   }
-  return Result::kSuccess;
 }
 
-Result StopStreaming(State& state) {
-  if (!HasStreaming(state)) {
-    return Result::kDisableError;
-  }
-  Enter(state.streaming, StreamingStatus::kStopped);
-  return Result::kSuccess;
-}
+void StopStreaming(State& state) { Enter(state.streaming, StreamingStatus::kStopped); }
 
 void RestartStreaming(State& state) {
   if (state.streaming.status == StreamingStatus::kRunning) {

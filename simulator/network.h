@@ -1,7 +1,6 @@
 // The network adaptor, and what depends on it: NTP, streaming, return audio.
 #pragma once
 
-#include "simulator/result.h"
 #include "simulator/state.h"
 
 namespace simulator {
@@ -11,9 +10,9 @@ bool IsOnline(const State& state);
 /// Return audio plays: it is on, and its server can be reached.
 bool IfbIsActive(const State& state);
 
-/// Disabled for a camera that cannot stream.
-Result StartStreaming(State& state);
-Result StopStreaming(State& state);
+// To be called only for a camera that can stream.
+void StartStreaming(State& state);
+void StopStreaming(State& state);
 
 /// The streaming settings have changed: a stream is set up anew.
 void RestartStreaming(State& state);

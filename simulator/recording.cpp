@@ -140,10 +140,7 @@ bool HasOpenClip(const State& state) {
          state.recording.status == RecordingStatus::kRecPause;
 }
 
-Result StartRecording(State& state) {
-  if (RecordingObstacle(state) != nullptr) {
-    return Result::kDisableError;
-  }
+void StartRecording(State& state) {
   Recording& recording = state.recording;
   if (!HasOpenClip(state)) {
     if (!CanRecordOn(state.slots[static_cast<std::size_t>(recording.slot)])) {
@@ -157,17 +154,15 @@ Result StartRecording(State& state) {
   if (recording.status != RecordingStatus::kRec) {
     EnterStatus(state, RecordingStatus::kRec);
   }
-  return Result::kSuccess;
 }
 
-Result StopRecording(State& state) {
+void StopRecording(State& state) {
   if (state.recording.mode == RecordingMode::kClip &&
       state.recording.status == RecordingStatus::kRec) {
     EnterStatus(state, RecordingStatus::kRecPause);
   } else if (HasOpenClip(state)) {
     CloseClip(state);
   }
-  return Result::kSuccess;
 }
 
 int RemainWarning(const Slot& slot) {

@@ -1,7 +1,6 @@
 // Recording: the time code, the cards, and the clips that come to them.
 #pragma once
 
-#include "simulator/result.h"
 #include "simulator/state.h"
 
 namespace simulator {
@@ -24,10 +23,10 @@ const char* RecordingObstacle(const State& state);
 bool HasOpenClip(const State& state);
 
 /// Records on, in the way of the recording mode: on the selected card, or on the other one if only
-/// that can be recorded on. Disabled while the camera cannot record.
-Result StartRecording(State& state);
+/// that can be recorded on. To be called only without a `RecordingObstacle`.
+void StartRecording(State& state);
 /// Ends the recording and closes the clip. In the mode "Clip" the first stop pauses.
-Result StopRecording(State& state);
+void StopRecording(State& state);
 
 /// The first of the warnings that a card is nearly full: 0 none, 1 little is left, 2 it is full.
 int RemainWarning(const Slot& slot);

@@ -66,7 +66,12 @@ std::string WhyDisabled(const RunningRequest& request) {
                                      : ", because of the fault \"" + message->fault + '"');
     }
   }
-  return "the handler refused";
+  if (request.command != "SessionRenewal") {
+    return "the handler refused";
+  }
+  const auto fault = std::find_if(request.faults.begin(), request.faults.end(), KeepsFromWriting);
+  return "the session file cannot be written" +
+         (fault != request.faults.end() ? ", because of the fault \"" + fault->name + '"' : "");
 }
 
 std::string WhyRefused(const RunningRequest& request, const std::string& result,
@@ -76,6 +81,9 @@ std::string WhyRefused(const RunningRequest& request, const std::string& result,
     return "the body holds no Command or no SessionID, or white space before them";
   }
   if (result == "SessionError") {
+    if (std::any_of(request.faults.begin(), request.faults.end(), HidesTheSession)) {
+      return "there is no session file, because of the fault \"no_session\"";
+    }
     return session.empty() ? "no client is logged in"
                            : "\"" + ValueIn(body, "SessionID") + "\" is not the session's id";
   }

@@ -53,13 +53,8 @@ Reply CountEvents(Camera& camera, const Bytes&) {
 
 /// The reply's bytes 4-131: the title.
 Reply GetEvent(Camera& camera, const Bytes& payload) {
-  const std::vector<CloudEvent>& events = ObtainedEvents(camera.state());
-  const std::size_t index = EventIndex(payload);
-  if (index >= events.size()) {
-    return ResultOnly(Result::kRequestedError);
-  }
   Bytes reply(132);
-  PutText(reply, 4, 128, events[index].title);
+  PutText(reply, 4, 128, ObtainedEvents(camera.state())[EventIndex(payload)].title);
   return reply;
 }
 
@@ -72,9 +67,6 @@ Reply ObtainInfo(Camera& camera, const Bytes& payload) {
 Reply GetStreamInfo(Camera& camera, const Bytes& payload) {
   const CloudEvent* const event =
       ObtainedStreamInfo(camera.state(), static_cast<int>(EventIndex(payload)));
-  if (event == nullptr) {
-    return ResultOnly(Result::kRequestedError);
-  }
   Bytes reply(324);
   PutText(reply, 4, 192, event->url);
   PutText(reply, 196, 64, event->stream_key);
@@ -114,24 +106,40 @@ std::string DescribeGetInfo(const Bytes& payload) {
   return "stream information of event " + std::to_string(EventIndex(payload));
 }
 
-/// Disabled on a camera without the service.
-template <Reply (*kAnswer)(Camera&, const Bytes&)>
-Reply OfService(Camera& camera, const Bytes& payload) {
-  return HasCloud(camera.state()) ? kAnswer(camera, payload) : ResultOnly(Result::kDisableError);
+Refusal WithoutService(const State& state, const Bytes&) {
+  return {HasCloud(state) ? nullptr : "this model or firmware has no cloud streaming"};
+}
+
+Refusal WithoutEvent(const State& state, const Bytes& payload) {
+  const Refusal refusal = WithoutService(state, payload);
+  if (refusal.why == nullptr && EventIndex(payload) >= ObtainedEvents(state).size()) {
+    return {"the obtained list has no such event", Result::kRequestedError};
+  }
+  return refusal;
+}
+
+Refusal WithoutStreamInfo(const State& state, const Bytes& payload) {
+  const Refusal refusal = WithoutService(state, payload);
+  if (refusal.why == nullptr &&
+      ObtainedStreamInfo(state, static_cast<int>(EventIndex(payload))) == nullptr) {
+    return {"the stream information of this event was not obtained", Result::kRequestedError};
+  }
+  return refusal;
 }
 
 }  // namespace
 
 std::vector<MessageRow> StreamingMessages() {
   return {
-      {11, 99, "cloud login", 320, OfService<LogIn>, DescribeLogin},
-      {11, 100, "cloud logout", 0, OfService<LogOut>},
-      {11, 101, "obtain event list", 0, OfService<ObtainList>},
-      {11, 102, "number of events", 0, OfService<CountEvents>, nullptr, kAsks},
-      {11, 103, "title of an event", 4, OfService<GetEvent>, DescribeEvent, kAsks},
-      {11, 104, "obtain stream information", 4, OfService<ObtainInfo>, DescribeObtainInfo},
-      {11, 105, "stream information", 4, OfService<GetStreamInfo>, DescribeGetInfo, kAsks},
-      {11, 106, "clear status", 4, OfService<ClearStatus>},
+      {11, 99, "cloud login", 320, LogIn, DescribeLogin, kActs, WithoutService},
+      {11, 100, "cloud logout", 0, LogOut, nullptr, kActs, WithoutService},
+      {11, 101, "obtain event list", 0, ObtainList, nullptr, kActs, WithoutService},
+      {11, 102, "number of events", 0, CountEvents, nullptr, kAsks, WithoutService},
+      {11, 103, "title of an event", 4, GetEvent, DescribeEvent, kAsks, WithoutEvent},
+      {11, 104, "obtain stream information", 4, ObtainInfo, DescribeObtainInfo, kActs,
+       WithoutService},
+      {11, 105, "stream information", 4, GetStreamInfo, DescribeGetInfo, kAsks, WithoutStreamInfo},
+      {11, 106, "clear status", 4, ClearStatus, nullptr, kActs, WithoutService},
   };
 }
 

@@ -143,12 +143,21 @@ bool IsSending(const Upload& upload) {
 
 }  // namespace
 
-Result StartUpload(State& state, int server, std::vector<std::string> files) {
-  Upload& upload = state.upload;
-  if (!HasUpload(state) || upload.phase != UploadPhase::kOff || HasOpenClip(state) ||
-      !IsOnline(state)) {
-    return Result::kDisableError;
+const char* UploadObstacle(const State& state) {
+  if (!HasUpload(state)) {
+    return "this model has no upload";
   }
+  if (state.upload.phase != UploadPhase::kOff) {
+    return "an upload is running";
+  }
+  if (HasOpenClip(state)) {
+    return "the camera is recording";
+  }
+  return IsOnline(state) ? nullptr : "the camera is not connected to a network";
+}
+
+void StartUpload(State& state, int server, std::vector<std::string> files) {
+  Upload& upload = state.upload;
   if (!files.empty()) {
     upload.server = server;
     upload.files = std::move(files);
@@ -156,10 +165,13 @@ Result StartUpload(State& state, int server, std::vector<std::string> files) {
     upload.error = kNoUploadError;
     Enter(upload, UploadPhase::kStart);
   }
-  return Result::kSuccess;
 }
 
-Result AnswerUploadQuestion(State& state, bool yes) {
+bool UploadAsks(const Upload& upload) {
+  return upload.phase == UploadPhase::kTrust || upload.phase == UploadPhase::kPrompt;
+}
+
+void AnswerUploadQuestion(State& state, bool yes) {
   Upload& upload = state.upload;
   if (upload.phase == UploadPhase::kTrust) {
     upload.servers[static_cast<std::size_t>(upload.server)].trusted = yes;
@@ -168,13 +180,9 @@ Result AnswerUploadQuestion(State& state, bool yes) {
     } else {
       Fail(upload, kNotTrusted);
     }
-    return Result::kSuccess;
-  }
-  if (upload.phase == UploadPhase::kPrompt) {
+  } else if (upload.phase == UploadPhase::kPrompt) {
     Enter(upload, yes ? UploadPhase::kPutFile : UploadPhase::kUnmount);
-    return Result::kSuccess;
   }
-  return Result::kDisableError;
 }
 
 int CurrentFile(const Upload& upload) {

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "simulator/result.h"
 #include "simulator/state.h"
 
 namespace simulator {
@@ -21,15 +20,21 @@ enum UploadError : int {
   kConnectionLost = 5,
 };
 
-/// Begins to upload files; nothing to do without any. Disabled while another upload is going on,
-/// while a clip is being recorded, and without a network.
+/// What keeps the camera from uploading, in words; null: it could begin.
+const char* UploadObstacle(const State& state);
+
+/// Begins to upload files; nothing to do without any. To be called only without an
+/// `UploadObstacle`.
 /// @param server  0 to 3
-Result StartUpload(State& state, int server, std::vector<std::string> files);
+void StartUpload(State& state, int server, std::vector<std::string> files);
+
+/// Whether the upload waits for the answer to a question.
+bool UploadAsks(const Upload& upload);
 
 /// Answers the question that the upload asks. Whether to trust the server's key: no ends the
 /// upload. Whether to overwrite files: no leaves those on the server as they are, and ends it, too.
-/// Disabled when there is no question.
-Result AnswerUploadQuestion(State& state, bool yes);
+/// Does nothing when there is no question.
+void AnswerUploadQuestion(State& state, bool yes);
 
 /// The number of the file being sent, from 1; 0 when none is.
 int CurrentFile(const Upload& upload);

@@ -37,14 +37,17 @@ def test_a_daemon_that_cannot_be_connected(world, fault, command, daemon):
     assert ask(world, command)[0] == 200
 
 
-@pytest.mark.parametrize("fault, status, fragment", [
-    ("busy", 500, ""),
-    ("silent", 200, '"Result":"Success","Data":{"Status":"NoCard","Mode":"Camera"'),
+@pytest.mark.parametrize("fault, command, daemon, status, fragment", [
+    ("busy", "GetCamStatus", "quonta_cp", 500, ""),
+    ("busy", "MonitorStart", "quonta_cp", 500, ""),
+    ("busy", "GetCldstrmEventList", "streaming", 500, ""),
+    ("silent", "GetCamStatus", "quonta_cp", 200,
+     '"Result":"Success","Data":{"Status":"NoCard","Mode":"Camera"'),
 ])
-def test_a_daemon_that_does_not_answer_in_time(world, fault, status, fragment):
-    add(world, {"fault": fault, "command": "GetCamStatus", "count": 1})
+def test_a_daemon_that_does_not_answer_in_time(world, fault, command, daemon, status, fragment):
+    add(world, {"fault": fault, "daemon": daemon, "count": 1})
     begin = time.monotonic()
-    reply = ask(world)
+    reply = ask(world, command)
     assert time.monotonic() - begin >= 4.9
     assert reply[0] == status and fragment in reply[1]
 

@@ -2,6 +2,8 @@
 
 import concurrent.futures
 import json
+import os
+import signal
 
 import pytest
 from world import World
@@ -182,11 +184,112 @@ DISABLED = [
 
 @pytest.mark.parametrize("before, command, params, why", DISABLED)
 def test_the_journal_tells_why_a_control_is_disabled(world, after, before, command, params, why):
+    assert refusal(world, after, before, command, params) == (
+        "DisableError", "the daemon quonta_cp refused: " + why)
+
+
+def refusal(world, after, before, command, params):
+    """Result and reason."""
     world.simulator("POST", "clock", {"paused": True})
     assert world.simulator("PATCH", "state", before)[0] == 200
-    assert result(world, command, params) == "DisableError"
-    entry = journal(world, after)["entries"][-1]
-    assert entry["reason"] == "the daemon quonta_cp refused: " + why
+    word = result(world, command, params)
+    return word, journal(world, after)["entries"][-1]["reason"]
+
+
+UPLOAD = ("SetWebFtpUploadAll", {"Server": 0, "Slot": 0}, "upload all clips of slot A to FTP1")
+NO_CARDS = {"slots": {"A": {"card": "None"}, "B": {"card": "Invalid"}}}
+NO_CARD = "there is no card in the slot that can be read"
+NO_CLOUD = "this model or firmware has no cloud streaming"
+
+# What was before (a patch), command, parameters, result, message in words, why it is refused.
+REFUSED_BY_A_DAEMON = [
+    ({"model": "RV110"}, *UPLOAD[:2], "DisableError", UPLOAD[2], "this model has no upload"),
+    ({"upload": {"phase": "TRUST", "files": ["A.MOV"]}}, *UPLOAD[:2], "DisableError", UPLOAD[2],
+     "an upload is running"),
+    ({"recording": {"status": "RecPause"}}, *UPLOAD[:2], "DisableError", UPLOAD[2],
+     "the camera is recording"),
+    ({"network": {"connected": False, "link": False}}, *UPLOAD[:2], "DisableError", UPLOAD[2],
+     "the camera is not connected to a network"),
+    (NO_CARDS, *UPLOAD[:2], "DisableError", UPLOAD[2], NO_CARD),
+    (NO_CARDS, "SetWebFtpUploadOkMarked", {"Server": 3, "Slot": 1}, "DisableError",
+     "upload the marked clips of slot B to FTP4", NO_CARD),
+    (NO_CARDS, "SetWebFtp2UploadBSelect", {"block0": 1}, "DisableError", "FTP 2 upload from slot B",
+     NO_CARD),
+    ({}, "WebFtpOperateResponse", {"Response": 1}, "DisableError",
+     "answer the upload's question with 1", "no upload waits for an answer"),
+    (NO_CARDS, "GetClipInfo", {"Slot": "B", "StartIndexNo": 1, "ClipNum": 2}, "DisableError",
+     "list 2 clips of slot B from 1", NO_CARD),
+    (NO_CARDS, "SetClipInfo", {"Slot": "A", "IndexNo": 1, "OKMark": "Mark"}, "DisableError",
+     "set the OK mark of clip 1 in slot A", NO_CARD),
+    ({"slots": {"A": {"protect": True}}}, "SetClipInfo",
+     {"Slot": "A", "IndexNo": 1, "OKMark": "Mark"}, "DisableError",
+     "set the OK mark of clip 1 in slot A", "the card is locked"),
+    ({}, "SetClipInfo", {"Slot": "A", "IndexNo": 13, "OKMark": "NoMark"}, "RequestedError",
+     "clear the OK mark of clip 13 in slot A", "the card has no such clip"),
+    ({"model": "RV150"}, "SetStreamingCtrl", {"Streaming": "On"}, "DisableError", "streaming start",
+     "this model has no streaming"),
+    ({"firmware": "1.02"}, "SetIFBCtrl", {"Streaming": "Start"}, "DisableError",
+     "return audio start", "this model or firmware has no return audio"),
+    ({}, "SetTallyLampCtrl", {"Sw": "On"}, "DisableError", "tally on",
+     "the camera controls its tally lamp"),
+    ({}, "SetWebKeyEvent", {"Kind": "IrisBar", "Key": ""}, "RequestedError",
+     "key of unknown kind 19, code 255", "the camera has no such control"),
+]
+
+
+@pytest.mark.parametrize("before, command, params, word, decoded, why", REFUSED_BY_A_DAEMON)
+def test_the_journal_tells_why_the_control_daemon_refuses(world, after, before, command, params,
+                                                          word, decoded, why):
+    assert refusal(world, after, before, command, params) == (
+        word, f"the daemon quonta_cp refused: {decoded}: {why}")
+
+
+LOGIN = {"Username": "u", "Password": "p", "ServerURL": "https://c"}
+REFUSED_BY_THE_CLOUD = [
+    ({"firmware": "1.04"}, "SetCldstrmLogin", LOGIN, "DisableError", "cloud login of u at https://c",
+     NO_CLOUD),
+    ({"model": "RV150"}, "SetCldstrmLogout", None, "DisableError", "cloud logout", NO_CLOUD),
+    ({"model": "RV150"}, "SetCldstrmEventListObtain", None, "DisableError", "obtain event list",
+     NO_CLOUD),
+    ({"model": "RV150"}, "GetCldstrmEventList", None, "DisableError", "number of events", NO_CLOUD),
+    ({"model": "RV150"}, "SetCldstrmStreamInfoObtain", {"EventID": 1}, "DisableError",
+     "obtain stream information of event 1", NO_CLOUD),
+    ({"model": "RV150"}, "SetCldstrmStreamInfoToStrmsrv", {"EventID": 1, "StrmsrvID": 0},
+     "DisableError", "stream information of event 1", NO_CLOUD),
+    ({}, "SetCldstrmStreamInfoToStrmsrv", {"EventID": 1, "StrmsrvID": 0}, "RequestedError",
+     "stream information of event 1", "the stream information of this event was not obtained"),
+]
+
+
+@pytest.mark.parametrize("before, command, params, word, decoded, why", REFUSED_BY_THE_CLOUD)
+def test_the_journal_tells_why_the_streaming_daemon_refuses(world, after, before, command, params,
+                                                            word, decoded, why):
+    assert refusal(world, after, before, command, params) == (
+        word, f"the daemon streaming refused: {decoded}: {why}")
+
+
+@pytest.mark.parametrize("fault, why", [
+    ({"fault": "disable_error", "command": "SetZoomCtrl"},
+     'the daemon quonta_cp refused: zoom to 5, because of the fault "disable_error"'),
+    ({"fault": "result", "code": 1, "command": "SetZoomCtrl"},
+     'the daemon quonta_cp refused: zoom to 5, because of the fault "result"'),
+])
+def test_the_journal_tells_which_fault_makes_a_daemon_refuse(world, after, fault, why):
+    world.simulator("POST", "faults", fault)
+    assert refusal(world, after, {}, "SetZoomCtrl", {"Position": 5})[1] == why
+
+
+def test_the_journal_tells_why_a_session_cannot_be_renewed(world, after):
+    world.simulator("POST", "faults", {"fault": "settings_read_only"})
+    assert refusal(world, after, {}, "SessionRenewal", {"Update": 1}) == (
+        "RequestedError",
+        'the session file cannot be written, because of the fault "settings_read_only"')
+
+
+def test_a_session_file_that_is_gone_is_the_reason(world, after):
+    world.simulator("POST", "faults", {"fault": "no_session"})
+    assert refusal(world, after, {}, "GetSystemInfo", None) == (
+        "SessionError", 'there is no session file, because of the fault "no_session"')
 
 
 def test_a_get_request_is_in_the_journal(world, after):
@@ -288,6 +391,37 @@ def test_the_journal_goes_to_a_file_too(tmp_path):
         world.post(b'{"Request":{"Command":"\xff","SessionID":"rv130-session"}}')
         entries = journal(world, 0)["entries"]
     assert [json.loads(line) for line in file.read_text().splitlines()] == entries
+
+
+def test_the_journal_is_complete_under_four_clients(world, after):
+    def work(client):
+        for number in range(40):
+            position = 100 * client + number
+            assert result(world, "SetZoomCtrl", {"Position": position}) == "Success"
+
+    with concurrent.futures.ThreadPoolExecutor(4) as clients:
+        list(clients.map(work, range(4)))
+    entries = journal(world, after)["entries"]
+    assert [entry["number"] for entry in entries] == list(range(after + 1, after + 161))
+    positions = [entry["request"]["Request"]["Params"]["Position"] for entry in entries]
+    assert sorted(positions) == [100 * client + number for client in range(4) for number in range(40)]
+    for entry, position in zip(entries, positions):
+        assert [message["decoded"] for message in entry["messages"]] == [f"zoom to {position}"]
+        assert entry["reply"] == {"Response": {"Requested": "SetZoomCtrl", "Result": "Success"}}
+
+
+def test_a_handler_that_crashes_is_in_the_journal(world, after):
+    world.simulator("POST", "faults", {"fault": "silent", "command": "GetCamStatus"})
+    body = f'{{"Request":{{"Command":"GetCamStatus","SessionID":"{world.session}"}}}}'
+    with concurrent.futures.ThreadPoolExecutor(1) as client:
+        reply = client.submit(world.post, body)
+        while not (handlers := world.processes("camera_remote.cgi")):
+            assert not reply.done()
+        os.kill(handlers[0], signal.SIGSEGV)
+        assert reply.result()[0] == 500
+    (entry,) = journal(world, after)["entries"]
+    assert (entry["command"], entry["result"], entry["status"], entry["reason"]) == (
+        "GetCamStatus", None, 500, "the handler was ended by a signal: Segmentation fault")
 
 
 def test_what_the_request_was_is_shown_even_if_it_is_no_json(world, after):

@@ -135,6 +135,25 @@ class World:
         finally:
             connection.close()
 
+    def processes(self, name):
+        """The ids of the processes of this world whose program has that file name."""
+        parents, found = {}, []
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                pid = int(folder.name)
+                parents[pid] = int((folder / "stat").read_text().rsplit(")", 1)[1].split()[1])
+                if (folder / "comm").read_text().strip() == name[:15]:
+                    found.append(pid)
+            except OSError:  # it has ended
+                pass
+
+        def is_in_this_world(pid):
+            while pid in parents and pid != self._process.pid:
+                pid = parents[pid]
+            return pid == self._process.pid
+
+        return [pid for pid in found if is_in_this_world(pid)]
+
     def stop(self):
         """Ends the simulated camera and everything in its world; returns its exit status."""
         if self._process is None:
