@@ -20,7 +20,7 @@
 namespace simulator {
 namespace {
 
-constexpr char kSocket[] = "/run/simulator/http.sock";
+constexpr char kHttpSocket[] = "/run/simulator/http.sock";
 constexpr std::size_t kLongestBody = 8 << 20;
 
 enum Status { kOk = 200, kBadRequest = 400, kNotFound = 404, kNotAllowed = 405, kInternal = 500 };
@@ -253,10 +253,10 @@ class ControlInterface::Server {
         .Patch(".*", serve)
         .Delete(".*", serve)
         .Options(".*", serve);
-    unlink(kSocket);
+    unlink(kHttpSocket);
     constexpr int kPortOfNoMeaning = 80;
-    if (!http_.bind_to_port(kSocket, kPortOfNoMeaning)) {
-      throw std::runtime_error(std::string("cannot listen on ") + kSocket);
+    if (!http_.bind_to_port(kHttpSocket, kPortOfNoMeaning)) {
+      throw std::runtime_error(std::string("cannot listen on ") + kHttpSocket);
     }
     thread_ = std::thread([this] { http_.listen_after_bind(); });
   }
@@ -265,7 +265,7 @@ class ControlInterface::Server {
   ~Server() {
     http_.stop();
     thread_.join();
-    unlink(kSocket);
+    unlink(kHttpSocket);
   }
 
  private:
