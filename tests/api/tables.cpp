@@ -37,7 +37,7 @@ Json Events() {
 Json EnableFlags() {
   Json groups = Json::object();
   for (const camera_status::EnableGroup& group : camera_status::kEnableTable) {
-    for (const camera_status::EnableFlag& flag : group) {
+    for (const camera_status::EnableFlag& flag : group.flags) {
       groups[group.name].push_back(flag.key);
     }
   }
