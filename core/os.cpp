@@ -254,7 +254,7 @@ bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
 }
 
 Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout) {
-  const std::int64_t limit_ms = timeout.seconds * std::int64_t{1000} + timeout.microseconds / 1000;
+  const std::int64_t limit_ms = std::int64_t{1000} * timeout.seconds + timeout.microseconds / 1000;
   const Stopwatch stopwatch;
   std::size_t received = 0;
   while (received < length) {
