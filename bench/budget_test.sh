@@ -12,12 +12,12 @@ failures=0
 # system calls.
 limits() {
   cat <<'END'
-release HeartbeatConfirmation 13100 25
-release GetCamStatus          53800 41
-release SetStreamingBitrate   18700 45
-small   HeartbeatConfirmation 16900 14
-small   GetCamStatus          63300 30
-small   SetStreamingBitrate   27300 34
+release HeartbeatConfirmation 13200 24
+release GetCamStatus          53900 38
+release SetStreamingBitrate   18800 44
+small   HeartbeatConfirmation 17200 13
+small   GetCamStatus          63600 27
+small   SetStreamingBitrate   27500 33
 END
 }
 

@@ -6,7 +6,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/time.h>
-#include <sys/times.h>
 #include <sys/uio.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -113,13 +112,6 @@ bool Link(const Descriptor& file, const char* path) {
 
 /// O_NONBLOCK: do not block if the path is a named pipe.
 constexpr int kOpenFlags = O_NONBLOCK;
-
-/// Clock ticks of 10 ms since some moment, modulo 2^32. A plain system call: for
-/// clock_gettime, the C library first looks up the kernel's vDSO, which takes ten times as long.
-std::uint32_t ClockTicks() {
-  tms unused;
-  return static_cast<std::uint32_t>(times(&unused));
-}
 
 /// How much longer this process will wait for locks.
 std::int64_t remaining_lock_wait_ms = 1000;
@@ -254,8 +246,8 @@ bool SendAll(const Descriptor& socket, const void* bytes, std::size_t length) {
 }
 
 Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length, Timeout timeout) {
-  const std::int64_t limit_ms = std::int64_t{1000} * timeout.seconds + timeout.microseconds / 1000;
-  const Stopwatch stopwatch;
+  const std::int64_t deadline =
+      MonotonicMilliseconds() + std::int64_t{1000} * timeout.seconds + timeout.microseconds / 1000;
   std::size_t received = 0;
   while (received < length) {
     // With MSG_WAITALL the socket's time-out covers all pieces together, so a peer that sends
@@ -267,7 +259,7 @@ Reception ReceiveAll(const Descriptor& socket, void* buffer, std::size_t length,
     } else if (count == 0 || errno != EINTR) {
       return {received, count < 0 && errno == EAGAIN};
     }
-    if (received < length && stopwatch.Milliseconds() >= limit_ms) {
+    if (received < length && MonotonicMilliseconds() >= deadline) {
       break;
     }
   }
@@ -293,13 +285,6 @@ std::int64_t MonotonicMilliseconds() {
   timespec now = {};
   clock_gettime(CLOCK_MONOTONIC, &now);
   return now.tv_sec * std::int64_t{1000} + now.tv_nsec / 1000000;
-}
-
-Stopwatch::Stopwatch() : start_(ClockTicks()) {}
-
-std::int64_t Stopwatch::Milliseconds() const {
-  constexpr std::int64_t kMillisecondsPerTick = 10;
-  return (ClockTicks() - start_) * kMillisecondsPerTick;
 }
 
 void PrepareDescriptors() {

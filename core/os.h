@@ -124,17 +124,6 @@ std::int64_t NowInMicroseconds();
 /// A clock for time-outs, in milliseconds; it never goes back.
 std::int64_t MonotonicMilliseconds();
 
-/// Measures long time-outs that every request starts and few reach: less exact, but cheap.
-class Stopwatch {
- public:
-  Stopwatch();
-  /// Milliseconds since it was made, give or take 10.
-  [[nodiscard]] std::int64_t Milliseconds() const;
-
- private:
-  std::uint32_t start_;
-};
-
 /// Call this before opening anything. Writes to a peer that has gone, or beyond the limit for
 /// files, then fail instead of ending the process. Opens closed standard streams on /dev/null so
 /// that no socket or file takes their number and receives the reply.

@@ -45,7 +45,7 @@ void ReadRequestBody(std::int32_t announced, TextBuilder& body) {
   }
   const auto length = static_cast<std::size_t>(announced);
   TokenReader reader = {length < kMaxBody ? length : kMaxBody, body};
-  const os::Stopwatch stopwatch;
+  const std::int64_t deadline = os::MonotonicMilliseconds() + kTimeoutMs;
   std::int64_t wait = kTimeoutMs;
   char block[1024];
   while (wait > 0) {
@@ -53,6 +53,6 @@ void ReadRequestBody(std::int32_t announced, TextBuilder& body) {
     if (size == 0 || !reader.Take(block, size)) {
       break;
     }
-    wait = kTimeoutMs - stopwatch.Milliseconds();
+    wait = deadline - os::MonotonicMilliseconds();
   }
 }

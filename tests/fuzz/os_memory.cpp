@@ -157,8 +157,6 @@ std::uint32_t ProcessId() { return 4711; }
 std::int64_t Now() { return TheWorld().now; }
 std::int64_t NowInMicroseconds() { return TheWorld().now * 1000000; }
 std::int64_t MonotonicMilliseconds() { return 0; }
-Stopwatch::Stopwatch() : start_(0) {}
-std::int64_t Stopwatch::Milliseconds() const { return start_; }
 void PrepareDescriptors() {}
 
 // Copies the whole text, so that one without an end is found.
