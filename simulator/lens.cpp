@@ -24,7 +24,7 @@ int TakeSteps(Milliseconds& owed, Milliseconds elapsed, int steps_per_second) {
   return static_cast<int>(steps);
 }
 
-/// One step nearer to a target, as far as so many steps go.
+/// The position after at most `steps` steps towards a target.
 int Approach(int position, int target, int steps) {
   return position + std::clamp(target - position, -steps, steps);
 }

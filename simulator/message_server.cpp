@@ -145,7 +145,7 @@ bool MessageServer::AnswerOne(Number number, Connection& connection) {
   return false;
 }
 
-/// Sends `bytes` in pieces of so many, a while before each.
+/// Sends `bytes` in pieces of `piece` bytes, and waits for `delay` before each of them.
 void MessageServer::SendLater(Number number, std::chrono::milliseconds delay, const Bytes& bytes,
                               std::size_t piece) {
   loop_.After(delay, [this, number, delay, bytes, piece] {

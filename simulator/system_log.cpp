@@ -16,7 +16,8 @@ namespace {
 
 constexpr sockaddr_un kAddress = {AF_UNIX, "/dev/log"};
 
-/// "<11>name: text" as "err name: text": the low three bits of the number are the priority.
+/// "<11>name: text" as "err name: text": the low three bits of the number are the priority. Like
+/// other system logs, without line feeds at the end.
 std::string ReadableEntry(const std::string& entry) {
   constexpr std::array kPriorities = {"emerg",   "alert",  "crit", "err",
                                       "warning", "notice", "info", "debug"};
@@ -25,7 +26,9 @@ std::string ReadableEntry(const std::string& entry) {
     return entry;
   }
   const std::size_t priority = std::strtoul(entry.c_str() + 1, nullptr, 10) % kPriorities.size();
-  return std::string(kPriorities[priority]) + " " + entry.substr(end + 1);
+  std::string line = std::string(kPriorities[priority]) + " " + entry.substr(end + 1);
+  line.erase(line.find_last_not_of('\n') + 1);
+  return line;
 }
 
 }  // namespace

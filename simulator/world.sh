@@ -82,6 +82,7 @@ END
     done
   fi
   cat <<END
+
 From another terminal:
 
   curl --data '{"Request":{"Command":"GetSystemInfo","SessionID":"$2"}}' $url
