@@ -405,3 +405,36 @@ def test_firmware(world, firmware, cloud, audio):
     patch(world, {"firmware": firmware})
     assert world.command("SetCldstrmLogout")["Response"]["Result"] == cloud
     assert world.command("SetIFBCtrl", {"Streaming": "Start"})["Response"]["Result"] == audio
+
+
+# What the camera is doing; for each, every flag is compared with what the command does.
+MODES = [
+    {}, {"full_auto": True}, {"suspended": True}, {"mode": "Thumbnail"}, {"mode": "Play"},
+    {"mode": "USB"}, {"iris": {"mode": "Auto"}}, {"gain": {"mode": "Alc"}},
+    {"gain": {"mode": "Lolux"}}, {"shutter": {"mode": "Off"}}, {"shutter": {"mode": "Eei"}},
+    {"white_balance": {"mode": "Faw"}}, {"white_balance": {"mode": "A"}},
+    {"focus": {"mode": "Auto"}}, {"recording": {"status": "Rec"}}, {"display": {"menu": True}},
+    {"upload": {"phase": "PUT_FILE", "files": ["A.MOV"]}},
+    {"slots": {"A": {"card": "None"}, "B": {"card": "None"}}},
+]
+
+# Flags that belong to a whole control, or to the presets of the zoom.
+WITHOUT_KEY = {"Status", "Tele", "Wide", "Preset", "Clear", "Preset1", "Preset2", "Preset3"}
+
+
+@pytest.mark.parametrize("mode", MODES, ids=str)
+def test_a_flag_is_0_exactly_if_its_command_is_disabled(world, mode):
+    patch(world, {"clock": {"paused": True}, **mode})
+    _, before = world.simulator("GET", "state")
+    compared = 0
+    for kind, flags in status(world)["Enable"].items():
+        for name, flag in flags.items():
+            if name in WITHOUT_KEY and kind != "Disptv":
+                continue
+            name = {"LenzRet": "LensRet"}.get(name, name)
+            result = key(world, kind, name)
+            assert (kind, name, result) == (kind, name, "Success" if flag else "DisableError")
+            if flag:
+                patch(world, before)
+            compared += 1
+    assert compared > 80
