@@ -57,7 +57,7 @@ const char* ByHand(const State& s) {
   return obstacle == nullptr && s.full_auto ? "full auto is on" : obstacle;
 }
 
-/// By hand, and a condition beside it.
+/// The obstacle of a control by hand, which also depends on a condition.
 const char* ByHandIf(const State& s, bool condition, const char* otherwise) {
   const char* const obstacle = ByHand(s);
   return obstacle == nullptr && !condition ? otherwise : obstacle;

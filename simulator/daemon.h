@@ -52,7 +52,7 @@ class Daemon {
 
   [[nodiscard]] const std::string& name() const { return name_; }
 
-  /// A message that stands in no row is refused.
+  /// A message without a row is refused.
   [[nodiscard]] Answered Answer(const Message& message) const;
 
   /// The message in words: "iris close 3".

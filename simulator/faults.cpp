@@ -74,7 +74,7 @@ Delivery DeliverResult(const Fault& fault, const Message& request, const Bytes& 
   return {Delivery::Way::kAtOnce, MakeReply(request, changed), 0, 0};
 }
 
-/// What can be asked for with a fault beside its name.
+/// The parameter of a fault.
 struct Parameter {
   std::string_view name;  ///< empty: nothing
   int lowest = 0;

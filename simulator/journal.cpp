@@ -47,7 +47,7 @@ void Blank(Bytes& bytes, const std::string& what) {
   }
 }
 
-/// The values of the members that hold secrets, as they stand in a text.
+/// Collects the values of the members of a JSON text that hold secrets.
 void AddSecrets(const std::string& text, std::vector<std::string>& secrets) {
   constexpr std::string_view kNames[] = {"\"Password\":\"", "\"StreamKey\":\""};
   for (const std::string_view name : kNames) {

@@ -8,8 +8,9 @@
 
 namespace simulator {
 
-/// One session at a time. It stands in the session file, where the handler looks it up and renews
-/// it. Sessions live in the camera's time: what the handler writes down is how long from then on.
+/// One session at a time. It is in the session file, where the handler looks it up and renews it.
+/// Sessions expire in the camera's time; of the times that the handler writes, only how long the
+/// session lasts from then on counts.
 class Login {
  public:
   /// What a renewal of the handler's grants, and a login, too.

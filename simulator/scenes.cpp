@@ -58,7 +58,7 @@ void CheckTogether(const State& state) {
   }
 }
 
-/// The recording format stands in a settings file, where the handler finds it.
+/// Stores the recording format in the settings file where the handler looks for it.
 SettingsFiles WithFormat(const SettingsFiles& settings, int format) {
   if (settings.RecordingFormat() == format) {
     return settings;

@@ -1,6 +1,6 @@
 // The simulated camera's state: plain data, in which time does not pass by itself. What a member
-// may hold, and its name for users, stands in state_fields.cpp; what changes it stands in the files
-// of its subject.
+// may hold, and its name for users, is in state_fields.cpp; what changes it is in the files of its
+// subject.
 #pragma once
 
 #include <array>

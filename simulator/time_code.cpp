@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::uint8_t kDropFrame = 0x80;
 constexpr std::uint8_t kFrameNumber = 0x7f;
-// Drop-frame counting leaves out the numbers 00 and 01 of each minute that is no multiple of ten.
+// Drop-frame counting leaves out the numbers 00 and 01 of every minute except each tenth one.
 constexpr std::int64_t kPerTenMinutes = 17982;
 constexpr std::int64_t kPerMinute = 1798;
 constexpr std::int64_t kLeftOut = 2;

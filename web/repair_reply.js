@@ -1,11 +1,11 @@
-// Texts of the camera stand in its replies as they are. A label with a quote or a backslash makes a
-// reply invalid JSON; the page of an operator must go on nevertheless.
+// The camera does not escape texts in its replies. A label with a quote or a backslash makes a reply
+// invalid JSON, and the operator's page must still work.
 
 /// A quote that belongs to a text, as it has no structure on either side.
 const QUOTE_WITHIN_TEXT = /(?<![{[,:])"(?![:,}\]])/g;
 
 /// The data of a reply that is invalid JSON because of its texts.
-/// @return undefined if it cannot be read even so
+/// @return undefined if it still cannot be parsed
 export function repairReply(text) {
   const escaped = text
     .replaceAll("\\", "\\\\")
