@@ -107,7 +107,8 @@ TEST(JournalTest, WhatWasForgottenOnPurposeWasNotDropped) {
 }
 
 TEST(JournalTest, AFileThatCannotBeWrittenIsAnError) {
-  EXPECT_THROW(Journal("/no/such/folder/journal", false), std::runtime_error);
+  const auto open = [] { const Journal journal("/no/such/folder/journal", false); };
+  EXPECT_THROW(open(), std::runtime_error);
 }
 
 }  // namespace

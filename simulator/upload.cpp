@@ -157,14 +157,15 @@ const char* UploadObstacle(const State& state) {
 }
 
 void StartUpload(State& state, int server, std::vector<std::string> files) {
-  Upload& upload = state.upload;
-  if (!files.empty()) {
-    upload.server = server;
-    upload.files = std::move(files);
-    upload.file = 0;
-    upload.error = kNoUploadError;
-    Enter(upload, UploadPhase::kStart);
+  if (files.empty()) {
+    return;
   }
+  Upload& upload = state.upload;
+  upload.server = server;
+  upload.files = std::move(files);
+  upload.file = 0;
+  upload.error = kNoUploadError;
+  Enter(upload, UploadPhase::kStart);
 }
 
 bool UploadAsks(const Upload& upload) {
