@@ -11,10 +11,6 @@ namespace simulator {
 namespace {
 
 constexpr std::size_t kStatusReplySize = 38;
-void PutU16(Bytes& bytes, std::size_t offset, int value) {
-  bytes[offset] = static_cast<std::uint8_t>(value >> 8);
-  bytes[offset + 1] = static_cast<std::uint8_t>(value);
-}
 
 std::uint8_t Flag(bool value) { return value ? 1 : 0; }
 

@@ -14,15 +14,6 @@ namespace {
 
 constexpr std::size_t kClipsPerReply = 15;
 
-std::size_t U16(const Bytes& bytes, std::size_t offset) {
-  return static_cast<std::size_t>(bytes[offset]) << 8 | bytes[offset + 1];
-}
-
-void PutU16(Bytes& bytes, std::size_t offset, std::size_t value) {
-  bytes[offset] = static_cast<std::uint8_t>(value >> 8);
-  bytes[offset + 1] = static_cast<std::uint8_t>(value);
-}
-
 /// What keeps the clips of a slot from being read.
 Refusal RefuseSlot(const State& state, std::uint8_t slot) {
   if (slot >= state.slots.size()) {
@@ -47,12 +38,12 @@ std::string SlotName(std::uint8_t slot) {
 Bytes ClipRecord(const Clip& clip, std::size_t index_number) {
   constexpr std::size_t kNameWidth = 10;
   Bytes record(32);
-  PutU16(record, 0, index_number);
+  PutU16(record, 0, static_cast<int>(index_number));
   std::copy_n(clip.name.begin(), std::min(clip.name.size(), kNameWidth - 1), record.begin() + 2);
   std::copy(clip.first_frame.begin(), clip.first_frame.end(), record.begin() + 12);
   std::copy(clip.last_frame.begin(), clip.last_frame.end(), record.begin() + 16);
   const DateTime date = DateTimeOf(clip.recorded_at);
-  PutU16(record, 20, static_cast<std::size_t>(date.year));
+  PutU16(record, 20, date.year);
   record[22] = static_cast<std::uint8_t>(date.month - 1);
   record[23] = static_cast<std::uint8_t>(date.day);
   record[24] = static_cast<std::uint8_t>(date.hour);
@@ -89,7 +80,7 @@ Reply ListClips(Camera& camera, const Bytes& payload) {
     const Bytes record = ClipRecord(clips[index - 1], index);
     reply.insert(reply.end(), record.begin(), record.end());
   }
-  PutU16(reply, 2, end > first ? end - first : 0);
+  PutU16(reply, 2, static_cast<int>(end > first ? end - first : 0));
   return reply;
 }
 

@@ -40,6 +40,15 @@ Bytes MakeReply(const Message& request, const Bytes& payload) {
   return reply;
 }
 
+std::size_t U16(const Bytes& bytes, std::size_t offset) {
+  return static_cast<std::size_t>(bytes[offset]) << 8 | bytes[offset + 1];
+}
+
+void PutU16(Bytes& bytes, std::size_t offset, int value) {
+  bytes[offset] = static_cast<std::uint8_t>(value >> 8);
+  bytes[offset + 1] = static_cast<std::uint8_t>(value);
+}
+
 std::string HexText(const Bytes& bytes) {
   constexpr char kDigits[] = "0123456789abcdef";
   std::string text;

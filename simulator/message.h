@@ -33,6 +33,10 @@ Message TakeMessage(Bytes& received);
 /// payload, then the payload, of which at most 65535 bytes are kept.
 Bytes MakeReply(const Message& request, const Bytes& payload);
 
+/// Read and write a big-endian number of 16 bits, as payloads have them.
+std::size_t U16(const Bytes& bytes, std::size_t offset);
+void PutU16(Bytes& bytes, std::size_t offset, int value);
+
 /// Bytes as two hexadecimal digits each, without anything between.
 std::string HexText(const Bytes& bytes);
 
