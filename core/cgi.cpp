@@ -24,8 +24,7 @@ std::int32_t AnnouncedLength() {
   return length != nullptr ? ParseInt32(length) : 0;
 }
 
-/// Checks the form and the session of a request that needs one; prints the error reply if either is
-/// invalid.
+/// Checks that the request has a command and a valid session; prints the error reply if not.
 bool MayProceed(const char* body, bool has_command) {
   const bool has_session_id = json_parser(body, "SessionID", web_id) != nullptr;
   if (!has_command || !has_session_id) {

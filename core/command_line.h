@@ -7,7 +7,8 @@
 constexpr std::size_t kInputCommandCount = 22;
 
 /// The canned requests by their number; an empty text if a number has none. Directives like those
-/// of printf mark where arguments go. Two of them lack the last brace, which no scan needs.
+/// of printf mark where arguments go. Two requests lack their last brace; `json_parser` does not
+/// need it.
 extern const char* const INPUT_COMMAND[kInputCommandCount];
 
 /// 1 once a request from the command line is dispatched. For service staff with a debugger; the

@@ -56,7 +56,8 @@ constexpr std::initializer_list<CommandRow> kCommandTable = {
     Row<SetWebFtp4UploadBSelect>("SetWebFtp4UploadBSelect", Message(6, 117, 500)),
     Row<WebFtpOperateResponse>("WebFtpOperateResponse", Message(6, 107, 2)),
     Row<SetWebButtonEvent>("SetWebButtonEvent", Message(5, 17, 2)),
-    // The list of commands gives it the header of GetCamStatus, but it sends no message.
+    // The interface assigns it the header of GetCamStatus, but only the level is used: it sends no
+    // message.
     Row<GetSystemInfo>("GetSystemInfo", Message(5, 0, 0, 4)),
     Row<SetStreamingCtrl>("SetStreamingCtrl", Message(5, 17, 2)),
     Row<SessionRenewal>("SessionRenewal", NoMessage()),

@@ -40,7 +40,7 @@ class Message {
   [[nodiscard]] const char* Text() const { return text_; }
 
  private:
-  // cppcheck-suppress uninitMemberVarPrivate  // the text is as long as length_ says
+  // cppcheck-suppress uninitMemberVarPrivate  // every message is appended to, which sets the NUL
   char text_[kTextSize];
   std::size_t length_ = 0;
 };

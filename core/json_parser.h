@@ -18,7 +18,7 @@ struct ValueBuffer {
 /// This is a flat scan, not a JSON parser, and clients depend on how it works: it takes the first
 /// occurrence of `key` anywhere in the text, even inside another name or a value. The value starts
 /// right after the next ':' (and the '"' after it, if there is one) and ends at the first '"', ','
-/// or '}', which must be present. Escapes are not recognised; a nested object yields "{".
+/// or '}', which must be present. Escapes are not recognized; a nested object yields "{".
 ///
 /// @param text  the text to search
 /// @param key   the member's name, without quotes

@@ -27,7 +27,7 @@ const Case kCases[] = {
     {"a quoted text", R"("A":"xyz"})", "A", "xyz", 8},
     {"a quoted text ends at its first comma", R"("A":"x,y"})", "A", "x", 6},
     {"a quoted text ends at its first brace", R"("A":"x}y"})", "A", "x", 6},
-    {"an escaped quote is not recognised", R"("A":"x\"y"})", "A", "x\\", 7},
+    {"an escaped quote is not recognized", R"("A":"x\"y"})", "A", "x\\", 7},
     {"an empty quoted text", R"("A":""})", "A", "", 5},
     {"an empty quoted text at the very end", R"("A":"")", "A", "", 5},
     {"no value before a comma", R"("A":,"B":1})", "A", "", 4},

@@ -13,8 +13,8 @@ class JsonWriter {
  public:
   /// "key":"text"
   void Text(std::string_view key, std::string_view text);
-  /// "key":"text" for a text from outside the camera: quotes, backslashes and control characters
-  /// are escaped.
+  /// "key":"text" for a text from outside the camera, such as an event's title: quotes, backslashes
+  /// and control characters are escaped.
   void EscapedText(std::string_view key, std::string_view text);
   /// "key":number
   void Number(std::string_view key, std::int64_t number);

@@ -13,16 +13,16 @@ namespace {
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
 alignas(kAlignment) std::array<char, CAMERA_ARENA_SIZE> arena;
 
-/// Offsets in the arena: where its free part begins, and the last block before that.
+/// Offsets in the arena: the start of its free part, and the last block before that.
 std::size_t free_part = 0;
 std::size_t last_block = 0;
 
-/// Beyond the end for memory that is not in the arena.
+/// At least the size of the arena for memory that is not in it.
 std::size_t OffsetInArena(const void* memory) {
   return reinterpret_cast<std::uintptr_t>(memory) - reinterpret_cast<std::uintptr_t>(arena.data());
 }
 
-/// Only the last block comes back; the others are few and small.
+/// Reuses the memory only if it is the last block: the others are few and small.
 void ReleaseInArena(std::size_t offset) {
   if (offset == last_block) {
     free_part = offset;

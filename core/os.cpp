@@ -92,7 +92,7 @@ bool Overwrite(int file, std::string_view contents, std::size_t rest) {
   return true;
 }
 
-constexpr mode_t kDefaultFileMode = 0666;  // less what the umask takes away
+constexpr mode_t kDefaultFileMode = 0666;  // limited by the umask
 
 /// Opens a new file without a name on the disk that holds `path`.
 int OpenUnnamed(const char* path) {

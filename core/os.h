@@ -1,7 +1,7 @@
 // The operating system, except the system log (core/system_log.h): descriptors, files, standard
 // streams, daemon sockets, the clock. Every call is complete: it repeats what a signal interrupts
-// or the system does only in part. Nothing else but these two files and the platform library makes
-// system calls, so a test can replace them. Nothing is close-on-exec: the handler executes no other
+// or the system does only in part. Only these two modules and the platform library make system
+// calls, so a test can replace them. Nothing is close-on-exec: the handler executes no other
 // program.
 #pragma once
 
@@ -39,7 +39,7 @@ Descriptor OpenForReading(const char* path);
 /// allowed; rewriting then fails.
 Descriptor OpenForUpdate(const char* path);
 
-/// No more is read of any file, because a device in place of one has no end.
+/// The most that is read of any file, because a device in place of one has no end.
 constexpr std::size_t kMaxFile = std::size_t{16} << 20;
 
 /// Reads at most `capacity` bytes with one read.
@@ -48,8 +48,8 @@ constexpr std::size_t kMaxFile = std::size_t{16} << 20;
 bool Read(const Descriptor& file, void* buffer, std::size_t capacity, std::size_t& count);
 
 /// Replaces the whole contents of a file that is open for update; it stays the same file. At any
-/// moment, even if the process is killed, it holds the old or the new contents, followed only by up
-/// to 4 KiB of empty lines. (A file that shrinks by more than that may also keep old lines.) If the
+/// moment, even if the process is killed, it holds the old or the new contents, followed by at most
+/// 4 KiB of empty lines. (A file that shrinks by more than that may also keep old lines.) If the
 /// disk has no room for the new contents, the old ones stay.
 /// @return false if the file could not be written completely
 bool Rewrite(const Descriptor& file, std::string_view contents);
@@ -59,7 +59,7 @@ bool Rewrite(const Descriptor& file, std::string_view contents);
 bool WriteFile(const char* path, std::string_view contents);
 
 /// Take and release the exclusive advisory lock on an open file or socket. `Lock` waits as long as
-/// another process holds it. Closing also releases it.
+/// another process holds it, and returns false on failure. Closing also releases it.
 bool Lock(const Descriptor& descriptor);
 void Unlock(const Descriptor& descriptor);
 
@@ -92,6 +92,7 @@ struct Timeout {
 Descriptor CreateStreamSocket(Timeout timeout);
 
 /// Connects to the daemon's socket at `path`; a path that is too long for an address is truncated.
+/// @return false if no daemon listens there, or none accepts until the socket's time-out
 bool Connect(const Descriptor& socket, const char* path);
 
 /// Sends all bytes, in one write unless the system takes only a part of them.
@@ -124,9 +125,9 @@ std::int64_t NowInMicroseconds();
 /// A clock for time-outs, in milliseconds; it never goes back.
 std::int64_t MonotonicMilliseconds();
 
-/// Call this before opening anything. Writes to a peer that has gone, or beyond the limit for
-/// files, then fail instead of ending the process. Opens closed standard streams on /dev/null so
-/// that no socket or file takes their number and receives the reply.
+/// Call this before opening anything. From then on, writes to a peer that has gone, or beyond the
+/// file size limit, fail instead of ending the process. Opens closed standard streams on /dev/null
+/// so that no socket or file takes their number and receives the reply.
 void PrepareDescriptors();
 
 [[noreturn]] void Exit(int status);

@@ -107,8 +107,8 @@ iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), tex
 
 /// Sends a message in pieces, without memory for the whole: a process that has run out of memory
 /// logs that.
-/// @return false if there is no log daemon at the other end. A message that the daemon does not
-///         take in time is lost; that is no reason to connect again.
+/// @return false if there is no log daemon at the other end, so that connecting again may help. A
+///         message that the daemon does not take in time is lost, but counts as sent.
 bool SendToLog(int priority, const char* text) {
   constexpr int kUserFacility = 1 << 3;
   const DecimalText number(kUserFacility | priority);
@@ -122,7 +122,7 @@ bool SendToLog(int priority, const char* text) {
   msghdr rest = {};
   rest.msg_iov = parts;
   rest.msg_iovlen = std::size(parts);
-  bool is_cut = false;
+  bool is_partly_sent = false;
   while (log_socket >= 0) {
     const ssize_t sent = sendmsg(log_socket, &rest, MSG_NOSIGNAL | MSG_DONTWAIT);
     if (sent >= 0) {
@@ -130,11 +130,11 @@ bool SendToLog(int priority, const char* text) {
       if (rest.msg_iovlen == 0) {
         return true;
       }
-      is_cut = true;
+      is_partly_sent = true;
     } else if (errno != EAGAIN) {
       return false;
     } else if (!AwaitRoom()) {
-      if (is_cut) {
+      if (is_partly_sent) {
         // The next message must not continue this one.
         Disconnect();
       }

@@ -10,7 +10,7 @@ namespace os {
 ///
 /// Without a log daemon the message is lost. A daemon that does not keep up delays the process for
 /// one second in total, over all messages; what it does not take in that time is lost, too. The C
-/// library's syslog() would do the same job, but it reads the time zone and so needs most of the
+/// library's syslog() would do the same, but it reads the time zone, which needs most of the
 /// library's text and number scanning.
 /// @param priority  3 error, 6 informational, 7 debug
 void SystemLog(int priority, const char* text);

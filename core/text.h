@@ -10,9 +10,9 @@
 /// command line, log messages. Longer texts are truncated.
 constexpr std::size_t kTextSize = 5000;
 
-/// Copies the bytes of a short text: a loop, because a call of the small C library's memcpy takes
-/// longer than a few bytes do.
-/// @return where the next text goes
+/// Copies the bytes of a short text. It is a loop, because for a few bytes a call of the small C
+/// library's memcpy takes longer.
+/// @return the end of the copy
 inline char* CopyShortText(char* to, std::string_view from) {
   for (const char c : from) {
     *to++ = c;

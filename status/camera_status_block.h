@@ -13,7 +13,7 @@ constexpr std::size_t kBlockSize = 1024;
 // The fields that the handler reads. The firmware defines the layout.
 
 constexpr U8Field kIfbActive{19};    ///< non-zero: return audio is on
-constexpr U8Field kNtpState{46};     ///< 0 master, 1 not synchronised, 2 synchronised
+constexpr U8Field kNtpState{46};     ///< 0 master, 1 not synchronized, 2 synchronized
 constexpr U8Field kFocusMode{52};    ///< face AF, AF, one-push MF, MF, face MF
 constexpr U8Field kStudioTally{53};  ///< 1 program, 2 preview, others off
 constexpr TextField kFocusLetter{54, 8};
@@ -62,7 +62,7 @@ constexpr TextField kDetailLetter{491, 5};
 constexpr U8Field kCloudLogin{504};  ///< idle, in progress, finished, failed
 constexpr U8Field kCloudEventList{505};
 constexpr U8Field kCloudStreamInfo{506};
-constexpr U8Field kCloudError{507};  ///< none, SSL, time-out, authorisation, server, URL, other
+constexpr U8Field kCloudError{507};  ///< none, SSL, time-out, authorization, server, URL, other
 constexpr U8Field kModel{516};
 constexpr U8Field kDestination{517};
 constexpr TextField kLensReturnLabel{600, 20};

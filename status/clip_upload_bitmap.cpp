@@ -35,8 +35,8 @@ BlockKey NextKey(const char* text) {
   return {0, nullptr};
 }
 
-/// Where each block and the end of a value occur last. What has no later occurrence needs no
-/// search, so the text is scanned a few times in all instead of once per block.
+/// Where each block and the end of a value occur last. The search skips what does not occur any
+/// more, so the text is scanned a few times in total instead of once per block.
 class LastOccurrences {
  public:
   explicit LastOccurrences(const char* text) {

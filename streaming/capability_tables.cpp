@@ -127,7 +127,7 @@ constexpr BitrateTable resolution_640x360_30p25p_table_vb52r = Available<Bitrate
     {{kUdp, kUdpn, kUdpl, kRtsp, kZixim, kZixil, kRtmp, kRtp}, {k0_3M, k0_8M, k1_5M, k3_0M}},
 });
 
-// The only table that offers anything over TCP; the product ships it that way.
+// Deliberate: this is the only table that offers anything over TCP.
 constexpr BitrateTable resolution_640x360_30p25p_table_vb52r_ifb = Available<BitrateTable>({
     {{kUdp, kUdpn, kUdpl, kTcp, kRtsp, kZixim, kZixil, kRtmp, kRtp}, {k0_3M, k0_8M, k1_5M}},
     {{kUdp, kUdpn, kUdpl, kTcp, kRtsp, kZixim, kZixil, kRtp}, {k3_0M}},

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Size of the longest line, including its line feed and the NUL. The rest of a longer one is taken
-/// for another line.
+/// Size of the longest line, including its line feed and the NUL. The rest of a longer one is read
+/// as another line.
 constexpr std::size_t kLineSize = 256;
 
 /// The setting of a line, or null. The line need only begin with the key; if it begins with two

@@ -19,7 +19,6 @@ struct _STREAMING_SETTING {
 };
 
 /// A streaming server's settings file: the parameters of every transport; `type` is the one in use.
-///
 struct _STREAMING_SERVER_SETTING {
   char str_alias[256];  ///< name that the client shows
   char type[30];        ///< index of `streaming_type_table`

@@ -32,7 +32,7 @@ class SetPresetZoomPosition : public Command {
 };
 
 /// Reports "Address" of the NTP server, "TcSync" ("On" while the time code follows the server) and
-/// "Status", the state of the synchronisation from the camera status block (empty if unknown).
+/// "Status", the state of the synchronization from the camera status block (empty if unknown).
 struct GetNTPStatus : LocalCommand {
   void Output() override;
 };

@@ -70,7 +70,7 @@ class Command {
   /// @return the first byte of the payload
   std::uint8_t* NewPayload(std::uint16_t length);
 
-  /// Begins the reply with an empty data object. The result is final then.
+  /// Begins the reply with an empty data object. Set `result_` before: the reply contains it.
   JsonWriter& AddData();
 
   /// The payload of the last reply; bytes that did not arrive read as zero.
@@ -90,7 +90,7 @@ class Command {
   bool daemon_timed_out_ = false;
 
  private:
-  /// Begins the reply, up to where its data go.
+  /// Begins the reply, up to the result.
   void BeginReply();
 
   JsonWriter reply_json_;
