@@ -24,7 +24,7 @@ options=(
   -o "Dir::Cache=$state" -o "Dir::Cache::archives=$state/archives"
   -o APT::Sandbox::User= # root's apt would otherwise drop to a user who cannot write here
 )
-# An index that is being renewed at the source does not matter unless a package is missing below.
+# A package list that is being updated at the source does no harm unless a package below is missing.
 apt-get "${options[@]}" update || echo "fetch_debian.sh: some package lists could not be fetched" >&2
 packages=()
 for package in "$@"; do

@@ -22,8 +22,8 @@ as_namespace_root() {
   fi
 }
 
-# private_devices: in a mount namespace of its own, gives it a /dev with the devices that every
-# program expects. What listens at /dev/log there hears nothing of the machine's.
+# private_devices: replaces /dev, in a private mount namespace, by one with the devices that every
+# program expects. A log daemon at /dev/log there receives nothing of the machine's.
 private_devices() {
   local device
   mkdir /run/dev
