@@ -39,7 +39,7 @@ std::string ClipList(const std::string& request) {
   return payload;
 }
 
-/// The answer of the control daemon; empty for a notice.
+/// The reply of the control daemon; empty for a notice, which has no reply.
 std::string Reply(const std::string& request) {
   const int message_class = request.at(1);
   const int code = request.at(4);

@@ -158,7 +158,7 @@ int Usage() {
       "measure times FOLDER STARTS   times compared with the floors\n"
       "measure counts FOLDER         instructions, system calls, memory\n"
       "measure memory FOLDER         memory of a build for the camera's processor\n"
-      "measure camera COMMAND...     runs a command next to the simulated camera\n"
+      "measure camera COMMAND...     runs a command next to the same camera\n"
       "FOLDER is a build tree of the product.\n",
       stderr);
   return 2;

@@ -14,7 +14,7 @@ TEST(ByteView, ReadsBytesAndLittleEndianNumbers) {
   EXPECT_EQ(kView.U16LittleEndian(0), 0x0281);
 }
 
-TEST(ByteView, ReadsZeroOutsideOfTheBytes) {
+TEST(ByteView, ReadsZeroBeyondTheEnd) {
   EXPECT_EQ(kView.U8(8), 0);
   EXPECT_EQ(kView.U8(static_cast<std::size_t>(-1)), 0);
   EXPECT_EQ(kView.U16LittleEndian(7), 0x63);
@@ -48,7 +48,7 @@ TEST(ByteWriter, EndsATextWithinItsField) {
   EXPECT_EQ(std::memcmp(bytes, "#e\0\0\0###", 8), 0);
 }
 
-TEST(ByteWriter, LeavesOutWhatLiesOutsideOfTheBytes) {
+TEST(ByteWriter, DropsBytesBeyondTheEnd) {
   std::uint8_t bytes[] = {1, 2, 3, 4};
   ByteWriter writer(bytes, 2);
   writer.Put(U32Field{1}, 0xA0B0C0D0);
@@ -76,7 +76,7 @@ TEST(ByteView, ReadsEachKindOfField) {
   EXPECT_EQ((kView[BytesField{2, 3}].U8(2)), 'a');
 }
 
-TEST(ByteView, ReadsFieldsOutsideOfTheBytesAsZero) {
+TEST(ByteView, ReadsFieldsBeyondTheEndAsZero) {
   EXPECT_EQ(kView[U8Field{8}], 0);
   EXPECT_EQ(kView[S8Field{9}], 0);
   EXPECT_EQ(kView[U16Field{8}], 0);

@@ -30,7 +30,7 @@ TEST(RunCommandLine, SetsTheFlagWhenItDispatchesARequest) {
   EXPECT_EQ(g_bCmdLine, 1);
 }
 
-/// Leaves something other than zeros where the functions that are called next keep their variables.
+/// Fills the stack, so that uninitialized variables of the next calls are not zero by chance.
 [[gnu::noinline]] void FillStack() {
   char bytes[100000];
   std::memset(bytes, 'x', sizeof bytes);

@@ -1,5 +1,5 @@
-// Requests send one-way messages to the control daemon alone, and never an empty one: the rest of
-// what `socket_send_msg` promises is tested here.
+// Requests send one-way messages only to the control daemon, and never an empty one. These tests
+// cover the rest of `socket_send_msg`.
 #include "core/daemon_socket.h"
 
 #include <gtest/gtest.h>

@@ -23,7 +23,7 @@ TEST(JsonWriter, SeparatesMembersOnEveryLevel) {
   EXPECT_EQ(json.View(), R"("A":"x","B":{"C":-1,"D":"2"},"E":007,"F":[{"G":""},{}],"H":3)");
 }
 
-TEST(JsonWriter, WritesTextsAsTheyStand) {
+TEST(JsonWriter, WritesTextsUnchanged) {
   JsonWriter json;
   json.Text("A", "\"\\\n");
   EXPECT_EQ(json.View(), "\"A\":\"\"\\\n\"");

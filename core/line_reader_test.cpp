@@ -25,7 +25,7 @@ std::vector<std::string> Lines(const std::string& contents) {
 
 using Texts = std::vector<std::string>;
 
-TEST(LineReader, HandsOutLinesWithTheirLineFeeds) {
+TEST(LineReader, ReturnsLinesWithTheirLineFeeds) {
   EXPECT_EQ(Lines<256>("one\ntwo\n\nfour"), (Texts{"one\n", "two\n", "\n", "four"}));
 }
 
@@ -34,7 +34,7 @@ TEST(LineReader, SplitsLongLinesIntoPiecesThatFit) {
   EXPECT_EQ(Lines<4>("abc\n"), (Texts{"abc", "\n"}));
 }
 
-TEST(LineReader, EndsThePieceOfANulAtIt) {
+TEST(LineReader, EndsAPieceAtANul) {
   EXPECT_EQ(Lines<256>(std::string("a\0b\nc\n", 6)), (Texts{"a", "c\n"}));
 }
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-TEST(Reallocate, KeepsWhatTheMemoryHeld) {
+TEST(Reallocate, KeepsTheContents) {
   auto* memory = static_cast<char*>(Reallocate(nullptr, 0, 4));
   std::memcpy(memory, "1234", 4);
   memory = static_cast<char*>(Reallocate(memory, 4, 100000));

@@ -19,7 +19,7 @@ TEST(NameTable, HasTheCatchAllNameForCodesBeyondAByte) {
   EXPECT_STREQ(kTable[-2147483647 - 1], "other");
 }
 
-// Whatever follows the names in memory, reading it in a constant expression does not compile.
+// In a constant expression, reading beyond the names would not compile.
 TEST(NameTable, IsNotReadBeyondItsNames) {
   static constexpr NameTable<2> kTable = {{"zero", "one"}, "other"};
   static_assert(*kTable[2] == 'o' && kTable[2] == kTable.otherwise);

@@ -1,5 +1,5 @@
-// What the files and sockets of a request are asked for is tested from outside; here is what only
-// happens when a signal comes or the system refuses something.
+// The black-box tests cover what requests do with files and sockets. These tests cover what happens
+// when a signal arrives or the system refuses a call.
 #include "core/os.h"
 
 #include <fcntl.h>
@@ -28,7 +28,7 @@ using namespace std::chrono_literals;
 constexpr char kPath[] = "/var/run/file";
 constexpr os::Timeout kLong = {10, 0};
 
-/// While this thread waits for something, a signal comes, and then what it waits for.
+/// Makes a call that waits. While it waits, a signal arrives first, then the event that ends it.
 template <typename Call, typename Event>
 auto InterruptedUntil(Event event, Call call) {
   struct sigaction interrupt = {};
@@ -73,7 +73,7 @@ class NoFreeDescriptor {
   rlimit before_ = {};
 };
 
-TEST(Lock, IsStillAwaitedAfterASignal) {
+TEST(Lock, KeepsWaitingAfterASignal) {
   harness::WriteFile(kPath, "");
   const os::Descriptor mine = os::OpenForReading(kPath);
   const os::Descriptor others = os::OpenForReading(kPath);
@@ -82,7 +82,7 @@ TEST(Lock, IsStillAwaitedAfterASignal) {
   EXPECT_EQ(flock(others.Number(), LOCK_EX | LOCK_NB), -1);
 }
 
-TEST(Lock, KeepsSharedLocksOutToo) {
+TEST(Lock, ExcludesSharedLocksToo) {
   harness::WriteFile(kPath, "");
   const os::Descriptor mine = os::OpenForReading(kPath);
   const os::Descriptor others = os::OpenForReading(kPath);
@@ -93,7 +93,7 @@ TEST(Lock, KeepsSharedLocksOutToo) {
   EXPECT_EQ(flock(others.Number(), LOCK_SH | LOCK_NB), -1);
 }
 
-TEST(LockInTime, WaitsForAnotherToGiveTheLockBack) {
+TEST(LockInTime, WaitsUntilTheLockIsReleased) {
   harness::WriteFile(kPath, "");
   const os::Descriptor mine = os::OpenForReading(kPath);
   const os::Descriptor others = os::OpenForReading(kPath);
@@ -107,7 +107,7 @@ TEST(LockInTime, WaitsForAnotherToGiveTheLockBack) {
   EXPECT_EQ(flock(others.Number(), LOCK_EX | LOCK_NB), -1);
 }
 
-TEST(LockInTime, WaitsForOneSecondInAll) {
+TEST(LockInTime, WaitsForOneSecondInTotal) {
   harness::WriteFile(kPath, "");
   const os::Descriptor mine = os::OpenForReading(kPath);
   const os::Descriptor others = os::OpenForReading(kPath);
@@ -122,7 +122,7 @@ TEST(LockInTime, WaitsForOneSecondInAll) {
   EXPECT_TRUE(os::LockInTime(mine));
 }
 
-TEST(ReceiveAll, GoesOnAfterASignal) {
+TEST(ReceiveAll, ContinuesAfterASignal) {
   const SocketPair pair;
   const os::Descriptor socket(pair.ends[0]);
   char bytes[5] = {};
@@ -134,7 +134,7 @@ TEST(ReceiveAll, GoesOnAfterASignal) {
   EXPECT_EQ(std::string(bytes, sizeof bytes), "reply");
 }
 
-TEST(ReceiveAll, GivesUpAtTheTimeOutWithWhatHasCome) {
+TEST(ReceiveAll, ReturnsWhatArrivedBeforeTheTimeOut) {
   const SocketPair pair;
   const os::Descriptor socket(pair.ends[0]);
   constexpr timeval kTimeOut = {0, 100000};
@@ -147,7 +147,7 @@ TEST(ReceiveAll, GivesUpAtTheTimeOutWithWhatHasCome) {
   EXPECT_EQ(std::string(bytes, 3), "rep");
 }
 
-TEST(ReceiveAll, AByteJustBeforeTheTimeOutDoesNotStretchIt) {
+TEST(ReceiveAll, AByteJustBeforeTheTimeOutDoesNotExtendIt) {
   const SocketPair pair;
   const os::Descriptor socket(pair.ends[0]);
   constexpr timeval kTimeOut = {2, 0};
@@ -231,7 +231,7 @@ TEST(PrepareDescriptors, OpensAllThreeStandardStreams) {
   EXPECT_EXIT(ExitWithOpenStandardStreams(), testing::ExitedWithCode(7), "");
 }
 
-TEST(Rewrite, FailsForAFileThatIsOpenForReadingAlone) {
+TEST(Rewrite, FailsForAFileThatIsOpenOnlyForReading) {
   harness::WriteFile(kPath, "before");
   EXPECT_FALSE(os::Rewrite(os::OpenForReading(kPath), "after"));
   EXPECT_EQ(harness::ReadFile(kPath), "before");
@@ -300,7 +300,7 @@ TEST(CreateStreamSocket, FailsWithoutAFreeDescriptor) {
   EXPECT_TRUE(os::CreateStreamSocket(kLong).IsOpen());
 }
 
-TEST(PrepareDescriptors, DoesWithoutAFreeDescriptor) {
+TEST(PrepareDescriptors, ReturnsWithoutAFreeDescriptor) {
   const NoFreeDescriptor none;
   os::PrepareDescriptors();
 }

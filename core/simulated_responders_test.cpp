@@ -59,7 +59,7 @@ constexpr char kWholeStatus[] =
 
 constexpr std::int32_t kUsualLimit = 3;
 
-/// Traces of level 4 are on, and what they say is kept.
+/// Traces of level 4 are on and are collected.
 class SimulatedResponders : public testing::Test {
  protected:
   SimulatedResponders() { g_log_level_limit = 4; }
@@ -84,7 +84,7 @@ ByteView View(const std::string& bytes) {
   return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
 }
 
-/// The reply to a request for clips, cut to its length.
+/// The reply to a request for clips, truncated to its length.
 std::string ClipReply(const std::string& request) {
   std::uint8_t reply[484];
   std::memset(reply, 0xEE, sizeof reply);
@@ -100,7 +100,7 @@ std::string ClipRequest(int slot, int first, int count) {
          harness::Be16(static_cast<std::uint16_t>(count));
 }
 
-/// A lock on a file, held as another process would hold it.
+/// A lock on a file, as another process would hold it.
 class HeldLock {
  public:
   explicit HeldLock(const char* path) : descriptor_(open(path, O_RDONLY | O_CLOEXEC)) {
@@ -116,7 +116,7 @@ class HeldLock {
   int descriptor_;
 };
 
-/// Whether `work` waits while the file is locked, and ends when it no longer is.
+/// Whether `work` waits while the file is locked, and ends after the lock is released.
 template <typename Work>
 bool WaitsForLock(const char* path, Work work) {
   std::future<void> done;
@@ -179,7 +179,7 @@ TEST_F(SimulatedResponders, MissingFilesReadAsZeros) {
   EXPECT_FALSE(harness::Exists(kCamStatus));
 }
 
-TEST_F(SimulatedResponders, WhatCannotBeReadReadsAsZerosAndIsNotRewritten) {
+TEST_F(SimulatedResponders, UnreadableFilesReadAsZerosAndAreNotRewritten) {
   mkdir(kCamStatus, 0755);
   EXPECT_EQ(StatusReply(), std::string(38, '\0'));
   rmdir(kCamStatus);
@@ -323,7 +323,7 @@ TEST_F(SimulatedResponders, PageChangeReturnsTheFourPermissions) {
                                         "Setting=9)")));
 }
 
-TEST_F(SimulatedResponders, ZoomControlReplacesTheZoomLineAlone) {
+TEST_F(SimulatedResponders, ZoomControlReplacesOnlyTheZoomLine) {
   WriteFile(kCamStatus, "ZoomStatus=1\nZoom=20000\nZoomPosition=770\nlast, without line feed");
   Dummy_SetZoomCtrl(-32768);
   EXPECT_EQ(harness::ReadFile(kCamStatus),
@@ -344,7 +344,7 @@ TEST_F(SimulatedResponders, ZoomControlKeepsFilesOfAnySize) {
   EXPECT_EQ(harness::ReadFile(kCamStatus), "Zoom=300\n" + rest);
 }
 
-TEST_F(SimulatedResponders, WaitForWhoeverHoldsTheLock) {
+TEST_F(SimulatedResponders, WaitForTheLock) {
   WriteFile(kCamStatus, "Zoom=1\n");
   EXPECT_TRUE(WaitsForLock(kCamStatus, [] { StatusReply(); }));
   EXPECT_TRUE(WaitsForLock(kCamStatus, [] { Dummy_SetZoomCtrl(7); }));

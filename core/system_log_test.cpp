@@ -1,6 +1,6 @@
-// What a request logs is tested from outside. These tests need many or very long messages, or a
-// system that refuses something. A process connects to the log daemon only once: messages to a
-// daemon of the test are sent by a child process.
+// The black-box tests cover what a request logs. These tests need many or very long messages, or a
+// system that refuses a call. A process connects to the log daemon only once, so a child process
+// sends the messages to a test's own daemon.
 #include "core/system_log.h"
 
 #include <fcntl.h>
@@ -69,7 +69,7 @@ std::string ReceiveFromNext(int listening_socket) {
   return bytes;
 }
 
-TEST(SystemLog, LosesAMessageWithoutAFreeDescriptorAndNotTheNextOne) {
+TEST(SystemLog, LosesOnlyTheMessageForWhichNoDescriptorIsFree) {
   {
     const DescriptorLimit none(0);
     os::SystemLog(3, "lost");

@@ -1,4 +1,4 @@
-// How much room the report reserves. What it says is tested from outside.
+// How much room the report reserves. The black-box tests cover its text.
 #include <gtest/gtest.h>
 
 #include <string>

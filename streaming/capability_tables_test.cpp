@@ -15,7 +15,7 @@ std::vector<std::string> Names(const char (&table)[Rows][kCapabilityNameSize]) {
   return {std::begin(table), std::end(table)};
 }
 
-TEST(CapabilityNames, StandInTheRowsThatFilesAndMessagesKnowThemBy) {
+TEST(CapabilityNames, HaveTheIndexesThatFilesAndMessagesUse) {
   EXPECT_THAT(Names(streaming_type_table),
               ElementsAre("UDP", "TCP", "RTSP", "ZIXI", "RTMP", "RTP", "", "", ""));
   EXPECT_THAT(Names(streaming_type_zixi_separate_table),
@@ -47,7 +47,7 @@ TEST(CapabilityNames, AreEmptyOutsideOfTheTable) {
   EXPECT_EQ(NameAt(framerate_table, INT32_MIN), "");
 }
 
-// Whatever follows a table in memory, reading it in a constant expression does not compile.
+// In a constant expression, reading beyond a table would not compile.
 TEST(CapabilityNames, AreNotReadFromBeyondTheTable) {
   static_assert(NameAt(framerate_table, 6).empty());
   static_assert(NameAt(framerate_table, -1).empty());

@@ -1,5 +1,5 @@
-// Requests for what does not exist are refused, so no flags are ever asked for it: tested here. All
-// else is tested from outside.
+// `Parse` refuses unknown names, so no request makes `Output` look them up. These tests do; the
+// black-box tests cover the rest.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ std::string OutputOf(Command& command, const char* name) {
   return testing::internal::GetCapturedStdout();
 }
 
-TEST(AvailableStreamingFramerateSettings, OfAnUnknownResolutionAreNone) {
+TEST(AvailableStreamingFramerateSettings, AreZeroForAnUnknownResolution) {
   harness::SystemLog log;
   AvailableStreamingFramerateSettings command;
   EXPECT_EQ(command.Parse(R"({"Resolution":"7680x4320"})"), -1);
@@ -32,7 +32,7 @@ TEST(AvailableStreamingFramerateSettings, OfAnUnknownResolutionAreNone) {
   EXPECT_THAT(log.Lines(), Contains(Info("##### GetSelectableFramerateTable param error")));
 }
 
-TEST(AvailableStreamingBitrateSettings, OfAnUnknownTypeAreNone) {
+TEST(AvailableStreamingBitrateSettings, AreZeroForAnUnknownType) {
   harness::SystemLog log;
   AvailableStreamingBitrateSettings command;
   EXPECT_EQ(command.Parse(R"({"Type":"Fax","Resolution":"1280x720","Framerate":"60p"})"), -1);

@@ -66,7 +66,7 @@ TEST_F(SettingsFileTest, AMissingFileGivesTheDefaultsAndIsNotCreated) {
   EXPECT_FALSE(harness::Exists(kPath));
 }
 
-TEST_F(SettingsFileTest, WhatCannotBeReadCountsAsMissing) {
+TEST_F(SettingsFileTest, AnUnreadableFileCountsAsMissing) {
   mkdir(kPath, 0755);
   EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
 }
@@ -116,7 +116,7 @@ TEST_F(SettingsFileTest, AKeyThatBeginsWithAnotherKeyIsToldApart) {
   EXPECT_THAT(Read("server_ur\tx\n"), Holds("", "_ur", "", ""));
 }
 
-TEST_F(SettingsFileTest, TheLongerOfTwoKeysCountsInWhicheverOrderTheyStand) {
+TEST_F(SettingsFileTest, TheLongerOfTwoKeysCountsInAnyOrder) {
   static constexpr SettingTable kLongerKeyFirst = {
       SETTING_FIELD(TestRecord, server_url, ""),
       SETTING_FIELD(TestRecord, server, ""),

@@ -62,8 +62,8 @@ constexpr FieldCase<_STREAMING_SERVER_SETTING> kServerCases[] = {
     {"rtp_fec_matrix_d", 30, "0", Value<&_STREAMING_SERVER_SETTING::rtp_fec_matrix_d>},
 };
 
-/// Each field: default without a file, its own line fills it alone, cut to its capacity; and all of
-/// them are written in the order of the cases.
+/// Each field has its default without a file, and its line fills only this field, truncated to its
+/// capacity. All fields are written in the order of the cases.
 template <typename Record, std::size_t Count>
 void CheckFile(const SettingsFile<Record>& file, const FieldCase<Record> (&cases)[Count]) {
   constexpr char kPath[] = "/var/tmp/lighttpd/settings_under_test";

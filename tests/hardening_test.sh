@@ -13,7 +13,7 @@ expect() {
   local description=$1
   shift
   if ! "$@"; then
-    echo "$binary: not so: $description"
+    echo "$binary: this does not hold: $description"
     failures=$((failures + 1))
   fi
 }

@@ -1,5 +1,5 @@
-// How the parts that read what clients and daemons send grow with its size: all of them must be
-// linear. To be started by `measure camera`, for the daemon.
+// How the time to read what clients and daemons send grows with its size: it must grow linearly.
+// Start this with `measure camera`, which provides the daemon.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Checks kept exchanges against the description of the API: check_exchanges.py FILE...
 
-Prints how many replies follow their schema, how many are invalid JSON, and every violation. Exit status 1
-if there is one."""
+Prints how many replies follow their schema, how many are invalid JSON, and every violation. Exit
+status 1 if there is one."""
 
 import pathlib
 import sys

@@ -1,5 +1,5 @@
-// Replies at the ends of what the camera can say. Their only purpose is to be kept for the
-// description of the API, which must allow all of it, and nothing else.
+// Replies with the extreme values that the camera can report. They are recorded for the checks of
+// the description of the API, which must allow all of them and nothing else.
 #include <cstddef>
 #include <fstream>
 #include <string>

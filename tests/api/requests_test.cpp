@@ -68,7 +68,7 @@ class RequestsTest : public CameraTest, public testing::WithParamInterface<std::
 
   Effect EffectWith(const std::string& name, const Json& value) {
     Params params = SampleParams(GetParam());
-    if (name == "YPosition") {  // what it has beyond its range falls into the X position
+    if (name == "YPosition") {  // the high byte of a larger one is ORed into the X position
       params = With(params, "XPosition", 255);
     }
     return EffectOf(With(params, name, value));
@@ -79,7 +79,7 @@ class RequestsTest : public CameraTest, public testing::WithParamInterface<std::
   void CheckText(const std::string& name, std::size_t longest);
 
  private:
-  /// One server each for the numbers at the ends of their range, so that they can be told apart.
+  /// A server for each number at the ends of the range, so that their replies differ.
   static std::map<std::string, std::string> InitialSettings() {
     std::map<std::string, std::string> files;
     for (const char* const server :
@@ -107,7 +107,7 @@ class RequestsTest : public CameraTest, public testing::WithParamInterface<std::
     return text;
   }
 
-  /// All files as they are read: of a line, 255 bytes.
+  /// All files as the handler reads them: 255 bytes of each line.
   static std::string Settings() {
     std::map<std::string, std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(kSettingsFolder)) {

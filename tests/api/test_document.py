@@ -15,7 +15,7 @@ def subschemas(schema, path):
     if "items" in schema:
         yield from subschemas(schema["items"], f"{path}[]")
     for number, one in enumerate(schema.get("oneOf", [])):
-        # What has no type only tells which controls and keys go together.
+        # Alternatives without a type only list the pairs of controls and keys.
         if "type" in one or "$ref" in one:
             yield from subschemas(one, f"{path}|{number}")
 
@@ -45,7 +45,7 @@ def test_the_document_has_the_members_that_openapi_requires():
 @pytest.mark.parametrize("name", SCHEMAS)
 def test_schema_is_valid(name):
     jsonschema.Draft202012Validator.check_schema(SCHEMAS[name])
-    # Keywords that are misspelt would be ignored.
+    # Misspelled keywords would be ignored.
     known = {"$ref", "type", "description", "properties", "required", "additionalProperties",
              "oneOf", "const", "enum", "minimum", "maximum", "minLength", "maxLength", "pattern",
              "items", "minItems", "maxItems", "format", "writeOnly", "default",

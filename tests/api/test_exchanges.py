@@ -1,5 +1,5 @@
-"""Every reply of the black-box tests is as the document describes it, and nothing in the document
-is wider than what they have seen."""
+"""Every reply of the black-box tests follows the document, and the document allows nothing that no
+reply has shown."""
 
 from description import FIXED_ERRORS, REPOSITORY, SCHEMAS, commands, schema_of_reply
 from exchanges import Checker, parse, read_exchanges

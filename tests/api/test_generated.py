@@ -1,4 +1,4 @@
-"""What repeats the description and the examples is up to date."""
+"""The files that are generated from the description and the examples are up to date."""
 
 import re
 import subprocess

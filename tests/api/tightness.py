@@ -7,7 +7,7 @@ class Usage:
     """What was seen at each place of the replies, for example "GetNTPStatusResponse.Status"."""
 
     def __init__(self):
-        self.seen = {}  # place: set of values, of texts' lengths for free texts
+        self.seen = {}  # by place: the set of values, or of lengths for free texts
 
     def add(self, reply):
         name = schema_of_reply(reply)

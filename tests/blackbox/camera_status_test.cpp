@@ -64,12 +64,12 @@ class CameraStatusTest : public CameraTest {
   FakeDaemon daemon_;
 };
 
-/// The daemon's reply with one byte or more that are not zero.
+/// The daemon's reply: these bytes at the offset, otherwise zeros.
 std::string ReplyWith(std::size_t offset, const std::string& bytes) {
   return std::string(38, '\0').replace(offset, bytes.size(), bytes);
 }
 
-/// The report with one piece of its text, which must be in it just once, changed.
+/// The report with `from`, which must occur exactly once, replaced by `to`.
 std::string Changed(std::string report, const std::string& from, const std::string& to) {
   const std::size_t at = report.find(from);
   EXPECT_NE(at, std::string::npos) << from;

@@ -352,7 +352,7 @@ TEST_F(ClipListTest, WaitsLongerThanUsualForEachReply) {
   EXPECT_THAT(List(Params("A", "1", "1")), Replied(ListJson(1, kFirstClip)));
 }
 
-// 20 chunks: one time-out, not 19 of them.
+// 300 clips need 20 exchanges. After the second one times out there is no third.
 TEST_F(ClipListTest, AsksForNoFurtherClipsAfterATimeOut) {
   daemon_.Next(Answer(ReplyMessage(Clips(1, FirstClip(), 2)))).Next(Silent());
   const Outcome outcome = RunHandler(

@@ -573,7 +573,7 @@ std::string StreamingSettings(const std::string& server) {
          "\nrfresolution\t5\ncldstrmusername\tuser\ncldstrmpassword\tpw\nserverurl\thost\n";
 }
 
-/// A server's settings, the ones that a stream information sets and all others.
+/// A server's settings: those that the stream information sets, and all others.
 std::string ServerSettings(const std::string& alias, const std::string& type,
                            const std::string& url, const std::string& key,
                            const std::string& other = "0", const std::string& address = "0.0.0.0") {
@@ -600,7 +600,7 @@ std::string ServerSettings(const std::string& alias, const std::string& type,
   return text;
 }
 
-/// The reply with a stream information: 324 bytes.
+/// The reply with the stream information: 324 bytes.
 std::string StreamInfo(const std::string& url, const std::string& key, const std::string& title,
                        int result = 0) {
   return Bytes({result, 9, 9, 9}) + Field(url, 192) + Field(key, 64) + Field(title, 64);

@@ -303,7 +303,7 @@ TEST_P(DaemonStallTest, EndsWithTheTimeOut) {
 
 class BusyDaemonTest : public DaemonFaultTest {};
 
-// One for each socket, direction and time-out.
+// Both daemons, one-way messages, and the longer time-out of the clip list.
 INSTANTIATE_TEST_SUITE_P(In, BusyDaemonTest, testing::Values("Request", "Clips", "Cloud", "Notice"),
                          [](const auto& test) { return test.param; });
 
@@ -343,7 +343,7 @@ TEST_F(TimeOutTest, EndsTheExchangesOfACommand) {
                                    Error("[1] No m_rcv_res!!"), Error("send res_str = " + json)));
 }
 
-// A broken daemon costs the request that talks to it, not those that use the same settings.
+// A broken daemon delays the request that talks to it, not those that use the same settings.
 TEST_F(TimeOutTest, IsNotWaitedForWithTheSettingsLocked) {
   const BusyDaemon daemon;
   auto waiting = std::async(std::launch::async,

@@ -5,7 +5,7 @@
 
 #include "harness/camera_test.h"
 
-// How a request is read: method, length, body, form.
+// How a request is read: method, length, body, required members.
 
 namespace {
 
@@ -216,7 +216,7 @@ class StalledInputTest : public CameraTest, public testing::WithParamInterface<S
 INSTANTIATE_TEST_SUITE_P(Of, StalledInputTest, testing::ValuesIn(StalledInputs()),
                          [](const auto& test) { return test.param.name; });
 
-TEST_P(StalledInputTest, IsAwaitedFor10SecondsInAll) {
+TEST_P(StalledInputTest, EndsAfter10SecondsInTotal) {
   const StalledInput& input = GetParam();
   Request request(input.sent);
   request.Set("CONTENT_LENGTH", "1000").StandardInput(Input::kHeldOpen).Deadline(20s);
@@ -300,38 +300,38 @@ TEST_F(BodyTest, MayBeAMegabyteLong) {
   EXPECT_THAT(Post(Body("GetSystemInfo", params)), Replied(SystemInfoJson()));
 }
 
-class FormTest : public CameraTest {};
+class RequiredMembersTest : public CameraTest {};
 
-TEST_F(FormTest, TheCommandMayFollowTheSession) {
+TEST_F(RequiredMembersTest, TheCommandMayFollowTheSession) {
   const std::string body = std::string("{\"Request\":{\"SessionID\":\"") + kSession +
                            "\",\"Command\":\"GetSystemInfo\"}}";
   EXPECT_THAT(Post(body), Replied(SystemInfoJson()));
 }
 
-TEST_F(FormTest, RequestsWithoutASessionCountOneMember) {
+TEST_F(RequiredMembersTest, RequestsWithoutASessionCountOneMember) {
   const std::string body = BodyWithoutSession("GetSystemInfo");
   EXPECT_THAT(Post(body), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
   EXPECT_THAT(log_.Lines(), Logged(Error(kNoSessionLine), Error(FormatErrorLine(body, 1))));
 }
 
-TEST_F(FormTest, RequestsWithoutACommandCountOneMember) {
+TEST_F(RequiredMembersTest, RequestsWithoutACommandCountOneMember) {
   const std::string body = "{\"Request\":{\"SessionID\":\"5f0c2a9e71d4\"}}";
   EXPECT_THAT(Post(body), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
   EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(FormatErrorLine(body, 1))));
 }
 
-TEST_F(FormTest, RequestsWithNeitherCountNone) {
+TEST_F(RequiredMembersTest, RequestsWithNeitherCountNone) {
   EXPECT_THAT(Post("{\"Request\":{}}"), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
   EXPECT_THAT(log_.Lines(), Logged(Error(kNoCommandLine), Error(kNoSessionLine),
                                    Error(FormatErrorLine("{\"Request\":{}}", 0))));
 }
 
-TEST_F(FormTest, AFormatErrorNeedsNoSessionFile) {
+TEST_F(RequiredMembersTest, AFormatErrorNeedsNoSessionFile) {
   ResetPrivateWorld();
   EXPECT_THAT(Post("x"), Replied("{\"Response\":{\"Result\":\"FormatError\"}}"));
 }
 
-TEST_F(FormTest, TheKeyIsFoundInsideAnotherName) {
+TEST_F(RequiredMembersTest, TheKeyIsFoundInsideAnotherName) {
   const std::string body =
       std::string("{\"Request\":{\"MyCommand\":\"GetSystemInfo\",\"Command\":\"Other\",") +
       "\"SessionID\":\"" + kSession + "\"}}";

@@ -78,8 +78,8 @@ TEST_F(GpsTest, WithoutTheDaemonThereIsNoReply) {
   EXPECT_THAT(Post(Body("GetGPSInfo")), EndedSilently(1));
 }
 
-/// Only the class of the command has that spelling.
-TEST_F(GpsTest, TheCommandIsSpeltInUpperCase) {
+/// Only the command's class is called GetGpsInfo.
+TEST_F(GpsTest, TheCommandIsCalledGetGPSInfo) {
   EXPECT_THAT(Post(Body("GetGpsInfo")), Replied(ErrorJson("CommandError"), 1));
 }
 

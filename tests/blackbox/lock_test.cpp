@@ -45,7 +45,7 @@ class LockTest : public CameraTest {
   }
 };
 
-TEST_F(LockTest, OnFilesHinderNoReaderAndNoWriter) {
+TEST_F(LockTest, LocksOnFilesBlockNoReaderAndNoWriter) {
   WriteFile(kLogLevelFile, "cmd=1\n");
   StatusBlock().SetByte(516, 3).Store();
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
@@ -65,7 +65,7 @@ TEST_F(LockTest, OnFilesHinderNoReaderAndNoWriter) {
 
 constexpr char kFolder[] = "/var/tmp/lighttpd";
 
-TEST_F(LockTest, OnTheFolderForEverCostsOneSecond) {
+TEST_F(LockTest, ALockOnTheFolderThatIsNeverReleasedDelaysByOneSecond) {
   struct Row {
     const char* what;
     std::string body;
@@ -95,7 +95,7 @@ TEST_F(LockTest, OnTheFolderForEverCostsOneSecond) {
   EXPECT_EQ(ReadFile("/var/tmp/lighttpd/ntp"), "address\tnew\ntc_sync\t0\n");
 }
 
-TEST_F(LockTest, OnTheFolderHindersNoCommandWithoutSettings) {
+TEST_F(LockTest, ALockOnTheFolderDoesNotDelayCommandsWithoutSettings) {
   const HeldLock folder(kFolder);
   const Outcome outcome = Post(Body("GetSystemInfo"));
   EXPECT_EQ(outcome.exit_status, 0);
@@ -125,7 +125,7 @@ class HeldFolderTest : public LockTest {
   }
 };
 
-TEST_F(HeldFolderTest, AWriterStartsFromWhatTheOneBeforeItHasStored) {
+TEST_F(HeldFolderTest, AWriterKeepsWhatThePreviousOneStored) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t1\n");
   const FakeDaemon control;
   EXPECT_THAT(PostDuring(Body("SetNTPServer", R"("Address":"new")"),
@@ -164,7 +164,7 @@ TEST_F(EndedSessionTest, IsNotWrittenIntoAFileWithoutAnId) {
 }
 
 // The handler locks its own end.
-TEST_F(LockTest, OnADaemonsEndOfAConnectionDoesNotHinderTheExchange) {
+TEST_F(LockTest, ALockOnTheDaemonsEndOfAConnectionDoesNotBlockTheExchange) {
   const Script locking = Script().Lock().AwaitMessage().Send(ReplyMessage(Bytes({0})));
   const FakeDaemon control(locking);
   const FakeDaemon streaming(kStreamingSocket, locking);

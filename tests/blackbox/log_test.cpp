@@ -311,7 +311,7 @@ TEST_F(LogFaultTest, RequestsWorkWithoutASystemLog) {
 constexpr double kLogTimeout = 1;  // seconds
 
 // The time-out is for all messages of a request together.
-TEST_F(LogFaultTest, AStalledLogHoldsARequestUpOnlyOnce) {
+TEST_F(LogFaultTest, AStalledLogDelaysARequestOnlyOnce) {
   StalledLog log;
   WriteFile(kLogLevelFile, "cmd=7\n");
   const Outcome renewal = Renew();
@@ -321,7 +321,7 @@ TEST_F(LogFaultTest, AStalledLogHoldsARequestUpOnlyOnce) {
   EXPECT_THAT(log.Read(0), Logged());
 }
 
-TEST_F(LogFaultTest, AStalledLogHoldsARequestThatLogsManyLinesUpOnlyOnce) {
+TEST_F(LogFaultTest, AStalledLogDelaysARequestWithManyLinesOnlyOnce) {
   const FakeDaemon daemon(Answer(ReplyMessage(Bytes({0}))));
   const StalledLog log;
   WriteFile(kLogLevelFile, "cmd=7\n");
@@ -330,7 +330,7 @@ TEST_F(LogFaultTest, AStalledLogHoldsARequestThatLogsManyLinesUpOnlyOnce) {
   EXPECT_LT(selection.elapsed.count(), kLogTimeout + TimeMargin());
 }
 
-TEST_F(LogFaultTest, AStalledLogDoesNotHinderAFatalEnd) {
+TEST_F(LogFaultTest, AStalledLogDoesNotPreventAFatalEnd) {
   const StalledLog log;
   const Outcome outcome = RunHandler(Request(Body("MonitorStart")));
   EXPECT_THAT(outcome, EndedSilently(1));
@@ -349,7 +349,7 @@ TEST_F(LogFaultTest, ALogThatReadsAgainInTimeGetsEveryLine) {
                                   Error("send res_str = " + renewed_)));
 }
 
-TEST_F(LogFaultTest, ALogThatIsStartedAnewGetsTheRest) {
+TEST_F(LogFaultTest, ARestartedLogGetsTheRest) {
   const FakeDaemon daemon(Script()
                               .AwaitMessage()
                               .Pause(std::chrono::milliseconds(1500))
@@ -366,7 +366,7 @@ TEST_F(LogFaultTest, ALogThatIsStartedAnewGetsTheRest) {
   EXPECT_THAT(log->Lines(), Logged(Error("send res_str = " + ResultJson("MonitorStart"))));
 }
 
-TEST_F(LogFaultTest, AStreamLogThatIsStartedAnewGetsTheRest) {
+TEST_F(LogFaultTest, ARestartedStreamLogGetsTheRest) {
   const FakeDaemon daemon(Script()
                               .AwaitMessage()
                               .Pause(std::chrono::milliseconds(1500))
@@ -388,7 +388,7 @@ TEST_F(LogFaultTest, AStreamLogThatIsStartedAnewGetsTheRest) {
                                                      ResultJson("MonitorStart") + '\0'));
 }
 
-TEST_F(LogFaultTest, AStreamLogThatNoLongerAcceptsHoldsARequestUpOnlyOnce) {
+TEST_F(LogFaultTest, AStreamLogThatNoLongerAcceptsDelaysARequestOnlyOnce) {
   const int log = BoundSocket(kLog, SOCK_STREAM);
   listen(log, 0);
   const int waiting = ConnectNonBlocking(kLog, SOCK_STREAM);

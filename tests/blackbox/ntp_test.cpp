@@ -109,7 +109,7 @@ TEST_F(NtpTest, StoringTheServerIsTraced) {
        Info("##### SetNTPServer Transmit() after addr:10.0.0.1 tc_sync:1"), kRenewalTrace});
 }
 
-TEST_F(NtpTest, TheWordOnAloneLetsTheTimeCodeFollow) {
+TEST_F(NtpTest, OnlyTheWordOnLetsTheTimeCodeFollow) {
   const std::string address(129, 'h');
   const struct {
     const char* word;

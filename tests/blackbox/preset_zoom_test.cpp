@@ -120,7 +120,7 @@ TEST_F(PresetZoomTest, WithoutParametersTheFileIsRewritten) {
   ExpectStoredBy(Body("SetPresetZoomPosition"), "SetPresetZoomPosition", File("1", "2", "3"));
 }
 
-TEST_F(PresetZoomTest, StoringLogsTheNoticeAlone) {
+TEST_F(PresetZoomTest, StoringLogsOnlyTheNotice) {
   ExpectTraces("SetPresetZoomPosition", R"("ID":"A","Position":1)", {kRenewalTrace});
 }
 

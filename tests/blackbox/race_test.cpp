@@ -234,7 +234,7 @@ TEST_F(RaceTest, OfRenewalsOfTheSession) {
   EXPECT_EQ(missed, 0);
 }
 
-/// Clients that do nothing but renew a session.
+/// Clients that renew a session all the time.
 class RenewingClients {
  public:
   explicit RenewingClients(const std::string& session)
@@ -258,7 +258,7 @@ class RenewingClients {
   RenewingClients(const RenewingClients&) = delete;
   RenewingClients& operator=(const RenewingClients&) = delete;
 
-  /// Waits until every request that is on its way now, and one more of each client, has ended.
+  /// Waits until every request that is running now, and one more of each client, has ended.
   void AwaitEach() const {
     for (const std::atomic<int>& renewals : renewals_) {
       const int enough = renewals + 2;
@@ -279,12 +279,12 @@ class RenewingClients {
 
 class SessionRaceTest : public CameraTest {
  protected:
-  /// Ends the session again and again while clients renew it, at a different point of their
-  /// requests each time.
+  /// Ends the session many times while clients renew it, each time at another point of their
+  /// requests.
   static void Run(const char* title, const std::function<void()>& end,
                   const std::function<bool()>& is_over) {
     const RenewingClients clients(kSession);
-    // One takes as long as twenty rounds of two writers and a reader.
+    // Such a round takes as long as twenty rounds of two writers and a reader.
     const int rounds = std::min(Rounds(), 1000);
     int undone = 0;
     for (int round = 0; round < rounds; ++round) {

@@ -10,7 +10,7 @@ using testing::IsEmpty;
 
 class RemoteCameraTest : public RemoteTest {};
 
-TEST_F(RemoteCameraTest, RecordingStartsOnTheWordRecAlone) {
+TEST_F(RemoteCameraTest, RecordingStartsOnlyOnTheWordRec) {
   ExpectSent("SetCamCtrl", 1,
              {{"rec", R"("CamCtrl":"Rec")", Bytes({0})},
               {"stop", R"("CamCtrl":"Stop")", Bytes({1})},
@@ -78,7 +78,7 @@ TEST_F(RemoteCameraTest, TheZoomPositionIsLoggedSignedAndUnsigned) {
 }
 
 /// The encoder's messages have no payload; their codes start and stop it.
-TEST_F(RemoteCameraTest, TheEncoderStopsOnTheWordStopAlone) {
+TEST_F(RemoteCameraTest, TheEncoderStopsOnlyOnTheWordStop) {
   const struct {
     const char* what;
     const char* params;

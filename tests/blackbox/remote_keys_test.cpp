@@ -112,7 +112,7 @@ TEST_F(RemoteKeysTest, UnknownPairsAreRefused) {
                                       {"none", R"("Kind":"None","Button":"None")"}});
 }
 
-TEST_F(RemoteKeysTest, NamesOfAnyLengthAreRefusedUnharmed) {
+TEST_F(RemoteKeysTest, UnknownNamesOfAnyLengthAreRefused) {
   for (const std::size_t length : {29U, 30U, 31U, 32U, 4999U, 5000U, 20000U}) {
     SCOPED_TRACE(length);
     const std::string name(length, 'x');
@@ -181,7 +181,7 @@ TEST_F(RemoteKeysTest, TheSystemRequestWithoutItsWordIsRefusedAndLogged) {
                                     {Info("##### SystemRequest Parse()"), NotFound("Request")}));
 }
 
-TEST_F(RemoteKeysTest, StreamingStartsOnTheWordOnAlone) {
+TEST_F(RemoteKeysTest, StreamingStartsOnlyOnTheWordOn) {
   ExpectSent("SetStreamingCtrl", 17,
              {{"on", R"("Streaming":"On")", Bytes({13, 0})},
               {"off", R"("Streaming":"Off")", Bytes({13, 1})},
@@ -205,7 +205,7 @@ TEST_F(RemoteKeysTest, StreamingLogsNoCodes) {
                       Info("command Hit!!! eventTable[109] kind=Streaming button=Stop")}));
 }
 
-TEST_F(RemoteKeysTest, ReturnAudioStartsOnTheWordStartAlone) {
+TEST_F(RemoteKeysTest, ReturnAudioStartsOnlyOnTheWordStart) {
   ExpectSent("SetIFBCtrl", 17,
              {{"start", R"("Streaming":"Start")", Bytes({24, 0})},
               {"stop", R"("Streaming":"Stop")", Bytes({24, 1})},

@@ -294,7 +294,7 @@ TEST_F(RemoteSlidersTest, MissingParametersAreRefusedAndLogged) {
   }
 }
 
-TEST_F(RemoteSlidersTest, AKindOfAnyLengthIsRefusedUnharmed) {
+TEST_F(RemoteSlidersTest, AnUnknownKindOfAnyLengthIsRefused) {
   const std::string kind = R"("Kind":")" + std::string(6000, 'k') + '"';
   const std::string digits(6000, '9');
   for (const auto& [command, params] :

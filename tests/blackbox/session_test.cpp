@@ -299,7 +299,7 @@ TEST_F(SessionRenewalTest, AFileThatCannotBeWrittenIsReportedAndKept) {
   EXPECT_THAT(log_.Lines(), testing::Contains(Error(kCannotWriteLine)));
 }
 
-TEST_F(SessionRenewalTest, AFileThatIsWrittenOnlyInPartIsReported) {
+TEST_F(SessionRenewalTest, AFileThatIsOnlyPartlyWrittenIsReported) {
   EXPECT_THAT(RunHandler(Request(Body("SessionRenewal", "\"Update\":1")).LimitFileSize(20)),
               Replied(kNotRenewed));
 }

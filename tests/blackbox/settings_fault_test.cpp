@@ -259,7 +259,7 @@ TEST_P(UnreadableFolderTest, DoesNotConcernCommandsWithoutSession) {
   EXPECT_THAT(Run(Request(BodyWithoutSession("HeartbeatConfirmation"))), Replied(reply));
 }
 
-/// Files in the folder can be read, and not be written.
+/// Files in the folder can be read but not written.
 class UnwritableFolderTest : public SettingsFaultTest {};
 
 INSTANTIATE_TEST_SUITE_P(In, UnwritableFolderTest, testing::Values(kWriteProtected, kFull),
@@ -332,7 +332,7 @@ TEST_F(SettingsFolderTest, ADeviceWithoutEndInPlaceOfTheSessionHoldsNoSession) {
   EXPECT_LT(outcome.elapsed.count(), TimeMargin());
 }
 
-TEST_F(SettingsFolderTest, OfAFileNoMoreThan16MiBAreRead) {
+TEST_F(SettingsFolderTest, NoMoreThan16MiBOfAFileAreRead) {
   constexpr std::size_t kLimit = 16777216;
   const std::string last_line = "address\tinside\n";
   WriteFile("/var/tmp/lighttpd/ntp",
@@ -442,7 +442,7 @@ TEST_F(SettingsFolderTest, APipeInPlaceOfTheSessionHoldsNoSession) {
   EXPECT_THAT(log_.Lines(), Logged(Error("session error no file [/var/tmp/lighttpd/.session]")));
 }
 
-TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
+TEST_F(SettingsFolderTest, WriteProtectionKeepsTheSessionUnchanged) {
   const std::string before = ReadFile(kSessionFile);
   const ReadOnly folder(kFolder);
   const std::string body = Body("SessionRenewal", R"("Update":1)");
@@ -459,7 +459,7 @@ TEST_F(SettingsFolderTest, WriteProtectedKeepsTheSessionAsItIs) {
 }
 
 // An existing file has room for its new contents.
-TEST_F(SettingsFolderTest, FullTakesNewContentsOfExistingFiles) {
+TEST_F(SettingsFolderTest, AFullDiskTakesNewContentsOfExistingFiles) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
   const FullDisk disk(kFolder);
   FakeDaemon control;

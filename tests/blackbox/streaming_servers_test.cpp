@@ -480,7 +480,7 @@ TEST_F(StreamingServersTest, ReadingBackIsTracedUnderTheNameOfTheFormatCommand) 
                      Error("requested error ret=-1, params=\"Params\":{\"Id\":1}}}")));
 }
 
-TEST_F(StreamingServersTest, RtspChangesThePasswordAlone) {
+TEST_F(StreamingServersTest, RtspChangesOnlyThePassword) {
   FakeDaemon daemon;
   Post(Body("SetStreamingServerSettingsRTSP", R"("ID":1,"Alias":"Van","Password":"secret")"));
   EXPECT_THAT(Post(Body(kGet, R"("ID":1)")),

@@ -207,7 +207,7 @@ def boot(initramfs):
 
 @pytest.fixture(name="board", scope="session")
 def fixture_board(tmp_path_factory):
-    """What the board has printed: the name of a result, and a list of the values of each of its lines."""
+    """The results that the board has printed: by name, a list of the values of each line."""
     root = tmp_path_factory.mktemp("root")
     make_root(root)
     WORK.mkdir(exist_ok=True)
@@ -219,7 +219,7 @@ def fixture_board(tmp_path_factory):
         if line.startswith("@"):
             name, *values = line[1:].split("\t")
             results[name].append(values)
-    assert "end" in results, "the board has not come to its end; its console:\n" + console
+    assert "end" in results, "the board did not finish; its console:\n" + console
     return results
 
 

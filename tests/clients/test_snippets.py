@@ -54,7 +54,7 @@ def zoom_is_elsewhere(world):
 
 
 def zoom_arrives(world):
-    """The zoom takes its time."""
+    """Whether the zoom reaches position 500 within 30 seconds."""
     deadline = time.monotonic() + 30
     while world.command("GetCamStatus")["Response"]["Data"]["ZoomPosition"] != "500":
         if time.monotonic() > deadline:

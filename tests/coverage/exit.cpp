@@ -9,7 +9,7 @@ extern "C" {
 [[noreturn]] void __wrap__exit(int status);
 void __gcov_dump();
 
-/// The limits that a test sets are for the handler, not for the counters.
+/// Lifts the limits that a test has set for the handler: the counters need more.
 [[gnu::destructor]] static void LiftLimits() {
   for (const auto resource : {RLIMIT_AS, RLIMIT_FSIZE, RLIMIT_NOFILE}) {
     rlimit limit = {};

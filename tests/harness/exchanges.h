@@ -9,8 +9,8 @@ namespace harness {
 // `tests/api/run` checks these replies against the description of the API. Without the variable
 // nothing is kept.
 
-/// A handler has ended. Writes the line "exchange BODY-BYTES OUTPUT-BYTES json" (or "any", see
-/// below), then both texts, each with a line feed after it.
+/// Records the run of a handler that has ended: the line "exchange BODY-BYTES OUTPUT-BYTES json"
+/// (or "any", see below), then both texts, each with a line feed after it.
 void RecordExchange(const std::string& body, const std::string& output);
 
 /// While an object of this class lives, replies need not be as the API describes them: for tests

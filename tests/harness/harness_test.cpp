@@ -6,7 +6,7 @@
 namespace harness {
 namespace {
 
-TEST(LogLineTest, TakesPriorityAndTextApart) {
+TEST(LogLineTest, SeparatesPriorityAndText) {
   EXPECT_EQ(ParseLogLine("<11>camera_remote.cgi: a: b\n"), Error("a: b\n"));
   EXPECT_EQ(ParseLogLine("<14>x: "), Info(""));
 }

@@ -12,7 +12,7 @@ namespace harness {
 
 using Random = std::mt19937;
 
-/// A number of a range, its ends included.
+/// A number in a range, including both ends.
 int Number(Random& random, int lowest, int highest);
 
 std::string RandomBytes(Random& random, std::size_t size);

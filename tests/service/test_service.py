@@ -1,4 +1,4 @@
-"""The systemd unit and the handler's list of system calls are enough, and no wider than they say.
+"""The systemd unit and the handler's list of system calls allow all that is needed, and nothing else.
 
 Runs in the world of tests/servers/world.sh: the handler is installed, a simulated camera answers.
 """
@@ -51,7 +51,7 @@ def members(group):
 
 
 def calls_of_the_unit():
-    """What its lines SystemCallFilter= allow, in their order; "~" takes away."""
+    """The system calls that the unit's lines SystemCallFilter= allow; "~" removes calls."""
     allowed = members("@default")
     for value in unit_values("SystemCallFilter"):
         remove = value.startswith("~")

@@ -1,5 +1,5 @@
-"""Whatever the description of the API says that a reply may hold, the simulated camera can be made to
-report. The values come from api/openapi.json, the states from the control interface."""
+"""The simulated camera can report every value that the description of the API allows in a reply. The
+values come from api/openapi.json, the states from the control interface."""
 
 import itertools
 import json
@@ -128,7 +128,7 @@ def members_together(explorer):
         explorer.look()
 
 
-# A camera that waits for what needs to be waited for.
+# What some commands need first: control of the tally, a question of an upload, a login to the cloud.
 READY = {"tally": {"control": "Web"}, "upload": {"phase": "TRUST", "files": ["A.MOV"]},
          "cloud": {"logged_in": True, "has_events": True, "stream_event": 2}}
 

@@ -1,4 +1,4 @@
-"""The control interface: state, sessions, journal, and that what is the same gives the same."""
+"""The control interface: state, sessions, journal, repeatability."""
 
 import concurrent.futures
 import json
@@ -429,7 +429,7 @@ def test_what_the_request_was_is_shown_even_if_it_is_no_json(world, after):
     assert journal(world, after)["entries"][0]["request"] == "Command and so on"
 
 
-# --- The same again ------------------------------------------------------------------------------
+# --- Repeatability -------------------------------------------------------------------------------
 
 def session_of_work(world):
     """Every reply, byte for byte."""

@@ -105,7 +105,7 @@ def test_the_recording_modes(camera):
     assert camera.state()["slots"]["A"]["clips"][-1]["first"] == "09:59:55.01"
 
 
-# What the battery tells, a time, what it tells then.
+# What the battery reports, a time, what it reports after that time.
 @pytest.mark.parametrize("before, minutes, level, value", [
     ({"info": "Time", "level": 5, "value": 137}, 30, "4", "107"),
     ({"info": "Capacity", "level": 5, "value": 100}, 70, "3", "50"),

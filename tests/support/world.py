@@ -42,9 +42,10 @@ class World:
     """Starts `./run --port 0` and stops it again; a context manager.
 
     `options` are further options of `./run`. It runs with "--quiet" unless `verbose`.
-    `wrapper` is put in front of the command. `program` is started in place of `./run`, and nothing
-    is built then: an installed camera-simulator. Otherwise the first world of a process builds what is missing, the others run what is
-    there. Enter it in a thread that lives as long as the world: the simulated camera ends with it.
+    `wrapper` is put in front of the command. `program`, an installed camera-simulator, is started in
+    place of `./run`; nothing is built then. Otherwise the first world of a process builds what is
+    missing, and the others use that. Enter it in a thread that lives as long as the world: the
+    simulated camera ends with that thread.
 
     Attributes, from entering on:
       url      where the web server is, for example "http://127.0.0.1:23456", without a "/"

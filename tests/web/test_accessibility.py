@@ -1,4 +1,4 @@
-"""Every view for everybody: checked by axe-core, by keyboard, on small and zoomed screens."""
+"""The accessibility of every view: with axe-core, by keyboard, on small and zoomed screens."""
 
 import pathlib
 

@@ -1,4 +1,4 @@
-"""The walk through the cloud service."""
+"""The five steps of the cloud view."""
 
 import pytest
 

@@ -1,4 +1,4 @@
-"""The web remote as its users find their way in it: by roles and names."""
+"""The web remote as its users see it: its controls are found by role and name."""
 
 import json
 import re
@@ -36,11 +36,11 @@ class Page:
         self.allowed = [r"/favicon\.ico "]
         self._first_window = browser.current_window_handle
 
-    # --- Coming and going
+    # --- Opening and navigating
 
     def open(self, logged_in=False):
         """Opens the page in front of a camera that has just been switched on. Nothing is left of the
-        test before; `logged_in` gives it a session as if it were reloaded."""
+        previous test. With `logged_in` the page has a session, as after a reload."""
         self.resize(*DESKTOP)
         self.browser.get(self.world.url + "/icon.svg")
         self.browser.execute_script("localStorage.clear(); sessionStorage.clear()")
@@ -118,7 +118,7 @@ class Page:
         self.click(self.field(name, "checkbox"))
 
     def click(self, element):
-        """Clicks it where nothing that stays in place covers it."""
+        """Clicks an element in the middle of the window, where no fixed element covers it."""
         self.browser.execute_script("arguments[0].scrollIntoView({block: 'center'})", element)
         element.click()
 
@@ -239,7 +239,7 @@ class Page:
         assert foreign == [], foreign
 
     def allow_errors(self, pattern):
-        """Says which lines of the console a test provokes."""
+        """Allows lines of the console that a test provokes."""
         self.allowed.append(pattern)
 
     def _is_ours(self, url):

@@ -24,7 +24,7 @@ Result = TypeVar("Result")
 
 @dataclass
 class Exchange:
-    """One request and what came of it, with all passwords in the texts."""
+    """One request and its outcome. The texts may contain passwords."""
 
     command: str
     request: str
@@ -67,11 +67,11 @@ class Camera(Commands):
         *,
         timeout: Optional[float] = None,
     ) -> Dict[str, Any]:
-        """Sends any command under its name in the API, also one that has no method, with its
-        parameters under theirs. Returns the reply's data, {} if it has none."""
+        """Sends any command, even one without a method. `command` and the keys of `params` are names
+        of the API. Returns the reply's data, {} if it has none."""
         row = COMMANDS_BY_NAME.get(command)
         if row is not None and row.parameters:
-            # Never without any: the camera would not check them and store zeros.
+            # Always with "Params": without it the camera checks nothing and stores zeros.
             given = params or {}
             known = {name: given[name] for name in row.wire_names if name in given}
             params = {**known, **given}

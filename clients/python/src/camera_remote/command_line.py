@@ -103,7 +103,7 @@ def read_options(arguments: Optional[Sequence[str]]) -> argparse.Namespace:
         type=positive_number,
         default=1.0,
         metavar="SECONDS",
-        help="watch: time between two looks at the camera (default: 1)",
+        help="watch: time between two status requests (default: 1)",
     )
     options = parser.parse_intermixed_args(arguments)
     if not options.words:
@@ -154,7 +154,7 @@ def find_command(name: str) -> Command:
 
 
 def read_parameters(command: Command, texts: List[str]) -> Dict[str, Any]:
-    """The parameters out of NAME=VALUE texts; all of them, and no others."""
+    """The parameters from NAME=VALUE texts; exactly those of the command."""
     names = list(command.parameters)
     params: Dict[str, Any] = {}
     for text in texts:

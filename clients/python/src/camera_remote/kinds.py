@@ -33,7 +33,7 @@ class Number:
 
 
 class Word:
-    """One of a few words. The camera accepts others, too, but takes them for something else."""
+    """One of a few words. The camera accepts other words, too, but gives them another meaning."""
 
     def __init__(self, *words: str) -> None:
         self.words = words

@@ -18,9 +18,9 @@ CLEAR_LINE = "\r\x1b[K"
 
 
 def watch(camera: Camera, interval: float, out: TextIO) -> None:
-    """Shows the camera's state until it is interrupted. On a terminal one line is written over and
-    over, elsewhere a new one for each change, the time code aside. An error that will not pass by
-    itself is raised."""
+    """Shows the camera's state until it is interrupted. On a terminal it updates one line; elsewhere
+    it writes a new line for each change, except of the time code. Raises errors that do not pass by
+    themselves."""
     screen = Screen(out)
     last_answer = time.monotonic()
 
@@ -53,7 +53,7 @@ class Screen:
         self._shown: Optional[str] = None
 
     def show(self, line: str, content: str, color: Optional[str] = None) -> None:
-        """`content` is what counts as a change where lines are not written over."""
+        """Without a terminal, the line is written only if `content` has changed."""
         if self._is_terminal:
             line = line[: shutil.get_terminal_size().columns - 1]
             if color is not None and self._has_color:
@@ -71,7 +71,7 @@ class Screen:
 
 
 def status_line(status: GetCamStatusData, time_code: Optional[str] = None) -> str:
-    """The state in one line, the most important first."""
+    """The state in one line, the most important facts first."""
     battery = status["Battery"]
     parts = [
         status["Status"].upper() if status["Status"] == "Rec" else status["Status"],

@@ -1,8 +1,8 @@
 """Requests and replies as texts.
 
-The camera does not parse a request as JSON, it scans it: white space ends a request, a value ends
+The camera does not parse a request as JSON but scans it: white space ends a request, a value ends
 at the first quote, comma or brace, and a member is found by the first occurrence of its name. So
-requests are compact, in a fixed order, and free of whatever the scan would misread.
+requests are compact, in a fixed order, and free of anything that the scan would misread.
 """
 
 from __future__ import annotations
@@ -27,7 +27,7 @@ _LARGEST_BLOCK = 2**32 - 1
 _CLIPS_PER_BLOCK = 32
 _BLOCKS = 125
 _LARGEST_CLIP = _BLOCKS * _CLIPS_PER_BLOCK
-# Of the blocks of a selection the camera finds only those in ascending order.
+# In ascending order: the camera does not find a block after a higher one.
 BLOCK_NAMES = tuple(f"block{block}" for block in range(_BLOCKS))
 
 
@@ -70,8 +70,8 @@ def _check_text(name: str, text: str) -> None:
 
 
 def _check_scan(params: str, name: str, text: str) -> None:
-    """Checks that the camera's scan for a parameter finds the parameter and not another one's
-    value that holds its name."""
+    """Checks that the camera's scan for a parameter finds this parameter, and not a value that
+    contains its name."""
     after_name = params.split(name, 1)[1]
     read = re.split('[",}]', after_name.split(":", 1)[1].removeprefix('"'), 1)[0]
     if read != text:
@@ -97,7 +97,7 @@ _ENVELOPE = re.compile(r'\{"Response":\{(?:"Requested":"[^"]*",)?"Result":"([A-Z
 
 
 def read_reply(command: str, text: str) -> Dict[str, Any]:
-    """The data of a reply that reports success; raises a CameraError for any other one."""
+    """The data of a reply that reports success; raises a CameraError for any other reply."""
     if not text:
         raise CameraUnreachable(command, "empty", "the reply is empty")
     try:
