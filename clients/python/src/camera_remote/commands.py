@@ -267,7 +267,7 @@ class Commands:
         *,
         timeout: Optional[float] = None,
     ) -> HeartbeatConfirmationData:
-        """Tells whether the camera is there, with its studio tally. Needs no session.
+        """Confirms that the camera is running, and reports the studio tally. Needs no session.
 
         Changes nothing.
         """
@@ -285,7 +285,7 @@ class Commands:
     def page_change(self, *, page: int, timeout: Optional[float] = None) -> PageChangeData:
         """Tells the camera which page the client shows, and reports which pages it may use.
 
-        page: 0 to 255. Number of the page. Its meaning belongs to the camera's firmware.
+        page: 0 to 255. Number of the page. The camera's firmware defines its meaning.
 
         Lasts until it is changed or the camera is switched off. Nothing is stored here.
         """
@@ -375,11 +375,11 @@ class Commands:
     ) -> None:
         """Uploads all clips of a slot to an FTP server.
 
-        server: 0 to 255. Number of the FTP server. Its meaning belongs to the camera's firmware.
-        The simulated camera counts from 0.
+        server: 0 to 255. Number of the FTP server. The camera's firmware defines its meaning. The
+        simulated camera counts from 0.
 
-        slot: 0 to 255. Number of the slot, not its letter. Its meaning belongs to the camera's
-        firmware. For the simulated camera 0 is A and 1 is B.
+        slot: 0 to 255. Number of the slot, not its letter. The camera's firmware defines its
+        meaning. For the simulated camera 0 is A and 1 is B.
 
         Acts once. Nothing is stored here.
         """
@@ -394,11 +394,11 @@ class Commands:
     ) -> None:
         """Uploads the clips of a slot that have the OK mark to an FTP server.
 
-        server: 0 to 255. Number of the FTP server. Its meaning belongs to the camera's firmware.
-        The simulated camera counts from 0.
+        server: 0 to 255. Number of the FTP server. The camera's firmware defines its meaning. The
+        simulated camera counts from 0.
 
-        slot: 0 to 255. Number of the slot, not its letter. Its meaning belongs to the camera's
-        firmware. For the simulated camera 0 is A and 1 is B.
+        slot: 0 to 255. Number of the slot, not its letter. The camera's firmware defines its
+        meaning. For the simulated camera 0 is A and 1 is B.
 
         Acts once. Nothing is stored here.
         """
@@ -519,7 +519,7 @@ class Commands:
     def web_ftp_operate_response(self, *, response: int, timeout: Optional[float] = None) -> None:
         """Answers the question that the camera's FTP client asks.
 
-        response: 0 to 255. The answer. Its meaning belongs to the camera's firmware.
+        response: 0 to 255. The answer. The camera's firmware defines its meaning.
 
         Acts once. Nothing is stored here.
         """
@@ -615,12 +615,12 @@ class Commands:
         speed: int,
         timeout: Optional[float] = None,
     ) -> None:
-        """Tilts a spring-loaded switch. It goes on moving until it is sent the direction Stop.
+        """Tilts a spring-loaded switch. The camera goes on moving until it gets the direction Stop.
 
         kind: The control. The seesaws are IrisSeesaw, ZoomSeesaw, MasterBlackSeesaw and
         FocusSeesaw; every other control is accepted, too.
 
-        direction: A key of the control: the way that the switch is tilted.
+        direction: A key of the control: the direction in which the switch is tilted.
 
         speed: 0 to 255. Speed, in the camera's own scale.
 
@@ -644,9 +644,9 @@ class Commands:
         speed: int,
         timeout: Optional[float] = None,
     ) -> None:
-        """Tilts the zoom switch. The zoom goes on moving until it is sent the direction Stop.
+        """Tilts the zoom switch. The zoom goes on moving until it gets the direction Stop.
 
-        direction: The way that the zoom moves.
+        direction: The direction in which the zoom moves.
 
         speed: 0 to 255. Speed, in the camera's own scale.
 
@@ -1020,7 +1020,7 @@ class Commands:
         """Reports which bit rates the camera can stream now with one transport, resolution and frame
         rate.
 
-        type: A transport, as the tables of bit rates tell them apart.
+        type: A transport, as the tables of bit rates distinguish them.
 
         resolution: A resolution, in pixels.
 
@@ -1098,7 +1098,7 @@ class Commands:
 
         dst_port: Destination port; not checked. Ports are 0 to 65535.
 
-        pcr_jitter: PCR jitter. Its unit and range belong to the camera's firmware.
+        pcr_jitter: PCR jitter. The camera's firmware defines its unit and range.
 
         Stored in a settings file: it survives power-off.
         """
@@ -1173,9 +1173,9 @@ class Commands:
 
         password: at most 129 bytes. Password.
 
-        latency: Latency. Its unit and range belong to the camera's firmware.
+        latency: Latency. The camera's firmware defines its unit and range.
 
-        adaptive_bitrate: Adaptive bit rate. Its unit and range belong to the camera's firmware.
+        adaptive_bitrate: Adaptive bit rate. The camera's firmware defines its unit and range.
 
         Stored in a settings file: it survives power-off.
         """
@@ -1240,8 +1240,8 @@ class Commands:
         fec_matrix_d: int,
         timeout: Optional[float] = None,
     ) -> None:
-        """Sets a streaming server to RTP. The settings of its other transports stay as they are, but
-        for the address of UDP.
+        """Sets a streaming server to RTP. The settings of its other transports stay as they are,
+        except the address of UDP.
 
         id: Number of the server. 0 to 3 can be chosen as the current one; every other number is
         accepted, too.
@@ -1254,13 +1254,13 @@ class Commands:
 
         dst_port: Destination port; not checked. Ports are 0 to 65535.
 
-        smpte2022_fec: Forward error correction. Its unit and range belong to the camera's firmware.
+        smpte2022_fec: Forward error correction. The camera's firmware defines its unit and range.
 
-        fec_matrix_l: Columns of the error correction's matrix. Its unit and range belong to the
-        camera's firmware.
+        fec_matrix_l: Columns of the error correction's matrix. The camera's firmware defines its
+        unit and range.
 
-        fec_matrix_d: Rows of the error correction's matrix. Its unit and range belong to the
-        camera's firmware.
+        fec_matrix_d: Rows of the error correction's matrix. The camera's firmware defines its unit
+        and range.
 
         Stored in a settings file: it survives power-off.
         """
@@ -1289,7 +1289,7 @@ class Commands:
         timeout: Optional[float] = None,
     ) -> None:
         """Logs in to the cloud service. This goes on in the background; CloudStreaming of GetCamStatus
-        tells how far it is.
+        reports the progress.
 
         username: at most 127 bytes. User name.
 
@@ -1319,7 +1319,7 @@ class Commands:
 
     def set_cldstrm_event_list_obtain(self, *, timeout: Optional[float] = None) -> None:
         """Has the camera obtain the list of events from the cloud service. This goes on in the
-        background; CloudStreaming of GetCamStatus tells how far it is.
+        background; CloudStreaming of GetCamStatus reports the progress.
 
         Lasts until it is changed or the camera is switched off. Nothing is stored here.
         """
@@ -1339,7 +1339,7 @@ class Commands:
         timeout: Optional[float] = None,
     ) -> None:
         """Has the camera obtain the stream information of an event. This goes on in the background;
-        CloudStreaming of GetCamStatus tells how far it is.
+        CloudStreaming of GetCamStatus reports the progress.
 
         event_id: 0 to 19. Index of the event in the list.
 
@@ -1355,8 +1355,8 @@ class Commands:
         timeout: Optional[float] = None,
     ) -> None:
         """Copies the stream information of an event into a streaming server, which becomes an RTMP
-        server and the current one; URL, key and title end at their first control character.
-        Unanswered, it is a RequestedError and nothing is stored.
+        server and the current one; URL, key and title end at their first control character. If the
+        camera does not answer, the result is RequestedError and nothing is stored.
 
         event_id: 0 to 19. Index of the event in the list.
 
@@ -1385,14 +1385,14 @@ class Commands:
     ) -> None:
         """Clears the status of single steps of the cloud service.
 
-        login: 0 to 255. For LoginStatus. Its meaning belongs to the camera's firmware; the
-        simulated camera clears on any number but 0.
+        login: 0 to 255. For LoginStatus. The camera's firmware defines its meaning; the simulated
+        camera clears on any number but 0.
 
-        get_event_list: 0 to 255. For GetEventListStatus. Its meaning belongs to the camera's
-        firmware; the simulated camera clears on any number but 0.
+        get_event_list: 0 to 255. For GetEventListStatus. The camera's firmware defines its meaning;
+        the simulated camera clears on any number but 0.
 
-        get_stream_info: 0 to 255. For GetStreamInfoStatus. Its meaning belongs to the camera's
-        firmware; the simulated camera clears on any number but 0.
+        get_stream_info: 0 to 255. For GetStreamInfoStatus. The camera's firmware defines its
+        meaning; the simulated camera clears on any number but 0.
 
         Lasts until it is changed or the camera is switched off. Nothing is stored here.
         """
@@ -1409,7 +1409,7 @@ class Commands:
     # GPS.
 
     def get_gps_info(self, *, timeout: Optional[float] = None) -> GetGPSInfoData:
-        """Reports the state of the position receiver. The name is spelt with upper-case GPS.
+        """Reports the state of the position receiver. The name is spelled with upper-case GPS.
 
         Changes nothing.
         """

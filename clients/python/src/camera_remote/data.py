@@ -363,7 +363,7 @@ class GetCamStatusButtonLetterUser(TypedDict):
     Sw11: str
     """Label of this button."""
     LenzRet: str
-    """Label of the lens return button. Among the keys it is spelt LensRet."""
+    """Label of the lens return button. Among the keys it is spelled LensRet."""
 
 
 class GetCamStatusButtonLetterWhb(TypedDict):
@@ -495,11 +495,11 @@ class GetCamStatusData(TypedDict):
     Status: Literal["NoCard", "Stop", "Standby", "Rec", "RecPause"]
     """What the recorder does. Standby also stands for any unknown state."""
     Mode: Literal["Camera", "Thmubnail", "Play", "USB", "EditMetadata"]
-    """Mode of operation; Thmubnail is spelt so. Camera also stands for any unknown mode."""
+    """Mode of operation; Thmubnail is spelled this way. Camera also stands for any unknown mode."""
     RecMode: Literal["Normal", "Pre", "Clip", "Frame", "Interval"]
     """Recording mode. Normal also stands for any unknown mode."""
     ZoomStatus: Literal["Idol", "Zoom"]
-    """Whether the zoom moves; Idol (spelt so) means that it stands still."""
+    """Whether the zoom moves; Idol (spelled this way) means that it does not move."""
     ZoomPosition: str
     """Quoted number: zoom position, 0 to 65535, in the camera's own scale."""
     TC: str
@@ -565,7 +565,7 @@ class Clip(TypedDict):
     OKMark: Literal["NoMark", "Mark"]
     """The clip's OK mark."""
     AspectRaotp: Literal["16:9", "4:3"]
-    """Aspect ratio; the member is spelt so."""
+    """Aspect ratio; the member is spelled this way."""
     Edit: Literal["Enable", "Disable"]
     """Whether the clip may be edited."""
 
@@ -598,7 +598,8 @@ class GetNTPStatusData(TypedDict):
     TcSync: Literal["Off", "On"]
     """Whether the time code follows the server."""
     Status: Literal["Master", "Not Syncronized", "Syncronized", ""]
-    """State of the synchronization; the words are spelt so. Empty for a state without a word."""
+    """State of the synchronization; the words are spelled this way. Empty for a state without a
+    word."""
 
 
 class GetIFBSettingsData(TypedDict):
@@ -712,7 +713,7 @@ class GetStreamingServerSettingsUdp(TypedDict):
     DstPort: float
     """Destination port."""
     PcrJitter: float
-    """PCR jitter. Its unit and range belong to the camera's firmware."""
+    """PCR jitter. The camera's firmware defines its unit and range."""
 
 
 class GetStreamingServerSettingsTcp(TypedDict):
@@ -749,9 +750,9 @@ class GetStreamingServerSettingsZixi(TypedDict):
     Password: str
     """Password."""
     Latency: float
-    """Latency. Its unit and range belong to the camera's firmware."""
+    """Latency. The camera's firmware defines its unit and range."""
     AdaptiveBitrate: float
-    """Adaptive bit rate. Its unit and range belong to the camera's firmware."""
+    """Adaptive bit rate. The camera's firmware defines its unit and range."""
 
 
 class GetStreamingServerSettingsRtmp(TypedDict):
@@ -771,12 +772,12 @@ class GetStreamingServerSettingsRtp(TypedDict):
     DstPort: float
     """Destination port."""
     Smpte2022Fec: float
-    """Forward error correction. Its unit and range belong to the camera's firmware."""
+    """Forward error correction. The camera's firmware defines its unit and range."""
     FecMatrixL: float
-    """Columns of the error correction's matrix. Its unit and range belong to the camera's
-    firmware."""
+    """Columns of the error correction's matrix. The camera's firmware defines its unit and
+    range."""
     FecMatrixD: float
-    """Rows of the error correction's matrix. Its unit and range belong to the camera's firmware."""
+    """Rows of the error correction's matrix. The camera's firmware defines its unit and range."""
 
 
 class GetStreamingServerSettingsData(TypedDict, total=False):
