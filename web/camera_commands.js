@@ -10,7 +10,7 @@ const word = (...words) => ({ type: "word", words });
 /// `longest` in bytes; what is longer would be truncated.
 const text = (longest = Infinity) => ({ type: "text", longest });
 /// A list of clip numbers, sent as the bitmap block0 to block124.
-const clips = { type: "clips" };
+const Clips = { type: "clips" };
 
 const Resolution = word(
   "1920x1080", "1440x1080", "1280x720", "720x480", "720x576", "480x270", "640x360",
@@ -37,14 +37,14 @@ const PARAMETERS = {
   SetClipInfo: { Slot: SlotLetter, IndexNo: uint16, OKMark: word("Mark", "NoMark") },
   SetWebFtpUploadAll: { Server: byte, Slot: byte },
   SetWebFtpUploadOkMarked: { Server: byte, Slot: byte },
-  SetWebFtp1UploadASelect: { Clips: clips },
-  SetWebFtp2UploadASelect: { Clips: clips },
-  SetWebFtp3UploadASelect: { Clips: clips },
-  SetWebFtp4UploadASelect: { Clips: clips },
-  SetWebFtp1UploadBSelect: { Clips: clips },
-  SetWebFtp2UploadBSelect: { Clips: clips },
-  SetWebFtp3UploadBSelect: { Clips: clips },
-  SetWebFtp4UploadBSelect: { Clips: clips },
+  SetWebFtp1UploadASelect: { Clips },
+  SetWebFtp2UploadASelect: { Clips },
+  SetWebFtp3UploadASelect: { Clips },
+  SetWebFtp4UploadASelect: { Clips },
+  SetWebFtp1UploadBSelect: { Clips },
+  SetWebFtp2UploadBSelect: { Clips },
+  SetWebFtp3UploadBSelect: { Clips },
+  SetWebFtp4UploadBSelect: { Clips },
   WebFtpOperateResponse: { Response: byte },
   SetWebKeyEvent: { Kind, Key: text() },
   SetWebButtonEvent: { Kind, Button: text() },
