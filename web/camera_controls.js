@@ -9,7 +9,7 @@
 //                                   "." at the end comes the key's name
 //   data-seesaw="Iris Close Open"   two buttons that run as long as they are held, and buttons for
 //                                   three steps in each direction
-//   data-slider="IrisBar"           a range that moves a bar
+//   data-slider="IrisBar"           a range that moves a bar, whose position the camera does not report
 //   data-enable="Iris.Open1"        the flag that enables the element
 //   data-flags="Disptv"             with keys: the control whose flags enable them; with a seesaw:
 //                                   the flags of its two halves
@@ -65,7 +65,7 @@ const nameOf = (word) => NAMES[word] ?? word;
 /// @return shows a status
 export function setUpControls(remote, view) {
   each(view, "[data-value]", makeValue);
-  each(view, "[data-slider]", (slider) => setUpSlider(remote, slider));
+  each(view, "[data-slider]", (slider) => setUpSlider(remote, slider, slider.dataset.slider));
   const updates = [
     ...each(view, "[data-keys]", (box) => makeKeys(remote, box)),
     ...each(view, "[data-seesaw]", (box) => makeSeesaw(remote, box)),
@@ -120,19 +120,16 @@ const statusPath = (path = "", kind, key) => (path.endsWith(".") ? path + key : 
 function makeKey({ camera, queue }, kind, key, flags = kind) {
   const full = nameOf(key);
   const [text, name] = SHORT[key] ?? [full, /^[A-Z]+$/.test(full) ? full : full.toLowerCase()];
-  const button = element("button", {
+  const press = () =>
+    kind === "User" || kind === "Menu"
+      ? camera.setWebButtonEvent({ kind, button: key })
+      : camera.setWebKeyEvent({ kind, key });
+  return element("button", {
     textContent: text,
     "aria-label": `${nameOf(kind)} ${name}`,
     "data-enable": `${flags}.${FLAGS_OF_KEYS[key] ?? key}`,
+    onclick: () => queue.send(nameOf(kind), press),
   });
-  button.addEventListener("click", () =>
-    queue.send(nameOf(kind), () =>
-      kind === "User" || kind === "Menu"
-        ? camera.setWebButtonEvent({ kind, button: key })
-        : camera.setWebKeyEvent({ kind, key }),
-    ),
-  );
-  return button;
 }
 
 /// The camera's own label of a key. The user buttons have no other name.
@@ -194,12 +191,10 @@ function makeSeesaw(remote, box) {
   };
 }
 
-/// A bar whose position the camera does not report.
-function setUpSlider({ camera, queue }, slider) {
-  const kind = slider.dataset.slider;
-  slider.addEventListener("input", () =>
-    queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
-  );
+/// Sends the position of a slider under its kind.
+export function setUpSlider({ camera, queue }, slider, kind) {
+  slider.oninput = () =>
+    queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber }));
 }
 
 const makeGroup = (className, name, buttons) =>

@@ -1,7 +1,7 @@
 // The view that operates the camera. Most of its controls are made by camera_controls.js; here is
 // what only one of them does.
 
-import { setUpControls } from "./camera_controls.js";
+import { setUpControls, setUpSlider } from "./camera_controls.js";
 import { byId, element, onClick, setText } from "./dom.js";
 import { PaintPad } from "./paint_pad.js";
 import { inWords } from "./words.js";
@@ -32,9 +32,8 @@ function showAllowed({ AllowedPage }) {
 
 function setUpZoomSlider({ camera, queue }) {
   const slider = byId("zoom-slider");
-  slider.addEventListener("input", () =>
-    queue.send("Zoom", () => camera.setZoomCtrl({ position: slider.valueAsNumber })),
-  );
+  slider.oninput = () =>
+    queue.send("Zoom", () => camera.setZoomCtrl({ position: slider.valueAsNumber }));
   const isMoved = watchMoving(slider);
   return ({ ZoomPosition }) => {
     if (!isMoved() && !queue.isBusy("Zoom")) {
@@ -55,7 +54,8 @@ function watchMoving(slider) {
   return () => moving;
 }
 
-function setUpPaint({ camera, queue }) {
+function setUpPaint(remote) {
+  const { camera, queue } = remote;
   const scales = { Red: 0, Blue: 0 };
   // The field counts from 0; the positions run from minus to plus their scale.
   const pad = new PaintPad(byId("paint-pad"), ({ red, blue }) =>
@@ -70,9 +70,7 @@ function setUpPaint({ camera, queue }) {
   const sliders = ["Red", "Blue"].map((color) => {
     const slider = byId(`paint-${color.toLowerCase()}`);
     const kind = `WhPaint${color[0]}`;
-    slider.addEventListener("input", () =>
-      queue.send(kind, () => camera.setWebSliderEvent({ kind, position: slider.valueAsNumber })),
-    );
+    setUpSlider(remote, slider, kind);
     return { color, slider, kind, isMoved: watchMoving(slider) };
   });
   return ({ Whb, Enable }) => {
@@ -93,13 +91,13 @@ function setUpPaint({ camera, queue }) {
 
 function setUpRecording({ camera, queue }) {
   const button = byId("record");
-  button.addEventListener("click", () => {
+  button.onclick = () => {
     if (button.ariaPressed === "true") {
       queue.stop("Record", (options) => camera.setCamCtrl({ camCtrl: "Stop" }, options));
     } else {
       queue.send("Record", () => camera.setCamCtrl({ camCtrl: "Rec" }));
     }
-  });
+  };
   onClick("monitor-start", () => queue.send("Live picture", () => camera.monitorStart()));
   onClick("monitor-stop", () => queue.send("Live picture", () => camera.monitorStop()));
   return (status) => {
@@ -192,11 +190,9 @@ function setUpPresets({ camera, connection, queue, attempt }) {
 
   for (const row of rows) {
     byId("presets").append(element("div", {}, row.recall, row.store, row.clear));
-    row.recall.addEventListener("click", () =>
-      queue.send("Zoom", () => camera.setZoomCtrl({ position: row.position })),
-    );
-    row.store.addEventListener("click", () => store(row.id, Number(connection.status.ZoomPosition)));
-    row.clear.addEventListener("click", () => store(row.id, NOT_SET));
+    row.recall.onclick = () => queue.send("Zoom", () => camera.setZoomCtrl({ position: row.position }));
+    row.store.onclick = () => store(row.id, Number(connection.status.ZoomPosition));
+    row.clear.onclick = () => store(row.id, NOT_SET);
   }
   connection.on("session", (detail) => detail === "valid" && read());
   return enable;

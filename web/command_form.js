@@ -13,7 +13,7 @@ export class CommandForm {
   /// @param elements  {select, description, fields}
   constructor(elements) {
     this.#elements = elements;
-    elements.select.addEventListener("change", () => this.#showCommand());
+    elements.select.onchange = () => this.#showCommand();
   }
 
   /// Reads the description, once, and offers its commands.
@@ -108,7 +108,7 @@ function makePair([first, second], oneOf) {
   const kinds = makeSelect(first, [...keysOf.keys()]);
   const keys = makeSelect(second, []);
   const follow = () => keys.replaceChildren(...options(keysOf.get(kinds.value)));
-  kinds.addEventListener("change", follow);
+  kinds.onchange = follow;
   follow();
   return { [first]: kinds, [second]: keys };
 }

@@ -3,14 +3,14 @@
 export const byId = (id) => document.getElementById(id);
 
 /// Calls `action` when the button with this id is pressed.
-export const onClick = (id, action) => byId(id).addEventListener("click", action);
+export const onClick = (id, action) => (byId(id).onclick = action);
 
 /// Calls `action` instead of sending a form to the server.
 export function onSubmit(form, action) {
-  form.addEventListener("submit", (event) => {
+  form.onsubmit = (event) => {
     event.preventDefault();
     action();
-  });
+  };
 }
 
 /// Makes an element. Properties, such as `onclick`, are set as such, those with a hyphen as attributes.

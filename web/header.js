@@ -118,9 +118,9 @@ function isBatteryLow({ Info, Level, Value }) {
 function setUpLook(select) {
   select.value = localStorage.getItem(LOOK_KEY) ?? "dark";
   const show = () => (document.documentElement.dataset.look = select.value);
-  select.addEventListener("change", () => {
+  select.onchange = () => {
     localStorage.setItem(LOOK_KEY, select.value);
     show();
-  });
+  };
   show();
 }

@@ -28,9 +28,7 @@ export function setUpLogin({ camera, connection, simulator }) {
     }
   }
 
-  onSubmit(byId("login-form"), () => {
-    logIn(() => field.value.trim());
-  });
+  onSubmit(byId("login-form"), () => logIn(() => field.value.trim()));
   onClick("simulator-login", () => logIn(() => simulator.logIn()));
   onClick("open-login", () => dialog.showModal());
   connection.on("session", (detail) => {

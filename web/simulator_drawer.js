@@ -97,7 +97,7 @@ function setUpFaults(simulator, act) {
     Object.assign(number, field);
   }
 
-  fault.addEventListener("change", showFields);
+  fault.onchange = showFields;
   showFields();
   onSubmit(form, () => {
     const fields = [...form.elements].filter(({ name, disabled, value }) => name && !disabled && value !== "");
@@ -126,7 +126,7 @@ function setUpClock(simulator, act) {
   const set = (change) => act("Clock", () => simulator.setClock(change));
   onClick("clock-pause", ({ target }) => set({ paused: target.ariaPressed !== "true" }));
   onClick("clock-step", () => set({ step_ms: MINUTE }));
-  byId("clock-speed").addEventListener("change", (event) => set({ speed: Number(event.target.value) }));
+  byId("clock-speed").onchange = ({ target }) => set({ speed: Number(target.value) });
 }
 
 function showClock(clock) {

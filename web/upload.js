@@ -16,24 +16,19 @@ const QUESTIONS = {
 /// @param clips  {slot(), selected()}: the slot and the numbers of the clips that are chosen
 export function setUpUpload({ camera, queue, attempt }, clips) {
   const server = byId("upload-server");
+  /// Servers are counted from 0 here.
+  const serverAndSlot = () => ({ server: server.selectedIndex, slot: SLOT_NUMBERS[clips.slot()] });
   const start = (call) => queue.send("Upload", call);
+  const answer = (response) => attempt("Answer", () => camera.webFtpOperateResponse({ response }));
 
   onClick("upload-selected", () => {
     const method = `setWebFtp${server.selectedIndex + 1}Upload${clips.slot()}Select`;
     start(() => camera[method]({ clips: clips.selected() }));
   });
-  onClick("upload-marked", () =>
-    start(() => camera.setWebFtpUploadOkMarked(serverAndSlot())),
-  );
+  onClick("upload-marked", () => start(() => camera.setWebFtpUploadOkMarked(serverAndSlot())));
   onClick("upload-all", () => start(() => camera.setWebFtpUploadAll(serverAndSlot())));
-  const answer = (response) => attempt("Answer", () => camera.webFtpOperateResponse({ response }));
   onClick("upload-yes", () => answer(YES));
   onClick("upload-no", () => answer(NO));
-
-  /// Servers are counted from 0 here.
-  function serverAndSlot() {
-    return { server: server.selectedIndex, slot: SLOT_NUMBERS[clips.slot()] };
-  }
 
   let selected = 0;
   let busy = false;
