@@ -43,77 +43,64 @@ function setUpCommands({ camera }) {
 }
 
 function setUpExchanges({ camera, exchanges }) {
-  const list = byId("exchanges");
   const hidePolls = byId("hide-polls");
   const showSecrets = byId("show-secrets");
   const items = new Map();
-
-  /// Entries that are shown already keep their element, so that an open one stays open.
-  function show() {
-    if (byId("api").hidden) {
-      return;
-    }
-    const entries = exchanges.entries({ withPolls: !hidePolls.checked });
-    const wanted = new Set(entries.map(({ number }) => number));
-    for (const [number, item] of items) {
-      if (!wanted.has(number)) {
-        item.remove();
-        items.delete(number);
-      }
-    }
-    let place = list.firstChild;
-    for (const entry of entries) {
-      const item = items.get(entry.number);
-      if (item) {
-        place = item.nextSibling;
-      } else {
-        items.set(entry.number, makeItem(entry));
-        list.insertBefore(items.get(entry.number), place);
-      }
-    }
-  }
-
-  function rebuild() {
-    items.clear();
-    list.replaceChildren();
-    show();
-  }
-
   const readable = (text = "") => (showSecrets.checked ? text : maskSecrets(text));
+  const makeItem = (exchange) => makeExchange(exchange, camera.url, readable);
 
-  function makeItem({ time, command, request, reply, status, ms, error }) {
-    const outcome = error === undefined ? "Success" : error.name;
-    const copy = element("button", { type: "button" }, "Copy as curl");
-    copy.addEventListener("click", async () => {
-      await copyText(asCurl(new URL(camera.url, location.href), readable(request)));
-      setText(copy, "Copied");
-    });
-    const summary = element(
-      "summary",
-      {},
-      element("span", { className: "quiet" }, time.toLocaleTimeString()),
-      element("strong", {}, command),
-      element("span", { className: error ? "bad" : "good" }, outcome),
-      element("span", { className: "quiet" }, `${Math.round(ms)} ms`),
-    );
-    return element(
-      "li",
-      {},
-      element(
-        "details",
-        {},
-        summary,
-        element("pre", { tabIndex: 0 }, readable(request)),
-        element("pre", { tabIndex: 0 }, readable(reply) || `HTTP status ${status ?? "none"}`),
-        copy,
-      ),
-    );
+  function show() {
+    if (!byId("api").hidden) {
+      updateList(byId("exchanges"), items, exchanges.entries({ withPolls: !hidePolls.checked }), makeItem);
+    }
   }
 
+  hidePolls.onchange = showSecrets.onchange = () => {
+    items.forEach((item) => item.remove());
+    items.clear();
+    show();
+  };
   exchanges.addEventListener("change", show);
-  hidePolls.addEventListener("change", rebuild);
-  showSecrets.addEventListener("change", rebuild);
   return show;
+}
+
+/// Shows an item for each entry. Those that are shown already stay, so that an open one stays open.
+/// @param items  the items that are shown, by their entries
+function updateList(list, items, entries, makeItem) {
+  for (const [entry, item] of items) {
+    if (!entries.includes(entry)) {
+      item.remove();
+      items.delete(entry);
+    }
+  }
+  let place = list.firstChild;
+  for (const entry of entries) {
+    if (!items.has(entry)) {
+      items.set(entry, makeItem(entry));
+      list.insertBefore(items.get(entry), place);
+    }
+    place = items.get(entry).nextSibling;
+  }
+}
+
+/// @param readable  gives a text as it may be shown
+function makeExchange({ time, command, request, reply, status, ms, error }, url, readable) {
+  const onclick = async ({ target }) => {
+    await copyText(asCurl(new URL(url, location.href), readable(request)));
+    setText(target, "Copied");
+  };
+  const summary = element(
+    "summary",
+    {},
+    element("span", { className: "quiet" }, time.toLocaleTimeString()),
+    element("strong", {}, command),
+    element("span", { className: error ? "bad" : "good" }, error?.name ?? "Success"),
+    element("span", { className: "quiet" }, `${Math.round(ms)} ms`),
+  );
+  const texts = [readable(request), readable(reply) || `HTTP status ${status ?? "none"}`];
+  const bodies = texts.map((text) => element("pre", { tabIndex: 0 }, text));
+  const copy = element("button", { onclick }, "Copy as curl");
+  return element("li", {}, element("details", {}, summary, ...bodies, copy));
 }
 
 /// The clipboard is there for secure addresses only; a camera's mostly is none.

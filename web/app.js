@@ -9,8 +9,8 @@ import { Simulator } from "./simulator_client.js";
 import { errorInWords } from "./words.js";
 import { setUpApi } from "./api_view.js";
 import { setUpCamera } from "./camera_view.js";
-import { setUpClips } from "./clips_view.js";
-import { setUpCloud } from "./cloud_view.js";
+import { ClipsView } from "./clips_view.js";
+import { CloudView } from "./cloud_view.js";
 import { setUpHeader } from "./header.js";
 import { setUpLogin } from "./login.js";
 import { setUpSettings } from "./settings_view.js";
@@ -59,9 +59,9 @@ const remote = makeRemote();
 setUpHeader(remote);
 const views = {
   camera: setUpCamera(remote),
-  clips: setUpClips(remote),
+  clips: new ClipsView(remote),
   streaming: setUpStreaming(remote),
-  cloud: setUpCloud(remote),
+  cloud: new CloudView(remote),
   settings: setUpSettings(remote),
   api: setUpApi(remote),
 };

@@ -6,157 +6,163 @@ import { setUpUpload } from "./upload.js";
 /// A multiple of the 15 that the camera reads at a time.
 const PAGE_SIZE = 30;
 
-export function setUpClips(remote) {
-  const { camera, connection, queue, attempt } = remote;
-  const selections = { A: new Set(), B: new Set() };
-  const state = { slot: "A", page: 0, clips: [] };
-  const slots = [...document.querySelectorAll('input[name="slot"]')];
+export class ClipsView {
+  #remote;
+  #upload;
+  #slot = "A";
+  #page = 0;
+  #clips = [];
+  #selections = { A: new Set(), B: new Set() };
+  /// The number of clips at the last status.
+  #known;
 
-  const count = (slot = state.slot) => connection.status?.[`Slot${slot}`].ClipNum ?? 0;
-  const lastPage = () => Math.max(0, Math.ceil(count() / PAGE_SIZE) - 1);
-  const selection = () => selections[state.slot];
+  constructor(remote) {
+    this.#remote = remote;
+    this.#upload = setUpUpload(remote, { slot: () => this.#slot, selected: () => [...this.#selection] });
+    this.#setUpPages();
+    this.#setUpSelection();
+    remote.connection.on("status", (status) => this.#showStatus(status));
+  }
 
-  /// Reads the page that is wanted now; of several at a time only the last one is shown.
-  async function read() {
-    state.page = Math.min(state.page, lastPage());
-    const { slot, page } = state;
-    const isWanted = () => slot === state.slot && page === state.page;
-    showBusy(true);
-    queue.send("Clip list", async () => {
+  show() {
+    this.#turnTo(this.#page);
+  }
+
+  get #count() {
+    return this.#remote.connection.status?.[`Slot${this.#slot}`].ClipNum ?? 0;
+  }
+
+  get #lastPage() {
+    return Math.max(0, Math.ceil(this.#count / PAGE_SIZE) - 1);
+  }
+
+  get #selection() {
+    return this.#selections[this.#slot];
+  }
+
+  #setUpPages() {
+    for (const choice of document.querySelectorAll('input[name="slot"]')) {
+      choice.onchange = () => {
+        this.#slot = choice.value;
+        this.#turnTo(0);
+      };
+    }
+    onClick("page-first", () => this.#turnTo(0));
+    onClick("page-previous", () => this.#turnTo(this.#page - 1));
+    onClick("page-next", () => this.#turnTo(this.#page + 1));
+    onClick("page-last", () => this.#turnTo(this.#lastPage));
+    onClick("clips-reload", () => this.show());
+  }
+
+  #setUpSelection() {
+    onClick("select-page", () => this.#select(this.#clips.map((clip) => clip.IndexNo)));
+    onClick("select-slot", () => this.#select(Array.from({ length: this.#count }, (_, i) => i + 1)));
+    onClick("select-none", () => this.#select(this.#selection, false));
+  }
+
+  /// Reads a page; of several at a time only the last one is shown.
+  #turnTo(wanted) {
+    const page = Math.max(0, Math.min(wanted, this.#lastPage));
+    const slot = this.#slot;
+    this.#page = page;
+    const isWanted = () => slot === this.#slot && page === this.#page;
+    this.#showBusy(true);
+    this.#showPageNumber();
+    this.#remote.queue.send("Clip list", async () => {
       try {
-        const list = await camera.getClipInfo({ slot, startIndexNo: page * PAGE_SIZE + 1, clipNum: PAGE_SIZE });
+        const startIndexNo = page * PAGE_SIZE + 1;
+        const list = await this.#remote.camera.getClipInfo({ slot, startIndexNo, clipNum: PAGE_SIZE });
         if (isWanted()) {
-          state.clips = list.ClipInfo;
-          showPage();
+          this.#showPage(list.ClipInfo);
         }
       } finally {
-        showBusy(!isWanted());
+        this.#showBusy(!isWanted());
       }
     });
-    showPageNumber();
   }
 
-  function showBusy(busy) {
+  #showBusy(busy) {
     byId("clip-table").ariaBusy = String(busy);
-    setText("clip-caption", `Slot ${state.slot}: ${busy ? "reading the clips …" : `${count()} clips`}`);
+    setText("clip-caption", `Slot ${this.#slot}: ${busy ? "reading the clips …" : `${this.#count} clips`}`);
   }
 
-  function showPage() {
-    byId("clip-table").tBodies[0].replaceChildren(...state.clips.map(row));
-    showPageNumber();
-    showSelection();
+  #showPage(clips) {
+    this.#clips = clips;
+    byId("clip-table").tBodies[0].replaceChildren(...clips.map((clip) => this.#row(clip)));
+    this.#showPageNumber();
+    this.#showSelection();
   }
 
-  function showPageNumber() {
-    setText("page-number", `Page ${state.page + 1} of ${lastPage() + 1}`);
-    byId("page-first").disabled = byId("page-previous").disabled = state.page === 0;
-    byId("page-last").disabled = byId("page-next").disabled = state.page >= lastPage();
+  #showPageNumber() {
+    setText("page-number", `Page ${this.#page + 1} of ${this.#lastPage + 1}`);
+    byId("page-first").disabled = byId("page-previous").disabled = this.#page === 0;
+    byId("page-last").disabled = byId("page-next").disabled = this.#page >= this.#lastPage;
   }
 
-  function row(clip) {
-    const number = clip.IndexNo;
-    const select = element("input", {
-      type: "checkbox",
-      checked: selection().has(number),
-      "aria-label": `Select ${clip.Name}`,
-      onchange: () => {
-        toggle(number, select.checked);
-        showSelection();
-      },
-    });
-    const mark = element("button", { "aria-label": `OK mark of ${clip.Name}`, onclick: () => markClip(clip, mark) }, "OK");
-    mark.ariaPressed = String(clip.OKMark === "Mark");
-    const box = element("label", { className: "box" }, select);
-    const cells = [box, String(number), clip.Name, mark, clip.TC, clip.DateTime.replace(" T", " "), clip.AspectRaotp,
-      clip.Edit === "Enable" ? "possible" : "locked"];
-    const made = element("tr", {}, ...cells.map((cell) => element("td", {}, cell)));
-    made.dataset.number = number;
-    return made;
+  #row(clip) {
+    const box = element("label", { className: "box" }, this.#selectBox(clip));
+    const cells = [box, String(clip.IndexNo), clip.Name, this.#markButton(clip), clip.TC,
+      clip.DateTime.replace(" T", " "), clip.AspectRaotp, clip.Edit === "Enable" ? "possible" : "locked"];
+    const row = element("tr", {}, ...cells.map((cell) => element("td", {}, cell)));
+    row.dataset.number = clip.IndexNo;
+    return row;
   }
 
-  function toggle(number, selected) {
-    if (selected) {
-      selection().add(number);
-    } else {
-      selection().delete(number);
-    }
+  #selectBox({ IndexNo, Name }) {
+    const onchange = ({ target }) => this.#select([IndexNo], target.checked);
+    return element("input", { type: "checkbox", "aria-label": `Select ${Name}`, onchange });
+  }
+
+  #markButton(clip) {
+    const onclick = ({ currentTarget }) => this.#mark(clip, currentTarget);
+    const ariaPressed = String(clip.OKMark === "Mark");
+    return element("button", { "aria-label": `OK mark of ${clip.Name}`, ariaPressed, onclick }, "OK");
   }
 
   /// The mark is shown once the camera has taken it.
-  function markClip(clip, button) {
-    const { slot } = state;
+  #mark(clip, button) {
+    const slot = this.#slot;
     const okMark = clip.OKMark === "Mark" ? "NoMark" : "Mark";
-    queue.send(`OK mark of ${clip.Name}`, async () => {
-      await camera.setClipInfo({ slot, indexNo: clip.IndexNo, okMark });
+    this.#remote.queue.send(`OK mark of ${clip.Name}`, async () => {
+      await this.#remote.camera.setClipInfo({ slot, indexNo: clip.IndexNo, okMark });
       clip.OKMark = okMark;
       button.ariaPressed = String(okMark === "Mark");
     });
   }
 
-  function showSelection() {
-    const number = selection().size;
-    setText("selection-count", `${number} selected`);
-    for (const made of byId("clip-table").tBodies[0].rows) {
-      const selected = selection().has(Number(made.dataset.number));
-      made.querySelector("input").checked = selected;
-      made.classList.toggle("selected", selected);
+  #select(numbers, isSelected = true) {
+    numbers.forEach((number) => (isSelected ? this.#selection.add(number) : this.#selection.delete(number)));
+    this.#showSelection();
+  }
+
+  #showSelection() {
+    const { size } = this.#selection;
+    setText("selection-count", `${size} selected`);
+    for (const row of byId("clip-table").tBodies[0].rows) {
+      const isSelected = this.#selection.has(Number(row.dataset.number));
+      row.querySelector("input").checked = isSelected;
+      row.classList.toggle("selected", isSelected);
     }
-    upload.showSelected(number);
+    this.#upload.showSelected(size);
   }
 
-  function select(numbers) {
-    numbers.forEach((number) => selection().add(number));
-    showSelection();
-  }
-
-  function turnTo(page) {
-    state.page = Math.max(0, Math.min(page, lastPage()));
-    read();
-  }
-
-  const upload = setUpUpload(remote, {
-    slot: () => state.slot,
-    selected: () => [...selection()],
-  });
-
-  for (const choice of slots) {
-    choice.addEventListener("change", () => {
-      state.slot = choice.value;
-      turnTo(0);
-    });
-  }
-  onClick("page-first", () => turnTo(0));
-  onClick("page-previous", () => turnTo(state.page - 1));
-  onClick("page-next", () => turnTo(state.page + 1));
-  onClick("page-last", () => turnTo(lastPage()));
-  onClick("clips-reload", () => read());
-  onClick("select-page", () => select(state.clips.map((clip) => clip.IndexNo)));
-  onClick("select-slot", () => select(Array.from({ length: count() }, (_, i) => i + 1)));
-  onClick("select-none", () => {
-    selection().clear();
-    showSelection();
-  });
-
-  let known;
-  connection.on("status", (detail) => {
-    upload.showStatus(detail);
-    setText("slot-a-count", `${detail.SlotA.ClipNum} clips`);
-    setText("slot-b-count", `${detail.SlotB.ClipNum} clips`);
+  #showStatus(status) {
+    this.#upload.showStatus(status);
+    setText("slot-a-count", `${status.SlotA.ClipNum} clips`);
+    setText("slot-b-count", `${status.SlotB.ClipNum} clips`);
     // A clip was recorded, or the card has changed.
-    if (!byId("clips").hidden && known !== count()) {
-      dropMissing();
-      read();
+    if (!byId("clips").hidden && this.#known !== this.#count) {
+      this.#dropMissing();
+      this.show();
     }
-    known = count();
-  });
+    this.#known = this.#count;
+  }
 
-  function dropMissing() {
-    for (const number of selection()) {
-      if (number > count()) {
-        selection().delete(number);
+  #dropMissing() {
+    for (const number of this.#selection) {
+      if (number > this.#count) {
+        this.#selection.delete(number);
       }
     }
   }
-
-  return { show: read };
 }

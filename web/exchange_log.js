@@ -19,10 +19,9 @@ export function asCurl(url, request) {
 export class ExchangeLog extends EventTarget {
   #all = [];
   #withoutPolls = [];
-  #number = 0;
 
   add(exchange) {
-    const entry = { ...exchange, number: ++this.#number, time: new Date() };
+    const entry = { ...exchange, time: new Date() };
     keep(this.#all, entry);
     if (!POLLS.has(exchange.command)) {
       keep(this.#withoutPolls, entry);

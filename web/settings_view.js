@@ -8,52 +8,10 @@ const NTP_STATES = {
   Syncronized: "synchronized",
 };
 
-export function setUpSettings({ camera, queue, attempt }) {
-  const form = byId("ntp-form");
-  const fields = form.elements;
-
-  async function readTime() {
-    const time = await attempt("Time settings", () => camera.getNTPStatus());
-    if (time) {
-      setText("ntp-status", NTP_STATES[time.Status] ?? "unknown");
-      fields.Address.value = time.Address;
-      fields.TcSync.checked = time.TcSync === "On";
-    }
-  }
-
-  async function readSystem() {
-    const info = await attempt("System information", () => camera.getSystemInfo());
-    if (info) {
-      setFacts(byId("system-facts"), {
-        Model: info.Model,
-        Region: info.Destination,
-        "Serial number": info.Serial,
-        "API version": info.ApiVersion,
-      });
-    }
-  }
-
-  async function readPosition() {
-    const position = await attempt("Position", () => camera.getGPSInfo());
-    if (position) {
-      setFacts(byId("gps-facts"), { "Antenna level": position.AntennaLevel, Location: position.Location });
-    }
-  }
-
-  onSubmit(form, () => {
-    const address = fields.Address.value;
-    const tcSync = fields.TcSync.checked ? "On" : "Off";
-    queue.send("Time settings", async () => {
-      await camera.setNTPServer({ address });
-      await camera.setNTPSettings({ tcSync });
-      await readTime();
-    });
-  });
-  onClick("gps-read", readPosition);
-  onClick("resume", () =>
-    queue.send("Resume", () => camera.systemRequest({ request: "Resume" })),
-  );
-
+export function setUpSettings(remote) {
+  const readTime = setUpTime(remote);
+  const readSystem = setUpSystem(remote);
+  const readPosition = setUpPosition(remote);
   return {
     show: async () => {
       await readTime();
@@ -61,4 +19,46 @@ export function setUpSettings({ camera, queue, attempt }) {
       await readPosition();
     },
   };
+}
+
+function setUpTime({ camera, queue, attempt }) {
+  const form = byId("ntp-form");
+  const { Address, TcSync } = form.elements;
+  const read = () =>
+    attempt("Time settings", async () => {
+      const time = await camera.getNTPStatus();
+      setText("ntp-status", NTP_STATES[time.Status] ?? "unknown");
+      Address.value = time.Address;
+      TcSync.checked = time.TcSync === "On";
+    });
+  onSubmit(form, () => {
+    const address = Address.value;
+    const tcSync = TcSync.checked ? "On" : "Off";
+    queue.send("Time settings", async () => {
+      await camera.setNTPServer({ address });
+      await camera.setNTPSettings({ tcSync });
+      await read();
+    });
+  });
+  return read;
+}
+
+function setUpSystem({ camera, queue, attempt }) {
+  onClick("resume", () => queue.send("Resume", () => camera.systemRequest({ request: "Resume" })));
+  return () =>
+    attempt("System information", async () => {
+      const { Model, Destination, Serial, ApiVersion } = await camera.getSystemInfo();
+      const facts = { Model, Region: Destination, "Serial number": Serial, "API version": ApiVersion };
+      setFacts(byId("system-facts"), facts);
+    });
+}
+
+function setUpPosition({ camera, attempt }) {
+  const read = () =>
+    attempt("Position", async () => {
+      const { AntennaLevel, Location } = await camera.getGPSInfo();
+      setFacts(byId("gps-facts"), { "Antenna level": AntennaLevel, Location });
+    });
+  onClick("gps-read", read);
+  return read;
 }

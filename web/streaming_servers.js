@@ -38,92 +38,95 @@ const memberOf = (transport) => transport[0] + transport.slice(1).toLowerCase();
 
 const SERVERS = 4;
 
-/// What a text that was never set reads as.
-const NEVER_SET = "0";
+/// A text that was never set reads as "0".
+const shown = (text = "") => (text === "0" ? "" : text);
 
-/// @param showTransport  receives the transport of the current server
-/// @return `read` reads all servers
-export function setUpServers({ camera, queue, attempt }, showTransport) {
-  const form = byId("server-form");
-  const transport = byId("server-transport");
-  const servers = [];
-  let current;
-  let edited = 0;
+/// The form of one server and the choice of it.
+export class ServerForm {
+  #remote;
+  #showTransport;
+  #form = byId("server-form");
+  #transport = this.#form.elements.Transport;
+  #choices = Array.from({ length: SERVERS }, (_, id) => this.#makeChoice(id));
+  #servers = [];
+  #current;
+  #edited = 0;
 
-  transport.append(...options(Object.keys(TRANSPORTS)));
-  const choices = Array.from({ length: SERVERS }, (_, id) => {
+  /// @param showTransport  receives the transport of the current server
+  constructor(remote, showTransport) {
+    this.#remote = remote;
+    this.#showTransport = showTransport;
+    this.#transport.append(...options(Object.keys(TRANSPORTS)));
+    this.#transport.onchange = () => this.#showFields();
+    onSubmit(this.#form, () => this.#save(`setStreamingServerSettings${this.#transport.value}`, this.#settings()));
+    onClick("use-server", () => this.#save("setCurrentStreamingServerID", { id: this.#edited }));
+  }
+
+  #makeChoice(id) {
     const text = element("span", {}, `Server ${id + 1}`);
-    const onchange = () => edit(id);
-    const radio = element("input", { type: "radio", name: "server", value: id, checked: id === edited, onchange });
+    const onchange = () => this.#edit(id);
+    const radio = element("input", { type: "radio", name: "server", value: id, checked: id === 0, onchange });
     byId("server-choice").append(element("label", { className: "choice" }, radio, text));
     return text;
-  });
+  }
 
-  async function read() {
-    await attempt("Streaming servers", async () => {
-      current = (await camera.getCurrentStreamingServerID()).ID;
+  /// Reads all servers.
+  read() {
+    const { camera, attempt } = this.#remote;
+    return attempt("Streaming servers", async () => {
+      this.#current = (await camera.getCurrentStreamingServerID()).ID;
       for (let id = 0; id < SERVERS; ++id) {
-        servers[id] = await camera.getStreamingServerSettings({ id });
+        this.#servers[id] = await camera.getStreamingServerSettings({ id });
       }
-      showChoices();
-      edit(edited);
-      showTransport(servers[current]?.Type);
+      this.#showChoices();
+      this.#edit(this.#edited);
+      this.#showTransport(this.#servers[this.#current]?.Type);
     });
   }
 
-  function showChoices() {
-    choices.forEach((text, id) => {
-      const { Alias, Type } = servers[id];
-      const name = Alias === NEVER_SET || !Alias ? "not set" : `${Alias}, ${Type}`;
+  #save(method, settings) {
+    this.#remote.queue.send("Streaming server", async () => {
+      await this.#remote.camera[method](settings);
+      await this.read();
+    });
+  }
+
+  #showChoices() {
+    this.#choices.forEach((text, id) => {
+      const { Alias, Type } = this.#servers[id];
+      const name = shown(Alias) === "" ? "not set" : `${Alias}, ${Type}`;
       setText(text, `Server ${id + 1}: ${name}`);
     });
-    setText("current-server", choices[current]?.textContent ?? `server number ${current}`);
+    setText("current-server", this.#choices[this.#current]?.textContent ?? `server number ${this.#current}`);
   }
 
-  function edit(id) {
-    edited = id;
-    const { Alias, Type } = servers[id] ?? {};
-    form.elements.Alias.value = Alias === NEVER_SET ? "" : (Alias ?? "");
-    transport.value = Object.hasOwn(TRANSPORTS, Type) ? Type : "UDP";
-    showFields();
+  #edit(id) {
+    const { Alias, Type } = this.#servers[id] ?? {};
+    this.#edited = id;
+    this.#form.elements.Alias.value = shown(Alias);
+    this.#transport.value = Object.hasOwn(TRANSPORTS, Type) ? Type : "UDP";
+    this.#showFields();
   }
 
   /// Settings of a transport that is not the server's present one are not reported: they are empty.
-  function showFields() {
-    const reported = servers[edited]?.[memberOf(transport.value)] ?? {};
-    const rows = TRANSPORTS[transport.value].map(([name, kind]) => {
-      const label = transport.value === "RTP" && name === "DstAddress" ? RTP_ADDRESS : LABELS[name];
+  #showFields() {
+    const transport = this.#transport.value;
+    const reported = this.#servers[this.#edited]?.[memberOf(transport)] ?? {};
+    const rows = TRANSPORTS[transport].map(([name, kind]) => {
+      const label = transport === "RTP" && name === "DstAddress" ? RTP_ADDRESS : LABELS[name];
       return element("label", {}, `${label} `, input(name, kind, reported[name]));
     });
     byId("server-fields").replaceChildren(...rows);
   }
 
-  function settings() {
-    const values = { id: edited, alias: form.elements.Alias.value };
-    for (const [name, { type }] of TRANSPORTS[transport.value]) {
-      const field = form.elements[name];
-      values[methodName(name)] = type === "number" ? field.valueAsNumber : field.value;
-    }
-    return values;
+  #settings() {
+    const fields = this.#form.elements;
+    const values = TRANSPORTS[this.#transport.value].map(([name, { type }]) => {
+      const { value, valueAsNumber } = fields[name];
+      return [methodName(name), type === "number" ? valueAsNumber : value];
+    });
+    return { id: this.#edited, alias: fields.Alias.value, ...Object.fromEntries(values) };
   }
-
-  transport.addEventListener("change", showFields);
-  onSubmit(form, () => {
-    const method = `setStreamingServerSettings${transport.value}`;
-    const values = settings();
-    queue.send("Streaming server", async () => {
-      await camera[method](values);
-      await read();
-    });
-  });
-  onClick("use-server", () => {
-    const id = edited;
-    queue.send("Streaming server", async () => {
-      await camera.setCurrentStreamingServerID({ id });
-      await read();
-    });
-  });
-  return { read };
 }
 
 function input(name, { type, largest, longest }, value) {
@@ -136,6 +139,6 @@ function input(name, { type, largest, longest }, value) {
     type: SECRETS.includes(name) ? "password" : "text",
     maxLength: longest,
     autocomplete: "off",
-    value: value === undefined || value === NEVER_SET ? "" : value,
+    value: shown(value),
   });
 }

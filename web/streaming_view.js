@@ -2,14 +2,14 @@
 
 import { COMMANDS } from "./camera_client.js";
 import { byId, onClick, onSubmit, options, setText } from "./dom.js";
-import { setUpServers } from "./streaming_servers.js";
+import { ServerForm } from "./streaming_servers.js";
 
 /// The types of the bit-rate tables. Their names begin with the transport that they belong to.
 const TYPES = COMMANDS.find(({ name }) => name === "AvailableStreamingBitrateSettings").parameters.Type.words;
 
 export function setUpStreaming(remote) {
-  const format = setUpFormat(remote);
-  const servers = setUpServers(remote, format.showTransport);
+  const format = new FormatForm(remote);
+  const servers = new ServerForm(remote, (transport) => format.showTransport(transport));
   const returnAudio = setUpReturnAudio(remote);
   setUpControl(remote);
   return {
@@ -39,79 +39,86 @@ function setUpControl({ camera, queue }) {
 
 /// Offers only what the camera reports as available. The stored format stays in force until another
 /// one is set, even if it is no longer available, so it is shown as well.
-function setUpFormat({ camera, queue, attempt }) {
-  const fields = {
-    type: byId("format-type"),
-    resolution: byId("format-resolution"),
-    framerate: byId("format-framerate"),
-    bitrate: byId("format-bitrate"),
-  };
-  setOptions(fields.type, TYPES);
+class FormatForm {
+  #remote;
+  #form = byId("format-form");
+  #fields = this.#form.elements;
 
-  const chosen = () => Object.fromEntries(Object.entries(fields).map(([name, { value }]) => [name, value]));
+  constructor(remote) {
+    const { Type, Resolution, Framerate } = this.#fields;
+    this.#remote = remote;
+    Type.append(...options(TYPES));
+    this.#follow(Resolution, (wanted) => this.#readFramerates(wanted));
+    this.#follow(Framerate, (wanted) => this.#readBitrates(wanted));
+    this.#follow(Type, (wanted) => this.#readBitrates(wanted));
+    onSubmit(this.#form, () => this.#store(this.#chosen));
+  }
 
-  async function read() {
-    await attempt("Streaming format", async () => {
+  /// Chooses the type that fits the current server's transport.
+  showTransport(transport) {
+    const { Type } = this.#fields;
+    if (!Type.value.startsWith(transport)) {
+      Type.value = TYPES.find((name) => name.startsWith(transport)) ?? Type.value;
+    }
+  }
+
+  read() {
+    const { camera, attempt } = this.#remote;
+    const { Resolution } = this.#fields;
+    return attempt("Streaming format", async () => {
       const stored = await camera.getStreamingSettings();
-      setText(
-        "format-stored",
-        `Stored: ${stored.Resolution || "?"}, ${stored.Framerate || "?"}, ${stored.Bitrate || "no bit rate"}`,
-      );
+      showStored(stored);
       const { AvailableResolution } = await camera.availableStreamingResolutionSettings();
-      setOptions(fields.resolution, available(AvailableResolution), stored.Resolution);
-      byId("cannot-stream").hidden = fields.resolution.length > 0;
-      byId("format-form").inert = fields.resolution.length === 0;
-      await readFramerates(stored);
+      offer(Resolution, AvailableResolution, stored.Resolution);
+      this.#form.inert = Resolution.length === 0;
+      byId("cannot-stream").hidden = !this.#form.inert;
+      await this.#readFramerates(stored);
     });
   }
 
-  async function readFramerates(wanted) {
-    const resolution = fields.resolution.value;
-    const rates = resolution
-      ? (await camera.availableStreamingFramerateSettings({ resolution })).AvailableFramerate
-      : {};
-    setOptions(fields.framerate, available(rates), wanted.Framerate);
-    await readBitrates(wanted);
+  get #chosen() {
+    const { Type, Resolution, Framerate, Bitrate } = this.#fields;
+    return { type: Type.value, resolution: Resolution.value, framerate: Framerate.value, bitrate: Bitrate.value };
   }
 
-  async function readBitrates(wanted) {
-    const { type, resolution, framerate } = chosen();
-    const rates = framerate
-      ? (await camera.availableStreamingBitrateSettings({ type, resolution, framerate })).AvailableBitrate
-      : {};
-    setOptions(fields.bitrate, available(rates), wanted.Bitrate);
+  async #readFramerates(wanted) {
+    const { resolution } = this.#chosen;
+    const reply = resolution ? await this.#remote.camera.availableStreamingFramerateSettings({ resolution }) : {};
+    offer(this.#fields.Framerate, reply.AvailableFramerate, wanted.Framerate);
+    await this.#readBitrates(wanted);
+  }
+
+  async #readBitrates(wanted) {
+    const { bitrate, ...format } = this.#chosen;
+    const reply = format.framerate ? await this.#remote.camera.availableStreamingBitrateSettings(format) : {};
+    offer(this.#fields.Bitrate, reply.AvailableBitrate, wanted.Bitrate);
   }
 
   /// Whatever was chosen for the fields that follow stays, if it is available.
-  const follow = (readNext) => () =>
-    attempt("Streaming format", () => readNext({ Framerate: fields.framerate.value, Bitrate: fields.bitrate.value }));
-  fields.resolution.addEventListener("change", follow(readFramerates));
-  fields.framerate.addEventListener("change", follow(readBitrates));
-  fields.type.addEventListener("change", follow(readBitrates));
-  onSubmit(byId("format-form"), () => {
-    const { resolution, framerate, bitrate } = chosen();
+  #follow(field, readNext) {
+    field.onchange = () => {
+      const { framerate, bitrate } = this.#chosen;
+      this.#remote.attempt("Streaming format", () => readNext({ Framerate: framerate, Bitrate: bitrate }));
+    };
+  }
+
+  #store({ resolution, framerate, bitrate }) {
+    const { camera, queue } = this.#remote;
     queue.send("Streaming format", async () => {
       await camera.setStreamingSettings({ resolution, bitrate });
       await camera.setStreamingFramerate({ framerate });
-      await read();
+      await this.read();
     });
-  });
-
-  return {
-    read,
-    /// Chooses the type that fits the current server's transport.
-    showTransport: (transport) => {
-      const { type } = fields;
-      if (!type.value.startsWith(transport)) {
-        type.value = TYPES.find((name) => name.startsWith(transport)) ?? type.value;
-      }
-    },
-  };
+  }
 }
 
-const available = (flags) => Object.keys(flags).filter((name) => flags[name] !== 0);
+function showStored({ Resolution, Framerate, Bitrate }) {
+  setText("format-stored", `Stored: ${Resolution || "?"}, ${Framerate || "?"}, ${Bitrate || "no bit rate"}`);
+}
 
-function setOptions(select, names, wanted) {
+/// Offers the names whose flag is set.
+function offer(select, flags = {}, wanted) {
+  const names = Object.keys(flags).filter((name) => flags[name] !== 0);
   select.replaceChildren(...options(names));
   if (names.includes(wanted)) {
     select.value = wanted;
@@ -120,33 +127,28 @@ function setOptions(select, names, wanted) {
 
 function setUpReturnAudio({ camera, queue, attempt }) {
   const form = byId("ifb-form");
-  const fields = form.elements;
-
-  async function read() {
-    const settings = await attempt("Return audio", () => camera.getIFBSettings());
-    if (settings) {
-      fields.Function.checked = settings.Function === "Enable";
-      for (const name of ["Address", "Port", "Mountpoint"]) {
-        fields[name].value = settings[name];
-      }
-    }
-  }
-
+  const { Function: isEnabled, Address, Port, Mountpoint } = form.elements;
+  const read = () =>
+    attempt("Return audio", async () => {
+      const settings = await camera.getIFBSettings();
+      isEnabled.checked = settings.Function === "Enable";
+      Address.value = settings.Address;
+      Port.value = settings.Port;
+      Mountpoint.value = settings.Mountpoint;
+    });
   onSubmit(form, () => {
     const settings = {
-      function: fields.Function.checked ? "Enable" : "Disable",
-      address: fields.Address.value,
-      port: fields.Port.valueAsNumber,
-      mountpoint: fields.Mountpoint.value,
+      function: isEnabled.checked ? "Enable" : "Disable",
+      address: Address.value,
+      port: Port.valueAsNumber,
+      mountpoint: Mountpoint.value,
     };
     queue.send("Return audio", async () => {
       await camera.setIFBSettings(settings);
       await read();
     });
   });
-  onClick("ifb-start", () =>
-    queue.send("Return audio", () => camera.setIFBCtrl({ streaming: "Start" })),
-  );
+  onClick("ifb-start", () => queue.send("Return audio", () => camera.setIFBCtrl({ streaming: "Start" })));
   onClick("ifb-stop", () =>
     queue.stop("Return audio", (options) => camera.setIFBCtrl({ streaming: "Stop" }, options)),
   );
