@@ -63,8 +63,7 @@ bool ExchangeMessages(const char* daemon_path, os::Timeout timeout, const Messag
 }
 
 void socket_send_msg(const unsigned char* msg, unsigned short length, unsigned char index) {
-  constexpr os::Timeout kTimeout = {5, 0};
-  const os::Descriptor socket = os::CreateStreamSocket(kTimeout);
+  const os::Descriptor socket = os::CreateStreamSocket({kDefaultTimeoutSeconds, 0});
   if (!socket.IsOpen()) {
     Fatal("cmd:6363: Can't create a socket");
   }

@@ -3,8 +3,13 @@
 // `Fatal`).
 #pragma once
 
+#include <cstdint>
+
 #include "core/message.h"
 #include "core/os.h"
+
+/// For each step of an exchange: connecting and sending, the reply's header, its payload.
+constexpr std::uint8_t kDefaultTimeoutSeconds = 5;
 
 /// Where the camera control daemon listens.
 extern const char kControlDaemonPath[];

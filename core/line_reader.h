@@ -46,6 +46,10 @@ class LineReader : public LinePieces {
   char line_[Size];
 };
 
+/// Size of a line in the settings files and the session file, including its line feed and the NUL.
+/// The rest of a longer one is read as another line.
+constexpr std::size_t kSettingsLineSize = 256;
+
 /// The value on a settings line that begins with `key`: the first word after the key; empty if
 /// there is none. It need not be separated from the key. The result points into `line`.
 std::string_view ValueAfterKey(const char* line, std::string_view key);

@@ -14,12 +14,11 @@ char web_id[kTextSize];
 
 namespace {
 
-constexpr std::size_t kLineSize = 256;
 constexpr char kIdKey[] = "ID";
 
-void ReadStoredId(const os::Descriptor& file, char (&stored_id)[kLineSize]) {
+void ReadStoredId(const os::Descriptor& file, char (&stored_id)[kSettingsLineSize]) {
   stored_id[0] = '\0';
-  LineReader<kLineSize> lines(file);
+  LineReader<kSettingsLineSize> lines(file);
   while (const char* line = lines.Next()) {
     if (StartsWith(line, kIdKey)) {
       CopyText(stored_id, ValueAfterKey(line, kIdKey));
@@ -33,7 +32,7 @@ void ReadStoredId(const os::Descriptor& file, char (&stored_id)[kLineSize]) {
 bool SessionIsValid() {
   // No lock is needed: a renewal overwrites the id with the same id.
   const os::Descriptor file = os::OpenForReading(SESSION_INFO_PATH);
-  char stored_id[kLineSize];
+  char stored_id[kSettingsLineSize];
   ReadStoredId(file, stored_id);
   if (stored_id[0] == '\0') {
     DLOG(1, "session error no file [%s]", SESSION_INFO_PATH);
@@ -51,7 +50,7 @@ bool RenewSession(std::int64_t seconds_left) {
   // The session may have ended since it was checked, and another one begun. The login component
   // replaces the file, so this cannot overwrite a session that begins after the id is read.
   const bool was_checked = web_id[0] != '\0';
-  char stored_id[kLineSize];
+  char stored_id[kSettingsLineSize];
   ReadStoredId(file.File(), stored_id);
   if (was_checked && std::strcmp(web_id, stored_id) != 0) {
     return false;

@@ -12,10 +12,6 @@
 
 namespace {
 
-/// Size of the longest line, including its line feed and the NUL. The rest of a longer one is read
-/// as another line.
-constexpr std::size_t kLineSize = 256;
-
 /// The setting of a line, or null. The line need only begin with the key; if it begins with two
 /// keys ("server" and "serverurl"), the longer one counts.
 const SettingField* FieldOfLine(const SettingTable& table, const char* line) {
@@ -38,7 +34,7 @@ void Store(char* record, const SettingField& field, std::string_view value) {
 }  // namespace
 
 void ReadSettings(const SettingTable& table, const LockedFile& file, char* record) {
-  LineReader<kLineSize> lines(file.File());
+  LineReader<kSettingsLineSize> lines(file.File());
   while (const char* line = lines.Next()) {
     const SettingField* const field = FieldOfLine(table, line);
     if (field == nullptr) {

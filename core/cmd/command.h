@@ -10,7 +10,6 @@
 #include "core/message.h"
 #include "core/os.h"
 
-constexpr std::uint8_t kDefaultTimeoutSeconds = 5;
 constexpr std::uint8_t kDefaultLogLevel = 1;
 
 /// What the command table holds about a command: its message header, time-out and log level.

@@ -24,10 +24,6 @@ StatusBlock& StatusBlock::SetBe16(std::size_t offset, std::uint16_t value) {
   return SetBytes(offset, Be16(value));
 }
 
-StatusBlock& StatusBlock::SetBe32(std::size_t offset, std::uint32_t value) {
-  return SetBytes(offset, Be32(value));
-}
-
 StatusBlock& StatusBlock::Fill(int value) {
   bytes_.assign(kStatusBlockSize, static_cast<char>(value));
   return *this;

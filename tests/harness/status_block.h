@@ -24,9 +24,8 @@ class StatusBlock {
   StatusBlock& SetText(std::size_t offset, const std::string& text) {
     return SetBytes(offset, text);
   }
-  /// Big-endian numbers.
+  /// A big-endian number.
   StatusBlock& SetBe16(std::size_t offset, std::uint16_t value);
-  StatusBlock& SetBe32(std::size_t offset, std::uint32_t value);
   /// Every byte of the block.
   StatusBlock& Fill(int value);
 
