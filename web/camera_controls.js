@@ -3,16 +3,15 @@
 //   data-value="Iris"               shows the letter and the status of a control
 //   data-text="Iris.Letter"         shows a text of the status
 //   data-word="Iris.Status"         the same in the operator's words
-//   data-keys="Iris Auto=Auto ..."  buttons for keys of a control; after "=" the words of its status,
-//                                   separated by "|", with which the button is pressed
+//   data-keys="Iris Auto=Auto ..."  buttons for keys of a control; after "=" the words of its status
+//                                   with which the button is pressed, separated by "|"
 //   data-status="Disptv"            where that status is, if not in "Status" of the control; after a
 //                                   "." at the end comes the key's name
-//   data-seesaw="Iris Close Open"   two buttons that run as long as they are held, and buttons for
-//                                   three steps in each direction
-//   data-slider="IrisBar"           a range that moves a bar, whose position the camera does not report
+//   data-seesaw="Iris Close Open"   two buttons to hold, and buttons for three steps each way
+//   data-slider="IrisBar"           moves a bar whose position the camera does not report
 //   data-enable="Iris.Open1"        the flag that enables the element
-//   data-flags="Disptv"             with keys: the control whose flags enable them; with a seesaw:
-//                                   the flags of its two halves
+//   data-flags="Disptv"             the control whose flags enable the keys, or the flags of the two
+//                                   halves of a seesaw
 
 import { element, setText, valueAt } from "./dom.js";
 import { HoldButton } from "./hold_button.js";
@@ -108,7 +107,7 @@ function makeKeys(remote, box) {
   return (status) => {
     for (const { key, button, pressed, path } of rows) {
       if (pressed) {
-        button.ariaPressed = String(pressed.includes(valueAt(status, path)));
+        button.ariaPressed = pressed.includes(valueAt(status, path));
       }
       showLabel(button, status.ButtonLetter[kind]?.[FLAGS_OF_KEYS[key] ?? key], kind, key);
     }

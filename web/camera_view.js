@@ -101,7 +101,7 @@ function setUpRecording({ camera, queue }) {
   onClick("monitor-start", () => queue.send("Live picture", () => camera.monitorStart()));
   onClick("monitor-stop", () => queue.send("Live picture", () => camera.monitorStop()));
   return (status) => {
-    button.ariaPressed = String(status.Status === "Rec" || status.Status === "RecPause");
+    button.ariaPressed = status.Status === "Rec" || status.Status === "RecPause";
     button.disabled = status.Status === "NoCard";
     showSlot("A", byId("slot-a"), status.SlotA);
     showSlot("B", byId("slot-b"), status.SlotB);
@@ -149,7 +149,7 @@ function setUpTally({ camera, connection, queue }) {
     camera.setStudioTally({ indication }),
   );
   connection.on("tally", (word) =>
-    studio.forEach((button) => (button.ariaPressed = String(button.textContent === word))),
+    studio.forEach((button) => (button.ariaPressed = button.textContent === word)),
   );
   make("tally-lamp", "Tally lamp", ["On", "Off"], (sw) =>
     byId("tally-take").checked ? camera.setTallyControlWithPriority({ sw }) : camera.setTallyLampCtrl({ sw }),

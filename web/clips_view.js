@@ -82,7 +82,7 @@ export class ClipsView {
   }
 
   #showBusy(busy) {
-    byId("clip-table").ariaBusy = String(busy);
+    byId("clip-table").ariaBusy = busy;
     setText("clip-caption", `Slot ${this.#slot}: ${busy ? "reading the clips …" : `${this.#count} clips`}`);
   }
 
@@ -115,7 +115,7 @@ export class ClipsView {
 
   #markButton(clip) {
     const onclick = ({ currentTarget }) => this.#mark(clip, currentTarget);
-    const ariaPressed = String(clip.OKMark === "Mark");
+    const ariaPressed = clip.OKMark === "Mark";
     return element("button", { "aria-label": `OK mark of ${clip.Name}`, ariaPressed, onclick }, "OK");
   }
 
@@ -126,7 +126,7 @@ export class ClipsView {
     this.#remote.queue.send(`OK mark of ${clip.Name}`, async () => {
       await this.#remote.camera.setClipInfo({ slot, indexNo: clip.IndexNo, okMark });
       clip.OKMark = okMark;
-      button.ariaPressed = String(okMark === "Mark");
+      button.ariaPressed = okMark === "Mark";
     });
   }
 

@@ -17,7 +17,7 @@ export function onSubmit(form, action) {
 export function element(name, properties = {}, ...children) {
   const made = document.createElement(name);
   for (const [key, value] of Object.entries(properties)) {
-    if (key.includes("-") || key === "role" || key === "for") {
+    if (key.includes("-")) {
       made.setAttribute(key, value);
     } else {
       made[key] = value;

@@ -22,34 +22,21 @@ const NUMBERS = {
   result: { name: "code", label: "Result code", value: 1, max: 255 },
 };
 
-export async function setUpSimulator(remote) {
-  const { connection, simulator } = remote;
+export async function setUpSimulator({ connection, simulator }) {
   if (!(await simulator.answers())) {
     return;
   }
   const drawer = byId("simulator");
+  const draw = setUpViewfinder(connection, drawer);
+  const follow = setUpState(simulator, drawer);
   const toggle = byId("simulator-toggle");
   toggle.hidden = false;
-  let tally;
-  let timer;
-
-  const draw = () => !drawer.hidden && connection.status && drawViewfinder(connection.status, tally);
-  connection.on("status", draw);
-  connection.on("tally", (detail) => {
-    tally = detail;
+  toggle.onclick = () => {
+    drawer.hidden = !drawer.hidden;
+    toggle.ariaExpanded = !drawer.hidden;
     draw();
-  });
-
-  /// The next question follows the answer to the last one.
-  async function follow() {
-    clearTimeout(timer);
-    if (drawer.hidden || document.hidden) {
-      return;
-    }
-    showClock(await simulator.clock().catch(() => undefined));
-    showFaults(await simulator.faults().catch(() => []));
-    timer = setTimeout(follow, STATE_INTERVAL);
-  }
+    follow();
+  };
 
   async function act(what, call) {
     try {
@@ -61,16 +48,37 @@ export async function setUpSimulator(remote) {
     }
   }
 
-  onClick("simulator-toggle", () => {
-    drawer.hidden = !drawer.hidden;
-    toggle.ariaExpanded = String(!drawer.hidden);
-    draw();
-    follow();
-  });
-  document.addEventListener("visibilitychange", follow);
   setUpScenes(simulator, act);
   setUpFaults(simulator, act);
   setUpClock(simulator, act);
+}
+
+function setUpViewfinder(connection, drawer) {
+  let tally;
+  const draw = () => !drawer.hidden && connection.status && drawViewfinder(connection.status, tally);
+  connection.on("status", draw);
+  connection.on("tally", (detail) => {
+    tally = detail;
+    draw();
+  });
+  return draw;
+}
+
+/// @return reads the clock and the faults again and again while they are visible
+function setUpState(simulator, drawer) {
+  let timer;
+  /// The next question follows the answer to the last one.
+  async function follow() {
+    clearTimeout(timer);
+    if (drawer.hidden || document.hidden) {
+      return;
+    }
+    showClock(await simulator.clock().catch(() => undefined));
+    showFaults(await simulator.faults().catch(() => []));
+    timer = setTimeout(follow, STATE_INTERVAL);
+  }
+  document.addEventListener("visibilitychange", follow);
+  return follow;
 }
 
 async function setUpScenes(simulator, act) {
@@ -131,7 +139,7 @@ function setUpClock(simulator, act) {
 
 function showClock(clock) {
   if (clock) {
-    byId("clock-pause").ariaPressed = String(clock.paused);
-    byId("clock-speed").value = String(clock.speed);
+    byId("clock-pause").ariaPressed = clock.paused;
+    byId("clock-speed").value = clock.speed;
   }
 }

@@ -10,7 +10,7 @@ const PAGES = { camera: 3, clips: 1, streaming: 4, cloud: 4, settings: 4, api: 2
 ///               view appears and when a session begins while it is shown
 export function setUpViews({ camera, connection }, views) {
   const links = new Map(
-    [...document.querySelectorAll("nav.views a")].map((link) => [link.hash.slice(1), link]),
+    [...document.querySelectorAll(".views a")].map((link) => [link.hash.slice(1), link]),
   );
   let shown;
 
