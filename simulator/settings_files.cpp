@@ -95,6 +95,16 @@ const FileKeys* KeysOf(const std::string& file) {
   return is_number ? &AllKeys().back() : nullptr;
 }
 
+/// The names of the settings files, for a reader.
+std::string AllNames() {
+  std::string names;
+  for (const FileKeys& keys : AllKeys()) {
+    names += (names.empty() ? "" : ", ") + std::string(keys.file) +
+             (keys.file == kServerFile ? "0 and so on" : "");
+  }
+  return names;
+}
+
 std::map<std::string, std::string> ReadSettings(const fs::path& path) {
   std::map<std::string, std::string> settings;
   std::ifstream file(path);
@@ -121,6 +131,8 @@ std::string Shown(const std::string& key, const std::string& value) {
   return IsSecret(key) && !value.empty() ? "***" : value;
 }
 
+/// One line for each key that has changed. In a file that is new, that is against what it reads as
+/// while it is missing.
 void AddDifferences(const std::string& file, const std::map<std::string, std::string>& before,
                     const std::map<std::string, std::string>& after,
                     std::vector<std::string>& lines) {
@@ -142,12 +154,11 @@ void AddDifferences(const std::string& file, const std::map<std::string, std::st
 }
 
 std::string ValueFrom(const std::string& path, const Json& value) {
-  constexpr std::size_t kLongest = 200;
-  const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+  // Whatever the handler may have stored, so that a state that was saved can be restored.
+  constexpr std::size_t kLongest = 1000;
   std::string text = value.is_string() ? value.get<std::string>() : "";
-  if (!value.is_string() || text.size() > kLongest ||
-      std::any_of(text.begin(), text.end(), is_control)) {
-    RejectSetting(path, "must be a text of at most 200 bytes without control characters");
+  if (!value.is_string() || text.size() > kLongest || text.find('\n') != std::string::npos) {
+    RejectSetting(path, "must be a text of at most 1000 bytes without line feeds");
   }
   return text;
 }
@@ -183,7 +194,9 @@ SettingsFiles::Changes SettingsFiles::Reload() {
   }
   for (const auto& [name, settings] : files) {
     const std::size_t before = changes.lines.size();
-    AddDifferences(name, files_[name], settings, changes.lines);
+    const auto old = files_.find(name);
+    AddDifferences(name, old != files_.end() ? old->second : StandardSettings(*KeysOf(name)),
+                   settings, changes.lines);
     const bool changed = changes.lines.size() > before;
     changes.ntp = changes.ntp || (changed && name == "ntp");
     changes.streaming = changes.streaming || (changed && name.rfind("streaming", 0) == 0);
@@ -241,7 +254,7 @@ SettingsFiles SettingsFiles::Patched(const Json& patch) const {
   for (const auto& [file, members] : patch.items()) {
     const FileKeys* const known = KeysOf(file);
     if (known == nullptr) {
-      RejectSetting(file, "no such file");
+      RejectSetting(file, "no such file; there are " + AllNames());
     }
     if (members.is_null()) {
       patched.files_.erase(file);

@@ -263,6 +263,11 @@ void RejectOthers(const Json& object, const std::string& path,
   }
 }
 
+/// "cloud.events[2]"
+std::string Element(const std::string& path, std::size_t index) {
+  return path + "[" + std::to_string(index) + "]";
+}
+
 Json ClipJson(const Clip& clip) {
   return {{"name", clip.name},
           {"first", TimeCodeText(clip.first_frame)},
@@ -317,7 +322,7 @@ Clips ClipsFrom(const std::string& path, char card, const Json& value) {
   }
   Clips clips;
   for (std::size_t i = 0; i < value.size(); ++i) {
-    clips.push_back(ClipFrom(value[i], path + "[" + std::to_string(i) + "]"));
+    clips.push_back(ClipFrom(value[i], Element(path, i)));
   }
   return clips;
 }
@@ -351,10 +356,20 @@ Field UploadFiles() {
             constexpr std::size_t kLongestName = 30;
             std::vector<std::string> files;
             for (const Json& name : value) {
-              files.push_back(TextFrom(path, kLongestName, name));
+              files.push_back(TextFrom(Element(path, files.size()), kLongestName, name));
             }
             state.upload.files = std::move(files);
           }};
+}
+
+CloudEvent CloudEventFrom(const Json& value, const std::string& path) {
+  if (!value.is_object()) {
+    Reject(path, "must be an object");
+  }
+  RejectOthers(value, path, {"title", "url", "stream_key"});
+  return {TextFrom(path + ".title", 127, MemberOf(value, path, "title")),
+          TextFrom(path + ".url", 191, MemberOf(value, path, "url")),
+          TextFrom(path + ".stream_key", 63, MemberOf(value, path, "stream_key"))};
 }
 
 Field CloudEvents() {
@@ -375,14 +390,7 @@ Field CloudEvents() {
             }
             std::vector<CloudEvent> events;
             for (const Json& event : value) {
-              if (!event.is_object()) {
-                Reject(path, "must be a list of objects");
-              }
-              RejectOthers(event, path, {"title", "url", "stream_key"});
-              events.push_back(
-                  {TextFrom(path + ".title", 127, MemberOf(event, path, "title")),
-                   TextFrom(path + ".url", 191, MemberOf(event, path, "url")),
-                   TextFrom(path + ".stream_key", 63, MemberOf(event, path, "stream_key"))});
+              events.push_back(CloudEventFrom(event, Element(path, events.size())));
             }
             state.cloud.events = std::move(events);
           }};

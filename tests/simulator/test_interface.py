@@ -38,10 +38,16 @@ def result(world, command, params=None, session=...):
     ({"slots": {"A": None}}, "slots.A: must be an object"),
     ({"upload": {"phase": "TRANS"}},
      "upload.phase: an upload needs files; give upload.files, too"),
-    ({"settings": {"passwd": {}}}, "settings.passwd: no such file"),
+    ({"settings": {"passwd": {}}}, "settings.passwd: no such file; there are ntp, ifb, "
+                                   "web_zoom_preset, streaming, streaming_server0 and so on"),
     ({"settings": {"ntp": {"adress": ""}}}, "settings.ntp.adress: no such key"),
     ({"settings": {"ntp": {"address": 5}}},
-     "settings.ntp.address: must be a text of at most 200 bytes without control characters"),
+     "settings.ntp.address: must be a text of at most 1000 bytes without line feeds"),
+    ({"settings": {"ntp": {"address": "10.0.0.1\nx\ty"}}},
+     "settings.ntp.address: must be a text of at most 1000 bytes without line feeds"),
+    ({"upload": {"files": ["A.MOV", 5]}}, "upload.files[1]: must be a text"),
+    ({"cloud": {"events": [{"title": "A", "url": "u", "stream_key": "k"}, {"title": "B"}]}},
+     'cloud.events[1]: has no member "url"'),
     ({"battery": {"level": 1}, "iris": {"stop": "F99"}}, "iris.stop: must be one of"),
 ])
 def test_a_patch_that_makes_no_sense_changes_nothing(world, patch, error):
@@ -310,7 +316,8 @@ def test_messages_are_shown_as_bytes_and_in_words(world, after):
     (message,) = renewal
     assert message["bytes"][:16] == "0001010001010000" and message["bytes"][24:] == "00"
     assert (message["decoded"], message["reply"]) == ("settings renewal notice", None)
-    assert message["changes"][:1] == ["settings.ntp.address 10.0.0.9"]
+    assert message["changes"] == ["settings.ntp.address 192.168.0.100 -> 10.0.0.9",
+                                  "ntp.status Synchronized -> NotSynchronized"]
 
 
 # Command, parameters, words.
