@@ -6,10 +6,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <climits>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -40,10 +43,7 @@ Json BodyOf(const httplib::Request& request) {
   if (request.body.find_first_not_of(" \t\r\n") == std::string::npos) {
     return Json::object();
   }
-  Json body = Json::parse(request.body, nullptr, false);
-  if (body.is_discarded()) {
-    throw Rejected("the body is no JSON");
-  }
+  const Json body = ParseJson(request.body, "the body");
   if (!body.is_object()) {
     throw Rejected("the body must be a JSON object");
   }
@@ -58,11 +58,10 @@ void AllowMembers(const Json& body, std::initializer_list<std::string_view> name
   }
 }
 
-/// A number in the query; `otherwise` if it is not there.
-unsigned long QueryNumber(const httplib::Request& request, const char* name,
-                          unsigned long otherwise) {
+/// A number in the query; nothing if it is not there.
+std::optional<unsigned long> QueryNumber(const httplib::Request& request, const char* name) {
   if (!request.has_param(name)) {
-    return otherwise;
+    return std::nullopt;
   }
   const std::string text = request.get_param_value(name);
   constexpr std::size_t kMostDigits = 18;
@@ -121,11 +120,12 @@ Json AddFault(SimulatedCamera& simulated, const httplib::Request& request) {
 }
 
 Json RemoveFaults(SimulatedCamera& simulated, const httplib::Request& request) {
-  const unsigned long id = QueryNumber(request, "id", 0);
-  if (id == 0) {
+  AllowMembers(BodyOf(request), {});
+  const std::optional<unsigned long> id = QueryNumber(request, "id");
+  if (!id) {
     simulated.faults().Clear();
-  } else if (!simulated.faults().Remove(static_cast<int>(id))) {
-    throw Refused(kNotFound, "there is no fault with the id " + std::to_string(id));
+  } else if (*id > INT_MAX || !simulated.faults().Remove(static_cast<int>(*id))) {
+    throw Refused(kNotFound, "there is no fault with the id " + std::to_string(*id));
   }
   return Json::object();
 }
@@ -158,10 +158,11 @@ Json SetClock(SimulatedCamera& simulated, const httplib::Request& request) {
 }
 
 Json GetJournal(SimulatedCamera& simulated, const httplib::Request& request) {
-  return simulated.journal().After(QueryNumber(request, "after", 0));
+  return simulated.journal().After(QueryNumber(request, "after").value_or(0));
 }
 
-Json ClearJournal(SimulatedCamera& simulated, const httplib::Request&) {
+Json ClearJournal(SimulatedCamera& simulated, const httplib::Request& request) {
+  AllowMembers(BodyOf(request), {});
   simulated.journal().Clear();
   return Json::object();
 }
@@ -181,17 +182,44 @@ struct Route {
   const char* path;
   const char* method;
   Json (*handle)(SimulatedCamera& simulated, const httplib::Request& request);
+  std::string_view parameter = "";  ///< what the query may have; empty: nothing
 };
 
 constexpr Route kRoutes[] = {
-    {"/simulator/state", "GET", GetState},          {"/simulator/state", "PATCH", PatchState},
-    {"/simulator/scenes", "GET", GetScenes},        {"/simulator/reset", "POST", Reset},
-    {"/simulator/faults", "GET", GetFaults},        {"/simulator/faults", "POST", AddFault},
-    {"/simulator/faults", "DELETE", RemoveFaults},  {"/simulator/clock", "GET", GetClock},
-    {"/simulator/clock", "POST", SetClock},         {"/simulator/journal", "GET", GetJournal},
-    {"/simulator/journal", "DELETE", ClearJournal}, {"/simulator/login", "POST", LogIn},
+    {"/simulator/state", "GET", GetState},
+    {"/simulator/state", "PATCH", PatchState},
+    {"/simulator/scenes", "GET", GetScenes},
+    {"/simulator/reset", "POST", Reset},
+    {"/simulator/faults", "GET", GetFaults},
+    {"/simulator/faults", "POST", AddFault},
+    {"/simulator/faults", "DELETE", RemoveFaults, "id"},
+    {"/simulator/clock", "GET", GetClock},
+    {"/simulator/clock", "POST", SetClock},
+    {"/simulator/journal", "GET", GetJournal, "after"},
+    {"/simulator/journal", "DELETE", ClearJournal},
+    {"/simulator/login", "POST", LogIn},
     {"/simulator/logout", "POST", LogOut},
 };
+
+void AllowParameter(const httplib::Request& request, std::string_view name) {
+  for (const auto& [parameter, value] : request.params) {
+    if (parameter != name) {
+      throw Rejected(parameter + ": no such parameter" +
+                     (name.empty() ? "" : "; there is " + std::string(name)));
+    }
+  }
+}
+
+/// The paths, each once.
+std::string AllPaths() {
+  std::string paths;
+  for (const Route& route : kRoutes) {
+    if (paths.find(route.path) == std::string::npos) {
+      paths += (paths.empty() ? "" : ", ") + std::string(route.path);
+    }
+  }
+  return paths;
+}
 
 Json Handle(SimulatedCamera& simulated, const httplib::Request& request,
             httplib::Response& response) {
@@ -201,12 +229,13 @@ Json Handle(SimulatedCamera& simulated, const httplib::Request& request,
       continue;
     }
     if (request.method == route.method) {
+      AllowParameter(request, route.parameter);
       return route.handle(simulated, request);
     }
     allowed += (allowed.empty() ? "" : ", ") + std::string(route.method);
   }
   if (allowed.empty()) {
-    throw Refused(kNotFound, "there is no " + request.path);
+    throw Refused(kNotFound, "there is no " + request.path + "; there are " + AllPaths());
   }
   response.set_header("Allow", allowed);
   throw Refused(kNotAllowed, request.path + " knows " + allowed + " only");
@@ -217,6 +246,24 @@ void Respond(httplib::Response& response, int status, const Json& json) {
   response.set_header("Cache-Control", "no-store");
   response.set_content(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n",
                        "application/json");
+}
+
+/// Reads the body as it is, whatever its type. (The library itself reads a body that claims to be a
+/// form, as that of curl does, as one, and refuses it beyond 8 KiB.)
+/// @return false if it cannot be read; the response tells so then
+bool ReadBody(httplib::Request& request, httplib::Response& response,
+              const httplib::ContentReader& reader) {
+  const auto append = [&request](const char* data, std::size_t length) {
+    request.body.append(data, length);
+    return true;
+  };
+  if (!request.is_multipart_form_data() && reader(append)) {
+    return true;
+  }
+  Respond(response, kBadRequest,
+          {{"error", "the body cannot be read: it must be JSON of at most " +
+                         std::to_string(kLongestBody >> 20) + " MiB, as it is"}});
+  return false;
 }
 
 void Serve(SimulatedCamera& simulated, const httplib::Request& request,
@@ -247,11 +294,19 @@ class ControlInterface::Server {
                                                      httplib::Response& response) {
       Serve(camera, request, response);
     };
+    const httplib::Server::HandlerWithContentReader read_and_serve =
+        [&camera](const httplib::Request& request, httplib::Response& response,
+                  const httplib::ContentReader& reader) {
+          httplib::Request whole = request;
+          if (ReadBody(whole, response, reader)) {
+            Serve(camera, whole, response);
+          }
+        };
     http_.Get(".*", serve)
-        .Post(".*", serve)
-        .Put(".*", serve)
-        .Patch(".*", serve)
-        .Delete(".*", serve)
+        .Post(".*", read_and_serve)
+        .Put(".*", read_and_serve)
+        .Patch(".*", read_and_serve)
+        .Delete(".*", read_and_serve)
         .Options(".*", serve);
     unlink(kHttpSocket);
     constexpr int kPortOfNoMeaning = 80;

@@ -21,4 +21,17 @@ class Rejected : public std::runtime_error {
   throw Rejected(path + ": " + why);
 }
 
+/// @param what  whose text it is, for the error: "the body"
+/// @throws Rejected that tells where the mistake is
+inline Json ParseJson(const std::string& text, const std::string& what) {
+  try {
+    return Json::parse(text);
+  } catch (const Json::parse_error& error) {
+    const std::string why = error.what();
+    const std::size_t at = why.find("line ");
+    throw Rejected(what +
+                   " is not valid JSON: " + (at == std::string::npos ? why : why.substr(at)));
+  }
+}
+
 }  // namespace simulator

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "simulator/lens.h"
@@ -92,14 +93,10 @@ void Apply(State& state, SettingsFiles& settings, Json patch) {
 
 Json ParseFile(const fs::path& path) {
   std::ifstream file(path);
-  if (!file) {
+  if (!file || fs::is_directory(path)) {
     throw Rejected(path.string() + ": cannot be read");
   }
-  try {
-    return Json::parse(file);
-  } catch (const Json::parse_error& error) {
-    throw Rejected(path.string() + ": no JSON: " + error.what());
-  }
+  return ParseJson({std::istreambuf_iterator<char>(file), {}}, path.string());
 }
 
 }  // namespace

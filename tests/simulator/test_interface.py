@@ -59,19 +59,70 @@ def test_a_patch_that_makes_no_sense_changes_nothing(world, patch, error):
 
 
 @pytest.mark.parametrize("method, path, body, status, error", [
-    ("GET", "nothing", None, 404, "there is no /simulator/nothing"),
+    ("GET", "nothing", None, 404, "there is no /simulator/nothing; there are /simulator/state, "
+     "/simulator/scenes, /simulator/reset, /simulator/faults, /simulator/clock, /simulator/journal, "
+     "/simulator/login, /simulator/logout"),
     ("PUT", "state", {}, 405, "/simulator/state knows GET, PATCH only"),
     ("DELETE", "clock", None, 405, "/simulator/clock knows GET, POST only"),
     ("GET", "login", None, 405, "/simulator/login knows POST only"),
-    ("PATCH", "state", b"{", 400, "the body is no JSON"),
-    ("PATCH", "state", b"\xff", 400, "the body is no JSON"),
+    ("PATCH", "state", b'{"iris":\n{"stop":F11}}', 400,
+     "the body is not valid JSON: line 2, column 9: syntax error while parsing value - "
+     "invalid literal; last read: '\"stop\":F'"),
     ("POST", "reset", [], 400, "the body must be a JSON object"),
     ("POST", "reset", {"name": "field"}, 400, "name: no such member"),
     ("POST", "login", {"user": "me"}, 400, "user: no such member"),
     ("GET", "journal?after=x", None, 400, "after: must be a number"),
+    ("GET", "journal?last=5", None, 400, "last: no such parameter; there is after"),
+    ("GET", "state?member=iris", None, 400, "member: no such parameter"),
 ])
 def test_requests_that_make_no_sense(world, method, path, body, status, error):
     assert world.simulator(method, path, body) == (status, {"error": error})
+
+
+@pytest.mark.parametrize("raw", [b"\xff", b"{", b"{} {}", b"[" * 200000])
+def test_a_body_that_is_not_valid_json(world, raw):
+    status, reply = world.simulator("PATCH", "state", raw)
+    assert status == 400 and reply["error"].startswith("the body is not valid JSON: line 1, column ")
+
+
+@pytest.mark.parametrize("path, body, status, error", [
+    ("faults?ID=1", None, 400, "ID: no such parameter; there is id"),
+    ("faults?id=0", None, 404, "there is no fault with the id 0"),
+    ("faults?id=4294967297", None, 404, "there is no fault with the id 4294967297"),
+    ("faults", {"id": 1}, 400, "id: no such member"),
+    ("journal?after=1", None, 400, "after: no such parameter"),
+    ("journal", {"after": 1}, 400, "after: no such member"),
+])
+def test_a_deletion_that_makes_no_sense_removes_nothing(world, path, body, status, error):
+    world.command("GetSystemInfo")
+    world.simulator("POST", "faults", {"fault": "no_log"})
+    before = world.simulator("GET", "faults"), world.simulator("GET", "journal")
+    assert world.simulator("DELETE", path, body) == (status, {"error": error})
+    assert (world.simulator("GET", "faults"), world.simulator("GET", "journal")) == before
+
+
+FORM = {"Content-Type": "application/x-www-form-urlencoded"}
+
+
+def test_a_state_that_was_saved_can_be_patched_back_whatever_its_size(world):
+    """With the type that `curl --data @FILE` sends."""
+    world.simulator("POST", "reset", {"scene": "clips-500", "paused": True})
+    long_alias = {"ID": 1, "Alias": "x" * 250, "DstUrl": "u", "StreamKey": "k"}
+    assert result(world, "SetStreamingServerSettingsRTMP", long_alias) == "Success"
+    saved = world.simulator("GET", "state")[1]
+    body = json.dumps(saved)
+    assert len(body) > 50000
+    world.simulator("POST", "reset", {"paused": True})
+    status, _, _ = world.request("PATCH", "/simulator/state", body, FORM)
+    assert (status, world.simulator("GET", "state")[1]) == (200, saved)
+
+
+@pytest.mark.parametrize("headers", [{"Content-Type": "multipart/form-data; boundary=x"},
+                                     {"Content-Encoding": "gzip"}])
+def test_a_body_that_is_wrapped_is_refused(world, headers):
+    status, _, reply = world.request("PATCH", "/simulator/state", b"{}", headers)
+    assert (status, json.loads(reply)) == (400, {
+        "error": "the body cannot be read: it must be JSON of at most 8 MiB, as it is"})
 
 
 def test_settings_are_those_of_the_handler(world):

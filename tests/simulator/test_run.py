@@ -61,6 +61,21 @@ def test_a_file_that_the_private_world_would_hide_is_refused():
                               "use another folder\n")
 
 
+@pytest.mark.parametrize("text, error", [
+    ('{"iris": 5', ": syntax error while parsing object - unexpected end of input"),
+    (None, ": cannot be read"),
+])
+def test_a_scene_that_cannot_be_read_is_named(tmp_path, text, error):
+    file = tmp_path / "my.json"
+    if text is None:
+        file.mkdir()
+    else:
+        file.write_text(text)
+    with pytest.raises(RuntimeError, match=f"{re.escape(str(file))}.*{re.escape(error)}"):
+        with World("--scene", str(file)):
+            pass
+
+
 @pytest.mark.parametrize("scene, error", [
     ({"iris": {"stopp": "F4.0"}}, "iris.stopp: no such member"),
     ({"aperture": 4}, "aperture: no such member"),
