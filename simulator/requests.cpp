@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kHttpOk = 200;
 constexpr int kHttpInternalError = 500;
+constexpr int kHttpGatewayTimeout = 504;
 
 /// The value of the first member of a name, as the handler finds it: up to the first quote, comma
 /// or brace.
@@ -26,6 +27,14 @@ std::string ValueIn(const std::string& text, std::string_view name) {
     ++at;
   }
   return text.substr(at, std::min(text.find_first_of("\",}", at), text.size()) - at);
+}
+
+/// What the web server answers.
+int HttpStatus(const Outcome& outcome) {
+  if (outcome.lost) {
+    return kHttpGatewayTimeout;
+  }
+  return outcome.output.empty() ? kHttpInternalError : kHttpOk;
 }
 
 /// What stands after the HTTP header.
@@ -48,7 +57,7 @@ std::string HowItEnded(const Outcome& outcome) {
 
 std::string WhyWithoutReply(const RunningRequest& request, const Outcome& outcome) {
   if (outcome.lost) {
-    return "the web server gave the request up";
+    return "the web server did not wait any longer";
   }
   if (!WIFSIGNALED(outcome.status) && request.request.method != "POST") {
     return "only POST requests are answered";
@@ -111,7 +120,7 @@ Entry MakeEntry(const RunningRequest& request, const Outcome& outcome, const std
   entry.request = request.request.body;
   entry.reply = BodyOf(outcome.output);
   entry.result = ValueIn(entry.reply, "Result");
-  entry.status = outcome.output.empty() ? kHttpInternalError : kHttpOk;
+  entry.status = HttpStatus(outcome);
   entry.ms = outcome.ms;
   entry.reason = outcome.output.empty() ? WhyWithoutReply(request, outcome)
                                         : WhyRefused(request, entry.result, entry.reply, session);

@@ -49,7 +49,7 @@ void TapServer::Accept() {
   if (fd < 0) {
     return;
   }
-  connections_.insert_or_assign(fd, Connection{std::move(client), {}, 0});
+  connections_.insert_or_assign(fd, Connection{std::move(client), {}, 0, {}});
   loop_.Add(fd, [this, fd] { Receive(fd); });
 }
 
@@ -92,6 +92,7 @@ bool TapServer::Hear(Connection& connection, const Bytes& packed) {
     tap::Object answer = tap::Object::object();
     if (object.contains("pid")) {
       connection.pid = object.at("pid").get<int>();
+      connection.started = std::chrono::steady_clock::now();
       answer["world"] = on_start_({connection.pid, TextOf(object, "method"),
                                    TextOf(object, "client"), TextOf(object, "body")});
     } else {
@@ -109,8 +110,11 @@ bool TapServer::Hear(Connection& connection, const Bytes& packed) {
 
 void TapServer::Close(int fd) {
   loop_.Remove(fd);
-  if (const int pid = connections_.at(fd).pid; pid != 0) {
-    on_end_(pid, {"", 0, 0, true});
+  const Connection& connection = connections_.at(fd);
+  if (connection.pid != 0) {
+    const std::chrono::duration<double, std::milli> took =
+        std::chrono::steady_clock::now() - connection.started;
+    on_end_(connection.pid, {"", 0, took.count(), true});
   }
   connections_.erase(fd);
 }

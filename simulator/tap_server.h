@@ -1,6 +1,7 @@
 // The simulated camera's end of the tap: hears of every request before and after the handler.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <string>
@@ -25,7 +26,7 @@ struct Outcome {
   std::string output;
   int status = 0;  ///< as wait() has it
   double ms = 0;
-  bool lost = false;  ///< the web server has ended it; nothing else is known
+  bool lost = false;  ///< the web server has ended it; output and status are not known
 };
 
 class TapServer {
@@ -43,6 +44,7 @@ class TapServer {
     UniqueFd fd;
     Bytes received;
     int pid = 0;
+    std::chrono::steady_clock::time_point started;  ///< when the tap told the process id
   };
 
   void Accept();
