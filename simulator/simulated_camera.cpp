@@ -95,7 +95,7 @@ Delivery SimulatedCamera::Answer(const Daemon& daemon, const Message& message, p
   BringUpToDate();
   const auto running = running_.find(sender);
   const bool is_known = running != running_.end();
-  // A handler that was started by hand meets the faults, too.
+  // A handler that was started by hand is not known and meets no faults.
   const std::vector<Fault> to_meet = is_known ? running->second.faults : std::vector<Fault>();
   const Fault* const fault = ReplyFault(to_meet, daemon.name());
   MessageRecord record;
