@@ -34,6 +34,8 @@ def test_doctor_finds_nothing_missing_where_tests_run():
     (["--port"], "--port needs a port number"),
     (["--listen", "camera"], "--listen needs an address"),
     (["--cameras", "0"], "--cameras needs a number from 1 to 16"),
+    (["--cameras", "many"], "--cameras needs a number from 1 to 16"),
+    (["--port", "65535", "--cameras", "2"], "--port: there are not 2 ports from 65535 on"),
     (["--session-lifetime", "soon"], "--session-lifetime needs a number of seconds"),
     (["--journal", ""], "--journal needs a file"),
     (["--nothing"], "unknown option --nothing"),
@@ -41,7 +43,14 @@ def test_doctor_finds_nothing_missing_where_tests_run():
 def test_options_that_make_no_sense(options, error):
     outcome = run(*options)
     assert outcome.returncode == 2
-    assert outcome.stderr.startswith(f"run: {error}\n")
+    assert outcome.stderr == f"run: {error}; ./run --help lists the options\n"
+
+
+def test_an_address_of_another_machine():
+    outcome = run("--no-build", "--listen", "203.0.113.9")
+    assert outcome.returncode == 1
+    assert outcome.stderr.startswith(
+        "run: --listen: this machine does not have the address 203.0.113.9; it has 127.0.0.1 ")
 
 
 def test_a_port_in_use_names_the_next_free_one():
