@@ -1,5 +1,6 @@
 #include "simulator/console.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -34,13 +35,38 @@ std::string_view ColorOf(const std::string& result) {
   return result == "DisableError" ? kYellow : kRed;
 }
 
+/// A text from outside. Control characters are shown in hexadecimal: a terminal would obey them.
+std::string Printable(const std::string& text) {
+  std::string printable;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= ' ' && byte != 0x7f) {
+      printable += c;
+    } else {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, "\\x%02x", static_cast<unsigned int>(byte));
+      printable += escaped;
+    }
+  }
+  return printable;
+}
+
+/// How many columns a line on the terminal may have without being wrapped; no limit if that is not
+/// known.
+std::size_t Columns() {
+  winsize size = {};
+  const bool is_known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return is_known ? size.ws_col - 1U : std::string::npos;
+}
+
 }  // namespace
 
-Console::Console(bool quiet, bool log)
+Console::Console(bool quiet, bool log, const std::string& name)
     : quiet_(quiet),
       log_(log),
-      is_terminal_(isatty(STDOUT_FILENO) == 1),
-      has_color_(is_terminal_ && std::getenv("NO_COLOR") == nullptr) {}
+      name_(name.empty() ? "" : name + "  "),
+      counts_in_place_(isatty(STDOUT_FILENO) == 1 && name.empty()),
+      has_color_(isatty(STDOUT_FILENO) == 1 && std::getenv("NO_COLOR") == nullptr) {}
 
 Console::~Console() { ShowPolls(); }
 
@@ -61,20 +87,20 @@ void Console::Request(const Entry& entry) {
       entry.result.empty() ? "HTTP " + std::to_string(entry.status) : entry.result;
   char ms[32];
   std::snprintf(ms, sizeof ms, "%.1f ms", entry.ms);
-  std::cout << entry.time.substr(kTimeOfDay) << "  "
-            << (entry.command.empty() ? entry.method : entry.command) << "  "
-            << colored(ColorOf(entry.result), result) << "  " << ms << '\n';
+  std::cout << entry.time.substr(kTimeOfDay) << "  " << name_
+            << Printable(entry.command.empty() ? entry.method : entry.command) << "  "
+            << colored(ColorOf(entry.result), Printable(result)) << "  " << ms << '\n';
   for (const MessageRecord& message : entry.messages) {
     for (const std::string& change : message.changes) {
-      std::cout << kIndent << change << '\n';
+      std::cout << kIndent << Printable(change) << '\n';
     }
   }
   if (!entry.reason.empty()) {
-    std::cout << kIndent << entry.reason << '\n';
+    std::cout << kIndent << Printable(entry.reason) << '\n';
   }
   if (log_) {
     for (const std::string& line : entry.log) {
-      std::cout << kIndent << colored(kFaint, "log: " + line) << '\n';
+      std::cout << kIndent << colored(kFaint, Printable("log: " + line)) << '\n';
     }
   }
   std::cout << std::flush;
@@ -82,27 +108,31 @@ void Console::Request(const Entry& entry) {
 
 void Console::CountPoll(const Entry& entry) {
   ++polls_[entry.command];
-  if (is_terminal_) {
-    std::cout << "\r\033[K";
-    for (const auto& [command, count] : polls_) {
-      std::cout << kIndent << command << " x " << count;
-    }
-    std::cout << std::flush;
+  if (counts_in_place_) {
+    // A wrapped line could not be overwritten.
+    std::cout << "\r\033[K" << Polls().substr(0, Columns()) << std::flush;
   }
+}
+
+std::string Console::Polls() const {
+  std::string line = std::string(kIndent) + name_;
+  for (const auto& [command, count] : polls_) {
+    line += command + " x " + std::to_string(count) + "  ";
+  }
+  return line;
 }
 
 void Console::ShowPolls() {
   if (polls_.empty()) {
     return;
   }
-  if (is_terminal_) {
-    std::cout << '\n';
-  } else {
-    for (const auto& [command, count] : polls_) {
-      std::cout << kIndent << command << " x " << count << '\n';
-    }
+  const std::string line = Polls();
+  if (!counts_in_place_) {
+    std::cout << line;
+  } else if (line.size() > Columns()) {
+    std::cout << "\r\033[K" << line;
   }
-  std::cout << std::flush;
+  std::cout << '\n' << std::flush;
   polls_.clear();
 }
 

@@ -14,7 +14,8 @@ class Console {
  public:
   /// @param quiet  nothing is shown
   /// @param log    the handler's log lines are shown, too
-  Console(bool quiet, bool log);
+  /// @param name   the camera's, shown with each request; empty: there is one camera only
+  Console(bool quiet, bool log, const std::string& name);
   Console(const Console&) = delete;
   Console& operator=(const Console&) = delete;
   /// Shows the polls counted last.
@@ -26,11 +27,13 @@ class Console {
 
  private:
   void CountPoll(const Entry& entry);
+  [[nodiscard]] std::string Polls() const;
   void ShowPolls();
 
   bool quiet_;
   bool log_;
-  bool is_terminal_;
+  std::string name_;      ///< with the blanks that follow it
+  bool counts_in_place_;  ///< several cameras would overwrite each other's lines
   bool has_color_;
   std::map<std::string, int> polls_;  ///< since the last line, by command
 };

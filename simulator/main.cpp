@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     app.add_option("--session-lifetime", options.session_lifetime,
                    "How many seconds a session lasts without renewal");
     app.add_option("--serial", options.serial, "The camera's serial number");
+    app.add_option("--name", options.name, "What to call the camera where requests are shown");
     app.add_option("--scenes", options.scenes, "Folder of the scenes")->capture_default_str();
     app.add_option("--scene", options.scene, "Scene to start in: a name, or a file");
     app.add_option("--journal", options.journal, "Append every request to this file");

@@ -34,7 +34,7 @@ std::string TimeText(const CameraClock& clock) {
 
 SimulatedCamera::SimulatedCamera(const Options& options)
     : options_(options),
-      console_(options.quiet, options.log),
+      console_(options.quiet, options.log, options.name),
       signals_(EndingSignals()),
       status_image_(camera_),
       journal_(options.journal, options.show_secrets),

@@ -29,6 +29,7 @@ struct Options {
   std::string session = "rv130-session";
   std::optional<int> session_lifetime;
   std::string serial = "13250042";
+  std::string name;                         ///< on the terminal; empty: none
   std::string scenes = "simulator/scenes";  ///< folder
   std::string scene;                        ///< a name, or a file; empty: none
   std::string journal;                      ///< file; empty: none

@@ -106,7 +106,7 @@ start_web_server_on_a_free_port() {
   for attempt in {1..20}; do
     # Below the ports that the kernel hands out to clients.
     port=$((20000 + RANDOM % 12000))
-    if start_web_server "$port" 2>/dev/null; then
+    if start_web_server "$port" -e 'Address already in use'; then
       return 0
     fi
   done
@@ -127,10 +127,13 @@ camera_is_decided() {
   [[ -S /run/simulator/http.sock ]] || ! kill -0 "$camera" 2>/dev/null
 }
 
-# start_web_server PORT: fails if the port cannot be used.
+# start_web_server PORT [-e PATTERN]: fails if the port cannot be used. Shows what the web server
+# reports, but not that it has started, nor what matches the pattern.
 start_web_server() {
+  local silenced=(-e 'server started' "${@:2}")
   rm -f "$CAMERA_WEB_PID_FILE"
-  CAMERA_WEB_PORT=$1 lighttpd -D -f simulator/lighttpd.conf &
+  CAMERA_WEB_PORT=$1 lighttpd -D -f simulator/lighttpd.conf \
+    2> >(grep --line-buffered --invert-match "${silenced[@]}" >&2) &
   web_server=$!
   wait_until web_server_is_decided && [[ -s $CAMERA_WEB_PID_FILE ]]
 }

@@ -1,11 +1,14 @@
 """The command ./run and its options."""
 
+import fcntl
 import json
 import os
 import pty
 import re
 import socket
+import struct
 import subprocess
+import termios
 
 import pytest
 from world import REPOSITORY, World
@@ -217,16 +220,50 @@ def test_requests_are_shown_and_polls_are_counted():
     assert any("rcv post_data = " in line and "Close3" in line for line in logged)
 
 
+def test_the_terminal_begins_with_the_camera():
+    with World() as world:
+        assert world.output[0].startswith("The simulated camera answers at  ")
+
+
+def test_what_the_web_server_refuses_is_shown():
+    with World() as world:
+        assert world.post(b"x" * 70000)[0] == 413
+        world.wait_for(lambda: any(line.endswith("request-size too long: 70000 -> 413")
+                                   for line in world.output))
+
+
+def test_several_cameras_tell_which_one_was_asked():
+    with World("--cameras", "2", verbose=True) as world:
+        world.wait_for(lambda: len(world.cameras()) == 2)
+        for url, session in world.cameras():
+            world.url, world.session = url, session
+            world.command("GetCamStatus")
+            world.command("GetSystemInfo")
+            world.wait_for(lambda: any(f"  {session}  GetSystemInfo  Success  " in line
+                                       for line in world.output))
+            assert f"              {session}  GetCamStatus x 1  " in world.output
+
+
+def test_what_comes_from_outside_does_not_control_the_terminal():
+    with World("--log", verbose=True) as world:
+        world.post(b'{"Request":{"Command":"\x1b[2J\x07\x7f","SessionID":"rv130-session"}}')
+        world.wait_for(lambda: any("log: err" in line for line in world.output))
+        assert any(r"  \x1b[2J\x07\x7f  CommandError  " in line for line in world.output)
+        assert not any(control in line for line in world.output for control in "\x1b\x07\x7f")
+
+
 class Terminal:
     """`./run` on a terminal of its own; `text` is everything that it has written there."""
 
-    def __init__(self, environment):
+    def __init__(self, environment, columns=0):
         self.text = ""
+        self.columns = columns
         self.world = World("--no-build", verbose=True)
         self._environment = environment
 
     def __enter__(self):
         self._terminal, inside = pty.openpty()
+        fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("4H", 24, self.columns, 0, 0))
         self._process = subprocess.Popen([RUN, "--no-build", "--port", "0"], stdin=subprocess.DEVNULL,
                                          stdout=inside, stderr=inside, env=self._environment)
         os.close(inside)
@@ -280,6 +317,23 @@ def test_a_terminal_counts_polls_in_place(running_world):
     (counter,) = [line for line in lines if "GetCamStatus x" in line]
     assert [part.strip() for part in counter.split("\r\033[K")] == [
         "", "GetCamStatus x 1", "GetCamStatus x 2", "GetCamStatus x 3"]
+
+
+def test_a_narrow_terminal_does_not_wrap_the_counter(running_world):
+    with Terminal(with_color(True), columns=40) as terminal:
+        terminal.world.command("GetCamStatus")
+        terminal.read_until("GetCamStatus x 1")
+        terminal.world.command("HeartbeatConfirmation", session=None)
+        terminal.read_until("Heart")
+        terminal.world.command("GetSystemInfo")
+        terminal.read_until("GetSystemInfo  Success")
+    (counter,) = [line for line in terminal.text.split("\r\n") if "GetCamStatus x" in line]
+    assert counter.split("\r\033[K") == [
+        "",
+        "              GetCamStatus x 1  ",
+        "              GetCamStatus x 1  Heartbe",
+        "              GetCamStatus x 1  HeartbeatConfirmation x 1  ",
+    ]
 
 
 def test_there_are_no_escape_codes_without_a_terminal(running_world):
