@@ -13,7 +13,7 @@ export class ClipsView {
   #page = 0;
   #clips = [];
   #selections = { A: new Set(), B: new Set() };
-  /// The number of clips at the last status.
+  /// The number of clips when the list was last asked for.
   #known;
 
   constructor(remote) {
@@ -44,6 +44,8 @@ export class ClipsView {
     for (const choice of document.querySelectorAll('input[name="slot"]')) {
       choice.onchange = () => {
         this.#slot = choice.value;
+        // At once: the buttons of a row act on the slot that is chosen.
+        this.#showPage([]);
         this.#turnTo(0);
       };
     }
@@ -65,6 +67,8 @@ export class ClipsView {
     const page = Math.max(0, Math.min(wanted, this.#lastPage));
     const slot = this.#slot;
     this.#page = page;
+    this.#known = this.#count;
+    this.#dropMissing();
     const isWanted = () => slot === this.#slot && page === this.#page;
     this.#showBusy(true);
     this.#showPageNumber();
@@ -89,7 +93,6 @@ export class ClipsView {
   #showPage(clips) {
     this.#clips = clips;
     byId("clip-table").tBodies[0].replaceChildren(...clips.map((clip) => this.#row(clip)));
-    this.#showPageNumber();
     this.#showSelection();
   }
 
@@ -152,10 +155,8 @@ export class ClipsView {
     setText("slot-b-count", `${status.SlotB.ClipNum} clips`);
     // A clip was recorded, or the card has changed.
     if (!byId("clips").hidden && this.#known !== this.#count) {
-      this.#dropMissing();
       this.show();
     }
-    this.#known = this.#count;
   }
 
   #dropMissing() {

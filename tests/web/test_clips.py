@@ -24,8 +24,28 @@ def numbers(page):
         "return [...document.querySelectorAll('#clip-table tbody tr')].map((row) => Number(row.dataset.number))")
 
 
-def name_of(page, number):
-    return page.state()["slots"]["A"]["clips"][number - 1]["name"]
+def name_of(page, number, slot="A"):
+    return page.state()["slots"][slot]["clips"][number - 1]["name"]
+
+
+def turn_to_slot_b(page):
+    page.find_all("radio")[1].click()
+
+
+def try_each(page, selector):
+    """Presses what there is of the first rows."""
+    for control in page.browser.find_elements("css selector", f"#clip-table tr:nth-child(-n + 3) {selector}"):
+        page.click(control)
+
+
+def uploads(page):
+    """The uploads that the camera was told to start: commands and parameters."""
+    return [(entry["command"], entry["request"]["Request"]["Params"]) for entry in page.journal()
+            if "Upload" in (entry["command"] or "")]
+
+
+def params(page, *commands):
+    return [entry["request"]["Request"]["Params"] for entry in page.journal(*commands)]
 
 
 def test_pages_through_500_clips(clips):
@@ -39,8 +59,7 @@ def test_pages_through_500_clips(clips):
     assert not page.button("Next page").is_enabled()
     page.press("First page")
     eventually(lambda: numbers(page) == list(range(1, 31)))
-    reads = [entry["request"]["Request"]["Params"] for entry in page.journal("GetClipInfo")]
-    assert {"Slot": "A", "StartIndexNo": 481, "ClipNum": 30} in reads
+    assert {"Slot": "A", "StartIndexNo": 481, "ClipNum": 30} in params(page, "GetClipInfo")
 
 
 def test_a_page_that_is_being_read_shows_as_busy(clips):
@@ -71,10 +90,61 @@ def test_marks_a_clip_and_clears_it_again(clips):
 
 def test_the_other_slot(clips):
     page = clips
-    page.find_all("radio")[1].click()
-    eventually(lambda: page.journal("GetClipInfo")[-1]["request"]["Request"]["Params"]["Slot"] == "B")
+    turn_to_slot_b(page)
+    eventually(lambda: params(page, "GetClipInfo")[-1]["Slot"] == "B")
     count = len(page.state()["slots"]["B"]["clips"])
     eventually(lambda: page.text_of("#clip-caption") == f"Slot B: {count} clips")
+
+
+def test_the_list_of_the_other_slot_is_read_once(clips):
+    page = clips
+    turn_to_slot_b(page)
+    eventually(lambda: numbers(page) != [] and page.text_of("#clip-caption").startswith("Slot B"))
+    position = page.journal_position()
+    eventually(lambda: len(page.journal("GetCamStatus", after=position)) >= 3)
+    assert [read["Slot"] for read in params(page, "GetClipInfo")].count("B") == 1
+
+
+def test_a_selected_clip_that_is_gone_when_the_view_is_shown_again_is_not_uploaded(clips):
+    page = clips
+    page.tick(f"Select {name_of(page, 1)}")
+    page.tick(f"Select {name_of(page, 20)}")
+    page.go_to("Camera")
+    page.set_state(slots={"A": {"clips": 5}})
+    position = page.journal_position()
+    eventually(lambda: len(page.journal("GetCamStatus", after=position)) >= 2)
+    page.go_to("Clips")
+    eventually(lambda: numbers(page) == [1, 2, 3, 4, 5])
+    page.click(page.browser.find_element("id", "upload-selected"))
+    assert eventually(lambda: uploads(page)) == [("SetWebFtp1UploadASelect", {"block0": 1})]
+
+
+def test_no_clip_of_the_other_slot_is_marked_before_its_list_is_there(clips):
+    page = clips
+    page.fault("slow", command="GetClipInfo", ms=2500, count=1)
+    turn_to_slot_b(page)
+    try_each(page, "button")
+    page.press(f"OK mark of {name_of(page, 5, 'B')}")
+    eventually(lambda: {"Slot": "B", "IndexNo": 5, "OKMark": "Mark"} in params(page, "SetClipInfo"))
+    assert len(params(page, "SetClipInfo")) == 1
+
+
+def test_no_clip_of_the_other_slot_is_uploaded_before_its_list_is_there(clips):
+    page = clips
+    upload = page.browser.find_element("id", "upload-selected")
+    page.tick(f"Select {name_of(page, 1)}")
+    page.fault("disable_error", command="GetClipInfo")
+    turn_to_slot_b(page)
+    eventually(lambda: page.message() == "Clip list: The camera cannot do this in its present state.")
+    page.click(upload)
+    try_each(page, "input")
+    page.press("Select page")
+    page.clear_faults()
+    page.press("Read again")
+    page.tick(f"Select {name_of(page, 5, 'B')}")
+    page.click(upload)
+    # Bit 4 of the first block.
+    assert eventually(lambda: uploads(page)) == [("SetWebFtp1UploadBSelect", {"block0": 16})]
 
 
 def test_a_selection_over_several_pages_is_uploaded(clips):
@@ -126,8 +196,7 @@ def test_an_upload_asks_before_it_overwrites(page, answer, code):
     question = eventually(lambda: page.find("group", "The camera asks:"))
     assert page.state()["upload"]["phase"] == "PROMPT"
     page.press(answer, within=question)
-    eventually(lambda: [entry["request"]["Request"]["Params"]["Response"]
-                        for entry in page.journal("WebFtpOperateResponse")] == [1, code])
+    eventually(lambda: params(page, "WebFtpOperateResponse") == [{"Response": 1}, {"Response": code}])
     assert page.journal("WebFtpOperateResponse")[-1]["result"] == "Success"
 
 
