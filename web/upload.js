@@ -18,15 +18,15 @@ export function setUpUpload({ camera, queue, attempt }, clips) {
   const server = byId("upload-server");
   /// Servers are counted from 0 here.
   const serverAndSlot = () => ({ server: server.selectedIndex, slot: SLOT_NUMBERS[clips.slot()] });
-  const start = (call) => queue.send("Upload", call);
+  /// @param params  are fixed now, even if the upload has to wait for the last one
+  const start = (method, params) => queue.send("Upload", () => camera[method](params));
   const answer = (response) => attempt("Answer", () => camera.webFtpOperateResponse({ response }));
 
-  onClick("upload-selected", () => {
-    const method = `setWebFtp${server.selectedIndex + 1}Upload${clips.slot()}Select`;
-    start(() => camera[method]({ clips: clips.selected() }));
-  });
-  onClick("upload-marked", () => start(() => camera.setWebFtpUploadOkMarked(serverAndSlot())));
-  onClick("upload-all", () => start(() => camera.setWebFtpUploadAll(serverAndSlot())));
+  onClick("upload-selected", () =>
+    start(`setWebFtp${server.selectedIndex + 1}Upload${clips.slot()}Select`, { clips: clips.selected() }),
+  );
+  onClick("upload-marked", () => start("setWebFtpUploadOkMarked", serverAndSlot()));
+  onClick("upload-all", () => start("setWebFtpUploadAll", serverAndSlot()));
   onClick("upload-yes", () => answer(YES));
   onClick("upload-no", () => answer(NO));
 
@@ -74,10 +74,7 @@ function detailText(ftp) {
 
 function showQuestion({ Phase1, Message }) {
   const question = QUESTIONS[Phase1];
-  const box = byId("upload-question");
-  box.hidden = question === undefined;
-  if (question !== undefined) {
-    setText("upload-question-title", question);
-    setText("upload-question-text", Message);
-  }
+  byId("upload-question").hidden = question === undefined;
+  setText("upload-question-title", question ?? "");
+  setText("upload-question-text", Message);
 }

@@ -214,3 +214,21 @@ def test_upload_of_marked_clips(page):
     page.press("Upload marked")
     entry = eventually(lambda: page.journal("SetWebFtpUploadOkMarked"))[0]
     assert entry["request"]["Request"]["Params"] == {"Server": 0, "Slot": 0}
+
+
+@pytest.mark.parametrize("button, command, expected", [
+    ("Upload 1 selected", "SetWebFtp1UploadASelect", {"block0": 1}),
+    ("Upload marked", "SetWebFtpUploadOkMarked", {"Server": 0, "Slot": 0}),
+    ("Upload all", "SetWebFtpUploadAll", {"Server": 0, "Slot": 0}),
+])
+def test_an_upload_that_waits_is_sent_as_it_was_chosen(page, button, command, expected):
+    # The only clip has no mark, so the first upload starts nothing; its reply holds up the next one.
+    page.set_state(slots={"A": {"clips": 1}})
+    page.go_to("Clips")
+    page.tick(f"Select {name_of(page, 1)}")
+    page.fault("slow", command="SetWebFtpUploadOkMarked", ms=2500, count=1)
+    page.press("Upload marked")
+    page.press(button)
+    turn_to_slot_b(page)
+    page.choose("Server", "FTP 2")
+    assert eventually(lambda: uploads(page)[1:]) == [(command, expected)]
