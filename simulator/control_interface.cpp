@@ -43,7 +43,7 @@ Json BodyOf(const httplib::Request& request) {
   if (request.body.find_first_not_of(" \t\r\n") == std::string::npos) {
     return Json::object();
   }
-  const Json body = ParseJson(request.body, "the body");
+  Json body = ParseJson(request.body, "the body");
   if (!body.is_object()) {
     throw Rejected("the body must be a JSON object");
   }
@@ -182,7 +182,7 @@ struct Route {
   const char* path;
   const char* method;
   Json (*handle)(SimulatedCamera& simulated, const httplib::Request& request);
-  std::string_view parameter = "";  ///< what the query may have; empty: nothing
+  std::string_view parameter = {};  ///< what the query may have; empty: nothing
 };
 
 constexpr Route kRoutes[] = {
