@@ -18,6 +18,7 @@
 #include <ctime>
 #include <iterator>
 
+#include "core/io_vector.h"
 #include "core/text.h"
 #include "core/uninterrupted.h"
 
@@ -37,8 +38,6 @@ bool WriteAll(int descriptor, const void* bytes, std::size_t length) {
   }
   return true;
 }
-
-iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
 /// Up to 4 KiB of empty lines, which readers of settings files ignore.
 class EmptyLines {

@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "core/io_vector.h"
 #include "core/os.h"
 #include "core/text.h"
 #include "core/uninterrupted.h"
@@ -102,8 +103,6 @@ void RemovePrefix(msghdr& message, std::size_t length) {
     message.msg_iov->iov_len -= length;
   }
 }
-
-iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
 /// Sends a message in pieces, without memory for the whole: a process that has run out of memory
 /// logs that.

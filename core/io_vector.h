@@ -1,0 +1,8 @@
+// A text as one of the pieces that writev and sendmsg take.
+#pragma once
+
+#include <sys/uio.h>
+
+#include <string_view>
+
+inline iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
