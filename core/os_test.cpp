@@ -25,7 +25,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr char kPath[] = "/var/run/file";
+constexpr char kFile[] = "/var/run/file";
 constexpr os::Timeout kLong = {10, 0};
 
 /// Makes a call that waits. While it waits, a signal arrives first, then the event that ends it.
@@ -74,18 +74,18 @@ class NoFreeDescriptor {
 };
 
 TEST(Lock, KeepsWaitingAfterASignal) {
-  harness::WriteFile(kPath, "");
-  const os::Descriptor mine = os::OpenForReading(kPath);
-  const os::Descriptor others = os::OpenForReading(kPath);
+  harness::WriteFile(kFile, "");
+  const os::Descriptor mine = os::OpenForReading(kFile);
+  const os::Descriptor others = os::OpenForReading(kFile);
   ASSERT_TRUE(os::Lock(others));
   EXPECT_TRUE(InterruptedUntil([&] { os::Unlock(others); }, [&] { return os::Lock(mine); }));
   EXPECT_EQ(flock(others.Number(), LOCK_EX | LOCK_NB), -1);
 }
 
 TEST(Lock, ExcludesSharedLocksToo) {
-  harness::WriteFile(kPath, "");
-  const os::Descriptor mine = os::OpenForReading(kPath);
-  const os::Descriptor others = os::OpenForReading(kPath);
+  harness::WriteFile(kFile, "");
+  const os::Descriptor mine = os::OpenForReading(kFile);
+  const os::Descriptor others = os::OpenForReading(kFile);
   ASSERT_TRUE(os::Lock(mine));
   EXPECT_EQ(flock(others.Number(), LOCK_SH | LOCK_NB), -1);
   os::Unlock(mine);
@@ -94,9 +94,9 @@ TEST(Lock, ExcludesSharedLocksToo) {
 }
 
 TEST(LockInTime, WaitsUntilTheLockIsReleased) {
-  harness::WriteFile(kPath, "");
-  const os::Descriptor mine = os::OpenForReading(kPath);
-  const os::Descriptor others = os::OpenForReading(kPath);
+  harness::WriteFile(kFile, "");
+  const os::Descriptor mine = os::OpenForReading(kFile);
+  const os::Descriptor others = os::OpenForReading(kFile);
   ASSERT_TRUE(os::Lock(others));
   std::thread other([&others] {
     std::this_thread::sleep_for(50ms);
@@ -108,9 +108,9 @@ TEST(LockInTime, WaitsUntilTheLockIsReleased) {
 }
 
 TEST(LockInTime, WaitsForOneSecondInTotal) {
-  harness::WriteFile(kPath, "");
-  const os::Descriptor mine = os::OpenForReading(kPath);
-  const os::Descriptor others = os::OpenForReading(kPath);
+  harness::WriteFile(kFile, "");
+  const os::Descriptor mine = os::OpenForReading(kFile);
+  const os::Descriptor others = os::OpenForReading(kFile);
   ASSERT_TRUE(os::Lock(others));
   const auto start = std::chrono::steady_clock::now();
   EXPECT_FALSE(os::LockInTime(mine));
@@ -232,9 +232,9 @@ TEST(PrepareDescriptors, OpensAllThreeStandardStreams) {
 }
 
 TEST(Rewrite, FailsForAFileThatIsOpenOnlyForReading) {
-  harness::WriteFile(kPath, "before");
-  EXPECT_FALSE(os::Rewrite(os::OpenForReading(kPath), "after"));
-  EXPECT_EQ(harness::ReadFile(kPath), "before");
+  harness::WriteFile(kFile, "before");
+  EXPECT_FALSE(os::Rewrite(os::OpenForReading(kFile), "after"));
+  EXPECT_EQ(harness::ReadFile(kFile), "before");
 }
 
 TEST(Rewrite, ReplacesContentsOfAnyLengthByOnesOfAnyLength) {
@@ -242,37 +242,37 @@ TEST(Rewrite, ReplacesContentsOfAnyLengthByOnesOfAnyLength) {
   for (const std::size_t before : lengths) {
     for (const std::size_t after : lengths) {
       SCOPED_TRACE(std::to_string(before) + " bytes before, " + std::to_string(after) + " after");
-      harness::WriteFile(kPath, std::string(before, 'b'));
-      EXPECT_TRUE(os::Rewrite(os::OpenForUpdate(kPath), std::string(after, 'a')));
-      EXPECT_EQ(harness::ReadFile(kPath), std::string(after, 'a'));
+      harness::WriteFile(kFile, std::string(before, 'b'));
+      EXPECT_TRUE(os::Rewrite(os::OpenForUpdate(kFile), std::string(after, 'a')));
+      EXPECT_EQ(harness::ReadFile(kFile), std::string(after, 'a'));
     }
   }
 }
 
 TEST(Rewrite, DoesNotDependOnWhatWasReadBefore) {
-  harness::WriteFile(kPath, "before");
-  const os::Descriptor file = os::OpenForUpdate(kPath);
+  harness::WriteFile(kFile, "before");
+  const os::Descriptor file = os::OpenForUpdate(kFile);
   char bytes[3];
   std::size_t count = 0;
   ASSERT_TRUE(os::Read(file, bytes, sizeof bytes, count));
   EXPECT_TRUE(os::Rewrite(file, "after"));
-  EXPECT_EQ(harness::ReadFile(kPath), "after");
+  EXPECT_EQ(harness::ReadFile(kFile), "after");
 }
 
 TEST(WriteFile, LetsTheUmaskDecideOnThePermissions) {
   umask(027);
-  EXPECT_TRUE(os::WriteFile(kPath, "new"));
+  EXPECT_TRUE(os::WriteFile(kFile, "new"));
   struct stat status = {};
-  stat(kPath, &status);
+  stat(kFile, &status);
   EXPECT_EQ(status.st_mode & 0777U, 0640U);
 }
 
 TEST(WriteFile, WritesNothingIntoAPipe) {
-  ASSERT_EQ(mkfifo(kPath, 0600), 0);
-  const os::Descriptor reader = os::OpenForReading(kPath);
-  EXPECT_FALSE(os::WriteFile(kPath, "new"));
+  ASSERT_EQ(mkfifo(kFile, 0600), 0);
+  const os::Descriptor reader = os::OpenForReading(kFile);
+  EXPECT_FALSE(os::WriteFile(kFile, "new"));
   struct stat status = {};
-  ASSERT_EQ(stat(kPath, &status), 0);
+  ASSERT_EQ(stat(kFile, &status), 0);
   EXPECT_TRUE(S_ISFIFO(status.st_mode));
 }
 
@@ -283,13 +283,13 @@ TEST(WriteFile, LeavesNoEmptyFileWhenThereIsNoRoom) {
       {
         const bool refuses = harness::RefuseSystemCall(SYS_linkat, EPERM) &&
                              harness::RefuseSystemCall(SYS_pwrite64, ENOSPC);
-        _exit(refuses ? static_cast<int>(os::WriteFile(kPath, "new")) : kSkipped);
+        _exit(refuses ? static_cast<int>(os::WriteFile(kFile, "new")) : kSkipped);
       },
       [](int status) {
         return WIFEXITED(status) && (WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == kSkipped);
       },
       "");
-  EXPECT_FALSE(harness::Exists(kPath));
+  EXPECT_FALSE(harness::Exists(kFile));
 }
 
 TEST(CreateStreamSocket, FailsWithoutAFreeDescriptor) {

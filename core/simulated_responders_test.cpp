@@ -57,13 +57,13 @@ constexpr char kWholeStatus[] =
     "ViewRemotePage=8\n"
     "SettingPage=9\n";
 
-constexpr std::int32_t kUsualLimit = 3;
+constexpr std::int32_t kLogLimit = 3;
 
 /// Traces of level 4 are on and are collected.
 class SimulatedResponders : public testing::Test {
  protected:
   SimulatedResponders() { g_log_level_limit = 4; }
-  ~SimulatedResponders() override { g_log_level_limit = kUsualLimit; }
+  ~SimulatedResponders() override { g_log_level_limit = kLogLimit; }
 
   harness::SystemLog log_;
 };

@@ -10,7 +10,7 @@ using simulator::BatteryInfo;
 using simulator::IsEmpty;
 using simulator::Milliseconds;
 
-struct Row {
+struct Display {
   const char* description;
   BatteryInfo info;
   int value;
@@ -21,7 +21,7 @@ struct Row {
 
 // A full battery lasts for 140 minutes: 60 s per minute, 84 s per percent, 150 s per tenth of a
 // volt between 16.6 and 11.0. Each of the five levels is a fifth of that, rounded up.
-constexpr Row kRows[] = {
+constexpr Display kDisplays[] = {
     {"not yet a minute", BatteryInfo::kTime, 137, 59999, 137, 5},
     {"a minute", BatteryInfo::kTime, 137, 60000, 136, 5},
     {"just above four fifths", BatteryInfo::kTime, 114, 60000, 113, 5},
@@ -38,7 +38,7 @@ constexpr Row kRows[] = {
 };
 
 TEST(BatteryTest, EmptiesWithTime) {
-  for (const Row& row : kRows) {
+  for (const Display& row : kDisplays) {
     Battery battery{row.info, 5, row.value, 0};
     for (Milliseconds passed = 0; passed < row.elapsed; passed += 10) {
       AdvanceBattery(battery, std::min<Milliseconds>(10, row.elapsed - passed));

@@ -9,19 +9,19 @@ using simulator::DateTime;
 using simulator::DateTimeOf;
 using simulator::ParseDate;
 
-struct Row {
+struct Date {
   std::int64_t second;
   const char* text;
 };
 
-constexpr Row kRows[] = {
+constexpr Date kDates[] = {
     {0, "1970-01-01T00:00:00"},          {951782400, "2000-02-29T00:00:00"},
     {1777887000, "2026-05-04T09:30:00"}, {2147483647, "2038-01-19T03:14:07"},
     {2147483648, "2038-01-19T03:14:08"}, {4102444799, "2099-12-31T23:59:59"},
 };
 
 TEST(DateTimeTest, TextAndSecondsAgreeAlsoAfter2038) {
-  for (const Row& row : kRows) {
+  for (const Date& row : kDates) {
     EXPECT_EQ(DateText(row.second), row.text);
     EXPECT_EQ(ParseDate(row.text), row.second) << row.text;
   }

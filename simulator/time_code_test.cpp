@@ -12,14 +12,14 @@ using simulator::TimeCode;
 using simulator::TimeCodeOf;
 using simulator::TimeCodeText;
 
-struct Row {
+struct TimeCodeRow {
   std::int64_t frame;
   Counting counting;
   const char* text;
 };
 
 // Minute 0 of drop-frame counting has 1800 frames, each of the next nine 1798.
-constexpr Row kRows[] = {
+constexpr TimeCodeRow kTimeCodes[] = {
     {0, Counting::k30Drop, "00:00:00.00"},       {1799, Counting::k30Drop, "00:00:59.29"},
     {1800, Counting::k30Drop, "00:01:00.02"},    {3597, Counting::k30Drop, "00:01:59.29"},
     {3598, Counting::k30Drop, "00:02:00.02"},    {17981, Counting::k30Drop, "00:09:59.29"},
@@ -31,7 +31,7 @@ constexpr Row kRows[] = {
 };
 
 TEST(TimeCodeTest, CountsFramesInEachWay) {
-  for (const Row& row : kRows) {
+  for (const TimeCodeRow& row : kTimeCodes) {
     EXPECT_EQ(TimeCodeText(TimeCodeOf(row.frame, row.counting)), row.text);
     EXPECT_EQ(FrameOf(*ParseTimeCode(row.text), row.counting), row.frame) << row.text;
   }

@@ -7,7 +7,7 @@
 namespace {
 
 // Every group as "Name: Key offset, Key offset, ...".
-constexpr const char* kExpected[] = {
+constexpr const char* kDescriptions[] = {
     "Fullauto: Status 205, On 130, Off 131",
     "Iris: Status 206, Manual 132, Auto 133, Open1 134, Open2 135, Open3 136, Close1 137, "
     "Close2 138, Close3 139, PushAuto 140",
@@ -43,9 +43,9 @@ std::string Describe(const camera_status::EnableGroup& group) {
 }
 
 TEST(EnableTable, HasEveryFlagInReportOrderAtItsOffset) {
-  ASSERT_EQ(std::size(kExpected), std::size(camera_status::kEnableTable));
-  for (std::size_t i = 0; i < std::size(kExpected); ++i) {
-    EXPECT_EQ(Describe(camera_status::kEnableTable[i]), kExpected[i]);
+  ASSERT_EQ(std::size(kDescriptions), std::size(camera_status::kEnableTable));
+  for (std::size_t i = 0; i < std::size(kDescriptions); ++i) {
+    EXPECT_EQ(Describe(camera_status::kEnableTable[i]), kDescriptions[i]);
   }
 }
 

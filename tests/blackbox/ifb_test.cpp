@@ -8,12 +8,12 @@ namespace {
 using namespace harness;
 
 /// The settings that clients can change, followed by those that they cannot change.
-std::string File(const std::string& function, const std::string& address, const std::string& port,
-                 const std::string& mountpoint,
-                 const std::string& rest =
-                     "ifb_type\t1\nifb_codec\t2\nifb_channel\t6\n"
-                     "ifb_sample_rate\t44100\nifb_username\tuser\n"
-                     "ifb_password\tsecret\n") {
+std::string IfbFile(const std::string& function, const std::string& address,
+                    const std::string& port, const std::string& mountpoint,
+                    const std::string& rest =
+                        "ifb_type\t1\nifb_codec\t2\nifb_channel\t6\n"
+                        "ifb_sample_rate\t44100\nifb_username\tuser\n"
+                        "ifb_password\tsecret\n") {
   return "ifb_function\t" + function + "\nifb_address\t" + address + "\nifb_port\t" + port +
          "\nifb_mountpoint\t" + mountpoint + "\n" + rest;
 }
@@ -22,8 +22,8 @@ const std::string kDefaultRest =
     "ifb_type\t0\nifb_codec\t0\nifb_channel\t1\nifb_sample_rate\t48000\nifb_username\t\n"
     "ifb_password\t\n";
 
-std::string Settings(const std::string& function, const std::string& address,
-                     const std::string& port, const std::string& mountpoint) {
+std::string IfbSettings(const std::string& function, const std::string& address,
+                        const std::string& port, const std::string& mountpoint) {
   return "\"Function\":\"" + function + "\",\"Address\":\"" + address + "\",\"Port\":" + port +
          ",\"Mountpoint\":\"" + mountpoint + "\"";
 }
@@ -55,8 +55,8 @@ TEST_F(IfbTest, TheLowByteOfTheFunctionCounts) {
               {"256", "Disable"}, {"257", "Enable"},    {"-1", "Enable"}, {"-256", "Disable"},
               {"", "Disable"},    {"Enable", "Disable"}};
   for (const auto& row : rows) {
-    ExpectReported("GetIFBSettings", File(row.stored, "a", "1", "m"),
-                   Settings(row.word, "a", "1", "m"));
+    ExpectReported("GetIFBSettings", IfbFile(row.stored, "a", "1", "m"),
+                   IfbSettings(row.word, "a", "1", "m"));
   }
 }
 
@@ -65,23 +65,23 @@ TEST_F(IfbTest, SettingsAreReportedAsTheyAreStored) {
   const std::string address(129, 'a');
   const std::string port(29, '5');
   const std::string mountpoint(69, 'm');
-  ExpectReported("GetIFBSettings", File("1", address, port, mountpoint),
-                 Settings("Enable", address, port, mountpoint));
-  ExpectReported("GetIFBSettings", File("1", address + "x", port + "6", mountpoint + "x"),
-                 Settings("Enable", address, port, mountpoint));
-  ExpectReported("GetIFBSettings", File("1", "two words", "0x50", "studio 1"),
-                 Settings("Enable", "two", "0x50", "studio"));
+  ExpectReported("GetIFBSettings", IfbFile("1", address, port, mountpoint),
+                 IfbSettings("Enable", address, port, mountpoint));
+  ExpectReported("GetIFBSettings", IfbFile("1", address + "x", port + "6", mountpoint + "x"),
+                 IfbSettings("Enable", address, port, mountpoint));
+  ExpectReported("GetIFBSettings", IfbFile("1", "two words", "0x50", "studio 1"),
+                 IfbSettings("Enable", "two", "0x50", "studio"));
 }
 
 TEST_F(IfbTest, AnExistingFileHasNoDefaults) {
   const RepliesMayBreak may_break;
-  ExpectReported("GetIFBSettings", "", Settings("Disable", "", "", ""));
+  ExpectReported("GetIFBSettings", "", IfbSettings("Disable", "", "", ""));
   ExpectReported("GetIFBSettings", "ifb_port\t1\nother\t2\nifb_port\t3\nifb_function\t1\n",
-                 Settings("Enable", "", "3", ""));
+                 IfbSettings("Enable", "", "3", ""));
 }
 
 TEST_F(IfbTest, ReportingIsTraced) {
-  WriteFile(file_, File("1", "a", "1", "m"));
+  WriteFile(file_, IfbFile("1", "a", "1", "m"));
   const std::string body = Body("GetIFBSettings");
   const LogLine output = Info("##### GetIFBSettings Output()");
   WriteFile(kLogLevelFile, "cmd=4\n");
@@ -89,7 +89,7 @@ TEST_F(IfbTest, ReportingIsTraced) {
   EXPECT_THAT(log_.TakeLines(),
               Logged(Info("rcv post_data = " + body), output,
                      Info("send res_str = " +
-                          DataJson("GetIFBSettings", Settings("Enable", "a", "1", "m")))));
+                          DataJson("GetIFBSettings", IfbSettings("Enable", "a", "1", "m")))));
   WriteFile(kLogLevelFile, "cmd=2\n");
   Post(body);
   EXPECT_THAT(log_.TakeLines(), Logged(output));
@@ -100,10 +100,10 @@ TEST_F(IfbTest, ReportingIsTraced) {
 
 TEST_F(IfbTest, FourSettingsAreStoredAndSixKept) {
   ExpectStored("SetIFBSettings", Params("Enable", "10.0.0.1", "8000", "STUDIO"),
-               File("1", "10.0.0.1", "8000", "STUDIO", kDefaultRest));
-  WriteFile(file_, File("1", "a", "1", "m"));
+               IfbFile("1", "10.0.0.1", "8000", "STUDIO", kDefaultRest));
+  WriteFile(file_, IfbFile("1", "a", "1", "m"));
   ExpectStored("SetIFBSettings", Params("Disable", "10.0.0.1", "8000", "STUDIO"),
-               File("0", "10.0.0.1", "8000", "STUDIO"));
+               IfbFile("0", "10.0.0.1", "8000", "STUDIO"));
 }
 
 TEST_F(IfbTest, KeptSettingsAreTruncatedToTheirFields) {
@@ -114,10 +114,10 @@ TEST_F(IfbTest, KeptSettingsAreTruncatedToTheirFields) {
                        c29 + "x\nifb_channel\t" + c29 + "x\nifb_codec\t" + c29 + "x\nifb_type\t" +
                        c29 + "x\n");
   ExpectStored("SetIFBSettings", Params("Enable", "a", "1", "m"),
-               File("1", "a", "1", "m",
-                    "ifb_type\t" + c29 + "\nifb_codec\t" + c29 + "\nifb_channel\t" + c29 +
-                        "\nifb_sample_rate\t" + c29 + "\nifb_username\t" + u69 +
-                        "\nifb_password\t" + p200 + "\n"));
+               IfbFile("1", "a", "1", "m",
+                       "ifb_type\t" + c29 + "\nifb_codec\t" + c29 + "\nifb_channel\t" + c29 +
+                           "\nifb_sample_rate\t" + c29 + "\nifb_username\t" + u69 +
+                           "\nifb_password\t" + p200 + "\n"));
 }
 
 TEST_F(IfbTest, TheWordEnableAloneEnables) {
@@ -128,7 +128,7 @@ TEST_F(IfbTest, TheWordEnableAloneEnables) {
               {"Enabled", "0"}, {"1", "0"},       {"", "0"}};
   for (const auto& row : rows) {
     ExpectStored("SetIFBSettings", Params(row.word, "a", "1", "m"),
-                 File(row.stored, "a", "1", "m", kDefaultRest));
+                 IfbFile(row.stored, "a", "1", "m", kDefaultRest));
   }
 }
 
@@ -140,14 +140,14 @@ TEST_F(IfbTest, ThePortIsStoredAsANumber) {
               {"\"http\"", "0"},    {"\"\"", "0"},      {"99999999999", "2147483647"}};
   for (const auto& row : rows) {
     ExpectStored("SetIFBSettings", Params("Enable", "a", row.port, "m"),
-                 File("1", "a", row.stored, "m", kDefaultRest));
+                 IfbFile("1", "a", row.stored, "m", kDefaultRest));
   }
 }
 
 TEST_F(IfbTest, TextsAreTruncatedTo30Characters) {
   const std::string text = "abcdefghijklmnopqrstuvwxyz0123";
   ExpectStored("SetIFBSettings", Params("Enable", text + "4", "1", text + "56"),
-               File("1", text, "1", text, kDefaultRest));
+               IfbFile("1", text, "1", text, kDefaultRest));
 }
 
 TEST_F(IfbTest, StoringIsTraced) {
@@ -163,8 +163,8 @@ TEST_F(IfbTest, StoringIsTraced) {
 }
 
 TEST_F(IfbTest, WithoutParametersZerosAndEmptyTextsAreStored) {
-  WriteFile(file_, File("1", "a", "1", "m"));
-  ExpectStoredBy(Body("SetIFBSettings"), "SetIFBSettings", File("0", "", "0", ""));
+  WriteFile(file_, IfbFile("1", "a", "1", "m"));
+  ExpectStoredBy(Body("SetIFBSettings"), "SetIFBSettings", IfbFile("0", "", "0", ""));
 }
 
 TEST_F(IfbTest, MissingParametersAreRefused) {
@@ -176,7 +176,7 @@ TEST_F(IfbTest, MissingParametersAreRefused) {
 
 TEST_F(IfbTest, Failures) {
   ExpectFailures("SetIFBSettings", Params("Enable", "a", "1", "m"),
-                 File("1", "a", "1", "m", kDefaultRest));
+                 IfbFile("1", "a", "1", "m", kDefaultRest));
 }
 
 }  // namespace

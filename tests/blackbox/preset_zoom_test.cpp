@@ -7,7 +7,7 @@ namespace {
 
 using namespace harness;
 
-std::string File(const std::string& a, const std::string& b, const std::string& c) {
+std::string PresetFile(const std::string& a, const std::string& b, const std::string& c) {
   return "preset_a\t" + a + "\npreset_b\t" + b + "\npreset_c\t" + c + "\n";
 }
 
@@ -41,11 +41,11 @@ TEST_F(PresetZoomTest, PositionsAreReportedAsTheyAreStored) {
       {"1 2", "1"},         {"7\r", "7"},         {longest, longest}, {longest + "8", longest},
   };
   for (const auto& row : rows) {
-    ExpectReported("GetPresetZoomPosition", File(row.stored, "1", "2"),
+    ExpectReported("GetPresetZoomPosition", PresetFile(row.stored, "1", "2"),
                    Positions(row.reported, "1", "2"));
-    ExpectReported("GetPresetZoomPosition", File("1", row.stored, "2"),
+    ExpectReported("GetPresetZoomPosition", PresetFile("1", row.stored, "2"),
                    Positions("1", row.reported, "2"));
-    ExpectReported("GetPresetZoomPosition", File("1", "2", row.stored),
+    ExpectReported("GetPresetZoomPosition", PresetFile("1", "2", row.stored),
                    Positions("1", "2", row.reported));
   }
 }
@@ -58,10 +58,12 @@ TEST_F(PresetZoomTest, AnExistingFileHasNoDefaults) {
 }
 
 TEST_F(PresetZoomTest, EachButtonStoresItsOwnPosition) {
-  WriteFile(file_, File("1", "2", "3"));
-  ExpectStored("SetPresetZoomPosition", R"("ID":"A","Position":100)", File("100", "2", "3"));
-  ExpectStored("SetPresetZoomPosition", R"("ID":"B","Position":200)", File("100", "200", "3"));
-  ExpectStored("SetPresetZoomPosition", R"("ID":"C","Position":300)", File("100", "200", "300"));
+  WriteFile(file_, PresetFile("1", "2", "3"));
+  ExpectStored("SetPresetZoomPosition", R"("ID":"A","Position":100)", PresetFile("100", "2", "3"));
+  ExpectStored("SetPresetZoomPosition", R"("ID":"B","Position":200)",
+               PresetFile("100", "200", "3"));
+  ExpectStored("SetPresetZoomPosition", R"("ID":"C","Position":300)",
+               PresetFile("100", "200", "300"));
 }
 
 TEST_F(PresetZoomTest, ThePositionHasNoRange) {
@@ -81,22 +83,23 @@ TEST_F(PresetZoomTest, ThePositionHasNoRange) {
       {"-99999999999", "-2147483648"},
   };
   for (const auto& row : rows) {
-    WriteFile(file_, File("1", "2", "3"));
+    WriteFile(file_, PresetFile("1", "2", "3"));
     ExpectStored("SetPresetZoomPosition", std::string(R"("ID":"B","Position":)") + row.position,
-                 File("1", row.stored, "3"));
+                 PresetFile("1", row.stored, "3"));
   }
 }
 
 TEST_F(PresetZoomTest, ANegativePositionReadsBack) {
   ExpectStored("SetPresetZoomPosition", R"("ID":"A","Position":-20)",
-               File("-20", "65535", "65535"));
+               PresetFile("-20", "65535", "65535"));
   EXPECT_THAT(Post(Body("GetPresetZoomPosition")),
               Replied(DataJson("GetPresetZoomPosition", Positions("-20", "-1", "-1"))));
 }
 
 TEST_F(PresetZoomTest, Position65535ClearsAButton) {
-  WriteFile(file_, File("1", "2", "3"));
-  ExpectStored("SetPresetZoomPosition", R"("ID":"B","Position":65535)", File("1", "65535", "3"));
+  WriteFile(file_, PresetFile("1", "2", "3"));
+  ExpectStored("SetPresetZoomPosition", R"("ID":"B","Position":65535)",
+               PresetFile("1", "65535", "3"));
   EXPECT_THAT(Post(Body("GetPresetZoomPosition")),
               Replied(DataJson("GetPresetZoomPosition", Positions("1", "-1", "3"))));
 }
@@ -106,18 +109,18 @@ TEST_F(PresetZoomTest, UnknownButtonsChangeNoPosition) {
   for (const char* id : {"a", "D", "AB", "", "0"}) {
     WriteFile(file_, "preset_c\t3\nother\t1\npreset_a\t1\n");
     ExpectStored("SetPresetZoomPosition", std::string(R"("ID":")") + id + R"(","Position":9)",
-                 File("1", "", "3"));
+                 PresetFile("1", "", "3"));
   }
 }
 
 TEST_F(PresetZoomTest, UnknownButtonsCreateTheFileWithItsDefaults) {
   ExpectStored("SetPresetZoomPosition", R"("ID":"a","Position":9)",
-               File("65535", "65535", "65535"));
+               PresetFile("65535", "65535", "65535"));
 }
 
 TEST_F(PresetZoomTest, WithoutParametersTheFileIsRewritten) {
-  WriteFile(file_, File("1", "2", "3"));
-  ExpectStoredBy(Body("SetPresetZoomPosition"), "SetPresetZoomPosition", File("1", "2", "3"));
+  WriteFile(file_, PresetFile("1", "2", "3"));
+  ExpectStoredBy(Body("SetPresetZoomPosition"), "SetPresetZoomPosition", PresetFile("1", "2", "3"));
 }
 
 TEST_F(PresetZoomTest, StoringLogsOnlyTheNotice) {
@@ -130,7 +133,8 @@ TEST_F(PresetZoomTest, MissingParametersAreRefused) {
 }
 
 TEST_F(PresetZoomTest, Failures) {
-  ExpectFailures("SetPresetZoomPosition", R"("ID":"C","Position":5)", File("65535", "65535", "5"));
+  ExpectFailures("SetPresetZoomPosition", R"("ID":"C","Position":5)",
+                 PresetFile("65535", "65535", "5"));
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ std::vector<Outcome> PostAtOnce(const std::vector<std::string>& bodies) {
   return outcomes;
 }
 
-struct Command {
+struct WriterCommand {
   std::string name;
   std::string params;
 };
@@ -57,7 +57,7 @@ struct Command {
 struct Race {
   std::string file;
   std::string before;  // empty: there is no file
-  Command writers[2];
+  WriterCommand writers[2];
   std::string reader;
   std::vector<std::string> replies;      // to the reader
   std::vector<std::string> after;        // contents with what both have stored, or the later one
@@ -85,7 +85,7 @@ class RaceTest : public CameraTest {
       WriteFile(race.file, race.before);
     }
     std::vector<std::string> bodies = {Body(race.reader)};
-    for (const Command& writer : race.writers) {
+    for (const WriterCommand& writer : race.writers) {
       bodies.push_back(Body(writer.name, writer.params));
     }
     const std::vector<Outcome> outcomes = PostAtOnce(bodies);
@@ -171,11 +171,11 @@ std::string NtpReply(const std::string& address, const std::string& tc_sync = "O
                                       R"(","Status":"Master")");
 }
 
-Command SetAddress(const std::string& address) {
+WriterCommand SetAddress(const std::string& address) {
   return {"SetNTPServer", "\"Address\":\"" + address + '"'};
 }
 
-const Command kSwitchOff = {"SetNTPSettings", R"("TcSync":"Off")"};
+const WriterCommand kSwitchOff = {"SetNTPSettings", R"("TcSync":"Off")"};
 
 TEST_F(RaceTest, OfAShortAndALongValue) {
   Run("A short and a long value", {"/var/tmp/lighttpd/ntp",

@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 namespace fs = std::filesystem;
 
-constexpr char kFolder[] = "/var/tmp/lighttpd";
+constexpr char kSettingsFolder[] = "/var/tmp/lighttpd";
 
 const LogLine kRenewal = Info("##### RenewSetting socket_send_msg() renew_reconnect 0");
 
@@ -162,23 +162,23 @@ struct Fault {
 };
 
 const Fault kMissing = {"Missing", [] {
-                          fs::remove_all(kFolder);
+                          fs::remove_all(kSettingsFolder);
                           return nullptr;
                         }};
 const Fault kOutOfReach = {"OutOfReach", [] {
-                             fs::permissions(kFolder, fs::perms::none);
+                             fs::permissions(kSettingsFolder, fs::perms::none);
                              return nullptr;
                            }};
 const Fault kWriteProtected = {"WriteProtected",
-                               [] { return std::make_shared<ReadOnly>(kFolder); }};
-const Fault kFull = {"Full", [] { return std::make_shared<FullDisk>(kFolder); }};
+                               [] { return std::make_shared<ReadOnly>(kSettingsFolder); }};
+const Fault kFull = {"Full", [] { return std::make_shared<FullDisk>(kSettingsFolder); }};
 
 class SettingsFaultTest : public CameraTest, public testing::WithParamInterface<Fault> {
  protected:
   /// The files in the folder, except the session file.
   static std::vector<std::string> Files() {
     std::vector<std::string> files;
-    for (const auto& entry : fs::directory_iterator(kFolder)) {
+    for (const auto& entry : fs::directory_iterator(kSettingsFolder)) {
       const std::string name = entry.path().filename();
       if (name != ".session" && name != ".ballast") {
         files.push_back(name);
@@ -281,14 +281,14 @@ class SettingsFolderTest : public CameraTest {};
 TEST_F(SettingsFolderTest, PipesInPlaceOfFilesAreNotWaitedFor) {
   const FakeDaemon control;
   for (const char* const name : {"cgilog", "ntp"}) {
-    ASSERT_EQ(mkfifo((std::string(kFolder) + "/" + name).c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((std::string(kSettingsFolder) + "/" + name).c_str(), 0600), 0);
   }
   EXPECT_THAT(
       Post(Body("GetNTPStatus")),
       Replied(DataJson("GetNTPStatus", R"("Address":"","TcSync":"Off","Status":"Master")")));
   EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"ntp")")),
               Replied(ResultJson("SetNTPServer")));
-  EXPECT_TRUE(fs::is_fifo(std::string(kFolder) + "/ntp"));
+  EXPECT_TRUE(fs::is_fifo(std::string(kSettingsFolder) + "/ntp"));
 }
 
 // Another program has the pipe open, and it is full.
@@ -310,7 +310,7 @@ TEST_F(SettingsFolderTest, APipeInPlaceOfAFileSurvivesAWrite) {
 TEST_F(SettingsFolderTest, DevicesWithoutEndInPlaceOfFilesEndARead) {
   const FakeDaemon control;
   for (const char* const name : {"cgilog", "ntp"}) {
-    fs::create_symlink("/dev/zero", std::string(kFolder) + "/" + name);
+    fs::create_symlink("/dev/zero", std::string(kSettingsFolder) + "/" + name);
   }
   for (const auto& [body, json] :
        {std::pair(Body("GetNTPStatus"),
@@ -321,7 +321,7 @@ TEST_F(SettingsFolderTest, DevicesWithoutEndInPlaceOfFilesEndARead) {
     EXPECT_THAT(outcome, Replied(json));
     EXPECT_LT(outcome.elapsed.count(), TimeMargin());
   }
-  EXPECT_TRUE(fs::is_symlink(std::string(kFolder) + "/ntp"));
+  EXPECT_TRUE(fs::is_symlink(std::string(kSettingsFolder) + "/ntp"));
 }
 
 TEST_F(SettingsFolderTest, ADeviceWithoutEndInPlaceOfTheSessionHoldsNoSession) {
@@ -444,7 +444,7 @@ TEST_F(SettingsFolderTest, APipeInPlaceOfTheSessionHoldsNoSession) {
 
 TEST_F(SettingsFolderTest, WriteProtectionKeepsTheSessionUnchanged) {
   const std::string before = ReadFile(kSessionFile);
-  const ReadOnly folder(kFolder);
+  const ReadOnly folder(kSettingsFolder);
   const std::string body = Body("SessionRenewal", R"("Update":1)");
   const std::string reply = ResultJson("SessionRenewal", "RequestedError");
   for (int attempt = 0; attempt < 2; ++attempt) {
@@ -461,7 +461,7 @@ TEST_F(SettingsFolderTest, WriteProtectionKeepsTheSessionUnchanged) {
 // An existing file has room for its new contents.
 TEST_F(SettingsFolderTest, AFullDiskTakesNewContentsOfExistingFiles) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
-  const FullDisk disk(kFolder);
+  const FullDisk disk(kSettingsFolder);
   FakeDaemon control;
   EXPECT_THAT(Post(Body("SetNTPServer", R"("Address":"ntp.example")")),
               Replied(ResultJson("SetNTPServer")));

@@ -8,7 +8,7 @@ namespace {
 
 using namespace harness;
 
-constexpr char kFile[] = "/var/tmp/lighttpd/streaming";
+constexpr char kCapabilities[] = "/var/tmp/lighttpd/streaming";
 
 class StreamingCapabilitiesTest : public CameraTest {
  protected:
@@ -18,7 +18,7 @@ class StreamingCapabilitiesTest : public CameraTest {
     StatusBlock().SetByte(516, model).SetByte(19, ifb_active).Store();
   }
   static void RecordingFormat(const std::string& format) {
-    WriteFile(kFile, "rfresolution\t" + format + "\n");
+    WriteFile(kCapabilities, "rfresolution\t" + format + "\n");
   }
 };
 
@@ -121,7 +121,7 @@ TEST_F(StreamingCapabilitiesTest, WithoutASettingsFileTheRecordingFormatIs0) {
   EXPECT_THAT(Post(Body("AvailableStreamingResolutionSettings")),
               Replied(Resolutions("1920x1080 1280x720 720x480 640x360")));
   EXPECT_THAT(Post(AskFramerates("1280x720")), Replied(Framerates("1280x720", "60p 30p")));
-  EXPECT_FALSE(Exists(kFile));
+  EXPECT_FALSE(Exists(kCapabilities));
 }
 
 TEST_F(StreamingCapabilitiesTest, FrameratesFollowResolutionAndRecordingFormat) {

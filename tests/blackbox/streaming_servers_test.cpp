@@ -48,7 +48,7 @@ constexpr const char* kKeys[][2] = {
 using Settings = std::map<std::string, std::string>;
 
 /// A server's file with these settings; all others have their default.
-std::string File(const Settings& settings) {
+std::string ServerFile(const Settings& settings) {
   std::string file;
   for (const auto& [key, default_value] : kKeys) {
     const auto setting = settings.find(key);
@@ -143,7 +143,7 @@ const std::vector<TransportCase>& Transports() {
   return transports;
 }
 
-std::string Command(const TransportCase& row) {
+std::string CommandOf(const TransportCase& row) {
   return "SetStreamingServerSettings" + row.transport;
 }
 
@@ -169,8 +169,8 @@ TEST_F(StreamingServersTest, EachTransportWritesItsSettingsIntoANewFile) {
     ResetPrivateWorld();
     WriteSession(kSession);
     FakeDaemon daemon;
-    EXPECT_THAT(Post(Body(Command(row), Params(row))), Replied(ResultJson(Command(row))));
-    EXPECT_EQ(ReadFile(Path("1")), File(row.set));
+    EXPECT_THAT(Post(Body(CommandOf(row), Params(row))), Replied(ResultJson(CommandOf(row))));
+    EXPECT_EQ(ReadFile(Path("1")), ServerFile(row.set));
     EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
   }
 }
@@ -180,12 +180,12 @@ TEST_F(StreamingServersTest, EachTransportKeepsAllOtherSettings) {
   for (const TransportCase& row : Transports()) {
     SCOPED_TRACE(row.transport);
     Settings settings = Distinct("1");
-    WriteFile(Path("1"), File(settings));
-    EXPECT_THAT(Post(Body(Command(row), Params(row))), Replied(ResultJson(Command(row))));
+    WriteFile(Path("1"), ServerFile(settings));
+    EXPECT_THAT(Post(Body(CommandOf(row), Params(row))), Replied(ResultJson(CommandOf(row))));
     for (const auto& [key, value] : row.set) {
       settings[key] = value;
     }
-    EXPECT_EQ(ReadFile(Path("1")), File(settings));
+    EXPECT_EQ(ReadFile(Path("1")), ServerFile(settings));
   }
 }
 
@@ -193,12 +193,13 @@ TEST_F(StreamingServersTest, EachTransportTracesItsParameters) {
   FakeDaemon daemon;
   for (const TransportCase& row : Transports()) {
     SCOPED_TRACE(row.transport);
-    const std::string body = Body(Command(row), Params(row));
+    const std::string body = Body(CommandOf(row), Params(row));
     Post(body);
-    LogLines expected = {Error("rcv post_data = " + body),
-                         Info("##### " + Command(row) + " Parse() params={" + Params(row) + "}}}"),
-                         Info("##### RenewSetting socket_send_msg() renew_reconnect 0"),
-                         Error("send res_str = " + ResultJson(Command(row)))};
+    LogLines expected = {
+        Error("rcv post_data = " + body),
+        Info("##### " + CommandOf(row) + " Parse() params={" + Params(row) + "}}}"),
+        Info("##### RenewSetting socket_send_msg() renew_reconnect 0"),
+        Error("send res_str = " + ResultJson(CommandOf(row)))};
     if (row.transport == "ZIXI") {
       expected.insert(expected.begin() + 2,
                       Info("##### SetStreamingServerSettingsZIXI Transmit() m_server_no=1 "
@@ -216,7 +217,7 @@ TEST_F(StreamingServersTest, EveryParameterIsNeeded) {
       const std::string& left_out = param.first;
       SCOPED_TRACE(row.transport + " without " + left_out);
       const std::string params = Params(row, left_out);
-      const std::string body = Body(Command(row), params);
+      const std::string body = Body(CommandOf(row), params);
       EXPECT_THAT(Post(body), Replied(ErrorJson("RequestedError")));
       EXPECT_FALSE(Exists(Path("1")));
       EXPECT_THAT(log_.TakeLines(),
@@ -256,14 +257,14 @@ TEST_F(StreamingServersTest, WithoutParamsServer0GetsZerosAndEmptyTexts) {
     SCOPED_TRACE(row.transport);
     const std::string command = std::string("SetStreamingServerSettings") + row.transport;
     Settings settings = Distinct("3");
-    WriteFile(Path("0"), File(settings));
+    WriteFile(Path("0"), ServerFile(settings));
     EXPECT_THAT(Post(Body(command)), Replied(ResultJson(command)));
     settings["str_alias"] = "";
     settings["type"] = "0";
     for (const auto& [key, value] : row.set) {
       settings[key] = value;
     }
-    EXPECT_EQ(ReadFile(Path("0")), File(settings));
+    EXPECT_EQ(ReadFile(Path("0")), ServerFile(settings));
     notices.push_back(RenewalNotice());
   }
   EXPECT_EQ(daemon.Received(), notices);
@@ -285,7 +286,7 @@ TEST_F(StreamingServersTest, AnyServerNumberNamesItsFile) {
     EXPECT_THAT(Post(Body("SetStreamingServerSettingsRTSP", params)),
                 Replied(ResultJson("SetStreamingServerSettingsRTSP")));
     EXPECT_EQ(ReadFile(Path(row.path)),
-              File({{"str_alias", "Van"}, {"type", "2"}, {"rtsp_password", "secret"}}));
+              ServerFile({{"str_alias", "Van"}, {"type", "2"}, {"rtsp_password", "secret"}}));
   }
 }
 
@@ -310,10 +311,10 @@ TEST_F(StreamingServersTest, NumbersAreStoredAsDecimalNumbersWhateverTheyAre) {
               "\"ID\":1,\"Alias\":\"Van\",\"DstAddress\":\"a\","
               "\"DstPort\":" +
                   given + ",\"PcrJitter\":" + given));
-    EXPECT_EQ(ReadFile(Path("1")), File({{"str_alias", "Van"},
-                                         {"udp_dst_address", "a"},
-                                         {"udp_dst_port", row.stored},
-                                         {"udp_pcr_jitter", row.stored}}));
+    EXPECT_EQ(ReadFile(Path("1")), ServerFile({{"str_alias", "Van"},
+                                               {"udp_dst_address", "a"},
+                                               {"udp_dst_port", row.stored},
+                                               {"udp_pcr_jitter", row.stored}}));
   }
 }
 
@@ -354,12 +355,12 @@ TEST_F(StreamingServersTest, TextsAreTruncatedToTheirFields) {
     const TransportCase transport = WithText(row.transport, row.param, std::string(4000, 'v'));
     Settings stored = transport.set;
     stored[row.key] = std::string(row.kept, 'v');
-    WriteFile(Path("1"), File({}));
-    EXPECT_THAT(Post(Body(Command(transport), Params(transport))),
-                Replied(ResultJson(Command(transport))));
-    EXPECT_EQ(ReadFile(Path("1")), File(stored));
+    WriteFile(Path("1"), ServerFile({}));
+    EXPECT_THAT(Post(Body(CommandOf(transport), Params(transport))),
+                Replied(ResultJson(CommandOf(transport))));
+    EXPECT_EQ(ReadFile(Path("1")), ServerFile(stored));
     EXPECT_THAT(log_.TakeLines(),
-                testing::Contains(Info("##### " + Command(transport) + " Parse() params={" +
+                testing::Contains(Info("##### " + CommandOf(transport) + " Parse() params={" +
                                        Params(transport) + "}}}")));
   }
 }
@@ -387,15 +388,15 @@ TEST_F(StreamingServersTest, NoCommandLeadsToTcp) {
 
 TEST_F(StreamingServersTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) {
   const TransportCase& udp = Transports()[0];
-  EXPECT_THAT(Post(Body(Command(udp), Params(udp))), EndedSilently(1));
-  EXPECT_EQ(ReadFile(Path("1")), File(udp.set));
+  EXPECT_THAT(Post(Body(CommandOf(udp), Params(udp))), EndedSilently(1));
+  EXPECT_EQ(ReadFile(Path("1")), ServerFile(udp.set));
 }
 
 TEST_F(StreamingServersTest, AWriteFailureDoesNotChangeTheReply) {
   FakeDaemon daemon;
   mkdir(Path("1").c_str(), 0755);
   const TransportCase& udp = Transports()[0];
-  EXPECT_THAT(Post(Body(Command(udp), Params(udp))), Replied(ResultJson(Command(udp))));
+  EXPECT_THAT(Post(Body(CommandOf(udp), Params(udp))), Replied(ResultJson(CommandOf(udp))));
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
 
@@ -435,7 +436,7 @@ TEST_F(StreamingServersTest, EachTransportIsReportedWithItsStoredSettings) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.type);
-    WriteFile(Path("2"), File(Distinct(row.type)));
+    WriteFile(Path("2"), ServerFile(Distinct(row.type)));
     EXPECT_THAT(Post(Body(kGet, R"("ID":2)")), Replied(DataJson(kGet, row.data)));
   }
 }
@@ -443,7 +444,7 @@ TEST_F(StreamingServersTest, EachTransportIsReportedWithItsStoredSettings) {
 TEST_F(StreamingServersTest, AnUnknownTransportGivesEmptyData) {
   for (const char* type : {"6", "8", "9", "-1", "2147483648", "-99999999999"}) {
     SCOPED_TRACE(type);
-    WriteFile(Path("1"), File(Distinct(type)));
+    WriteFile(Path("1"), ServerFile(Distinct(type)));
     EXPECT_THAT(Post(Body(kGet, R"("ID":1)")), Replied(DataJson(kGet, "")));
   }
 }
@@ -457,13 +458,13 @@ TEST_F(StreamingServersTest, ATransportThatIsNotANumberCountsAsUdp) {
 }
 
 TEST_F(StreamingServersTest, WithoutParamsServer0IsReported) {
-  WriteFile(Path("0"), File({{"str_alias", "Zero"}, {"type", "1"}}));
+  WriteFile(Path("0"), ServerFile({{"str_alias", "Zero"}, {"type", "1"}}));
   EXPECT_THAT(Post(Body(kGet)), Replied(DataJson(kGet, R"("Alias":"Zero","Type":"TCP","Tcp":{)"
                                                        R"("DstAddress":"0.0.0.0","DstPort":0})")));
 }
 
 TEST_F(StreamingServersTest, ReadingBackIsTracedUnderTheNameOfTheFormatCommand) {
-  WriteFile(Path("1"), File(Distinct("4")));
+  WriteFile(Path("1"), ServerFile(Distinct("4")));
   const std::string body = Body(kGet, R"("ID":1)");
   const Outcome outcome = Post(body);
   const std::string reply = outcome.output.substr(outcome.output.find("\n\n") + 2);
@@ -490,8 +491,8 @@ TEST_F(StreamingServersTest, RtspChangesOnlyThePassword) {
 
 TEST_F(StreamingServersTest, RtpReadsBackTheAddressThatItsCommandDoesNotSet) {
   FakeDaemon daemon;
-  WriteFile(Path("1"), File({{"rtp_dst_address", "10.9.9.9"}}));
-  Post(Body(Command(Transports()[4]), Params(Transports()[4])));
+  WriteFile(Path("1"), ServerFile({{"rtp_dst_address", "10.9.9.9"}}));
+  Post(Body(CommandOf(Transports()[4]), Params(Transports()[4])));
   EXPECT_THAT(Post(Body(kGet, R"("ID":1)")),
               Replied(DataJson(kGet, R"("Alias":"Van","Type":"RTP","Rtp":{"DstAddress":"10.9.9.9",)"
                                      R"("DstPort":6002,"Smpte2022Fec":1,"FecMatrixL":10,)"

@@ -16,8 +16,8 @@ constexpr char kFile[] = "/var/tmp/lighttpd/streaming";
 const std::string kRenewalTrace = "##### RenewSetting socket_send_msg() renew_reconnect 0";
 
 /// A streaming settings file as the handler writes it.
-std::string File(const std::string& resolution, const std::string& quality,
-                 const std::string& server) {
+std::string StreamingFile(const std::string& resolution, const std::string& quality,
+                          const std::string& server) {
   return "resolution\t" + resolution + "\nquality\t" + quality + "\nserver\t" + server +
          "\nrfresolution\t4\ncldstrmusername\tuser\ncldstrmpassword\tpw\nserverurl\thost\n";
 }
@@ -46,10 +46,10 @@ class StreamingSettingsTest : public CameraTest {
                      const std::string& missing, LogLines traces = {}) {
     SCOPED_TRACE(command + " without " + missing);
     FakeDaemon daemon;
-    WriteFile(kFile, File("0", "42", "1"));
+    WriteFile(kFile, StreamingFile("0", "42", "1"));
     const std::string body = Body(command, params);
     EXPECT_THAT(Post(body), Replied(ErrorJson("RequestedError")));
-    EXPECT_EQ(ReadFile(kFile), File("0", "42", "1"));
+    EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
     EXPECT_THAT(daemon.Received(), IsEmpty());
     traces.push_back(Error("error: json_parser() key [" + missing + "] does not appear\n"));
     traces.push_back(Error("requested error ret=-1, params=\"Params\":{" + params + "}}}"));
@@ -102,7 +102,7 @@ TEST_F(StreamingSettingsTest, TheFormatIsReportedByItsNames) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.resolution) + " " + row.quality);
-    WriteFile(kFile, File(row.resolution, row.quality, "0"));
+    WriteFile(kFile, StreamingFile(row.resolution, row.quality, "0"));
     EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(row.reply));
   }
 }
@@ -117,7 +117,7 @@ TEST_F(StreamingSettingsTest, AFileThatLacksKeysIsNotFilledWithDefaults) {
 
 TEST_F(StreamingSettingsTest, SettingsStoreResolutionAndBitrate) {
   ExpectChange("SetStreamingSettings", R"("Resolution":"720x480","Bitrate":"1.5M")",
-               File("0", "42", "1"), File("3", "66", "1"));
+               StreamingFile("0", "42", "1"), StreamingFile("3", "66", "1"));
 }
 
 TEST_F(StreamingSettingsTest, EveryResolutionIsStoredAsItsIndex) {
@@ -128,7 +128,8 @@ TEST_F(StreamingSettingsTest, EveryResolutionIsStoredAsItsIndex) {
               {"720x576", "4"},   {"480x270", "5"},   {"640x360", "6"},  {"1920X1080", "7"}};
   for (const auto& row : rows) {
     const std::string name = std::string("\"Resolution\":\"") + row.name + '"';
-    ExpectChange("SetStreamingResolution", name, File("9", "42", "1"), File(row.index, "42", "1"));
+    ExpectChange("SetStreamingResolution", name, StreamingFile("9", "42", "1"),
+                 StreamingFile(row.index, "42", "1"));
   }
 }
 
@@ -140,7 +141,8 @@ TEST_F(StreamingSettingsTest, StoringAFramerateKeepsTheBitrate) {
               {"30p", "44"}, {"25p", "45"}, {"24p", "46"}, {"", "46"}};
   for (const auto& row : rows) {
     const std::string name = std::string("\"Framerate\":\"") + row.name + '"';
-    ExpectChange("SetStreamingFramerate", name, File("0", "42", "1"), File("0", row.quality, "1"));
+    ExpectChange("SetStreamingFramerate", name, StreamingFile("0", "42", "1"),
+                 StreamingFile("0", row.quality, "1"));
   }
 }
 
@@ -153,16 +155,17 @@ TEST_F(StreamingSettingsTest, StoringABitrateKeepsTheFramerate) {
               {"10M", "27"},  {"12M", "107"}, {"11M", "3"}};
   for (const auto& row : rows) {
     const std::string name = std::string("\"Bitrate\":\"") + row.name + '"';
-    ExpectChange("SetStreamingBitrate", name, File("0", "43", "1"), File("0", row.quality, "1"));
+    ExpectChange("SetStreamingBitrate", name, StreamingFile("0", "43", "1"),
+                 StreamingFile("0", row.quality, "1"));
   }
 }
 
 TEST_F(StreamingSettingsTest, UnknownNamesAreStoredAndReadBackAsEmptyNames) {
-  ExpectChange("SetStreamingSettings", R"("Resolution":"8K","Bitrate":"99M")", File("0", "43", "1"),
-               File("7", "3", "1"));
+  ExpectChange("SetStreamingSettings", R"("Resolution":"8K","Bitrate":"99M")",
+               StreamingFile("0", "43", "1"), StreamingFile("7", "3", "1"));
   EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(Format("", "50i", "")));
-  ExpectChange("SetStreamingFramerate", R"("Framerate":"120p")", File("7", "43", "1"),
-               File("7", "46", "1"));
+  ExpectChange("SetStreamingFramerate", R"("Framerate":"120p")", StreamingFile("7", "43", "1"),
+               StreamingFile("7", "46", "1"));
   EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(Format("", "", "5.0M")));
 }
 
@@ -192,7 +195,8 @@ TEST_F(StreamingSettingsTest, NegativeAndHugeQualityValuesSplitTowardsZero) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
-    ExpectChange(row.command, row.params, File("0", row.before, "1"), File("0", row.after, "1"));
+    ExpectChange(row.command, row.params, StreamingFile("0", row.before, "1"),
+                 StreamingFile("0", row.after, "1"));
   }
 }
 
@@ -216,15 +220,15 @@ TEST_F(StreamingSettingsTest, WithoutParamsZerosAreStored) {
   const struct {
     const char* command;
     std::string after;
-  } rows[] = {{"SetStreamingSettings", File("0", "0", "1")},
-              {"SetStreamingResolution", File("0", "42", "1")},
-              {"SetStreamingFramerate", File("3", "0", "1")},
-              {"SetStreamingBitrate", File("3", "0", "1")},
-              {"SetCurrentStreamingServerID", File("3", "42", "0")}};
+  } rows[] = {{"SetStreamingSettings", StreamingFile("0", "0", "1")},
+              {"SetStreamingResolution", StreamingFile("0", "42", "1")},
+              {"SetStreamingFramerate", StreamingFile("3", "0", "1")},
+              {"SetStreamingBitrate", StreamingFile("3", "0", "1")},
+              {"SetCurrentStreamingServerID", StreamingFile("3", "42", "0")}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.command);
     FakeDaemon daemon;
-    WriteFile(kFile, File("3", "42", "1"));
+    WriteFile(kFile, StreamingFile("3", "42", "1"));
     EXPECT_THAT(Post(Body(row.command)), Replied(ResultJson(row.command)));
     EXPECT_EQ(ReadFile(kFile), row.after);
     EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
@@ -272,7 +276,7 @@ LogLines SetLog(const std::string& command, const std::string& body, const LogLi
 
 TEST_F(StreamingSettingsTest, SettingBothIsTracedAtLevel2) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body =
       Body("SetStreamingSettings", R"("Resolution":"720x480","Bitrate":"1.5M")");
   Post(body);
@@ -284,7 +288,7 @@ TEST_F(StreamingSettingsTest, SettingBothIsTracedAtLevel2) {
 
 TEST_F(StreamingSettingsTest, SettingTheFramerateIsTracedAtLevel2ButItsFirstLineAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingFramerate", R"("Framerate":"50i")");
   const LogLine parsed = Info("##### SetStreamingFramerate Parse() m_framerate=50i");
   Post(body);
@@ -298,7 +302,7 @@ TEST_F(StreamingSettingsTest, SettingTheFramerateIsTracedAtLevel2ButItsFirstLine
 
 TEST_F(StreamingSettingsTest, SettingTheResolutionIsTracedAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingResolution", R"("Resolution":"640x360")");
   const LogLine parsed = Info("##### SetStreamingResolution Parse() m_resolution=640x360");
   Post(body);
@@ -313,7 +317,7 @@ TEST_F(StreamingSettingsTest, SettingTheResolutionIsTracedAtLevel4) {
 
 TEST_F(StreamingSettingsTest, SettingTheBitrateIsTracedAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   const LogLine parsed = Info("##### SetStreamingBitrate Parse() m_bitrate=12M");
   Post(body);
@@ -339,9 +343,9 @@ TEST_F(StreamingSettingsTest, NamesAreTruncatedTo30Characters) {
 TEST_F(StreamingSettingsTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) {
   for (const char* command : {"SetStreamingSettings", "SetCurrentStreamingServerID"}) {
     SCOPED_TRACE(command);
-    WriteFile(kFile, File("3", "42", "1"));
+    WriteFile(kFile, StreamingFile("3", "42", "1"));
     EXPECT_THAT(Post(Body(command)), EndedSilently(1));
-    EXPECT_NE(ReadFile(kFile), File("3", "42", "1"));
+    EXPECT_NE(ReadFile(kFile), StreamingFile("3", "42", "1"));
     const LogLines lines = log_.TakeLines();
     ASSERT_GE(lines.size(), 3U);
     EXPECT_THAT(LogLines(lines.end() - 3, lines.end()),
@@ -352,12 +356,12 @@ TEST_F(StreamingSettingsTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten)
 
 TEST_F(StreamingSettingsTest, AWriteFailureDoesNotChangeTheReply) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   {
     const ReadOnly folder("/var/tmp/lighttpd");
     EXPECT_THAT(Post(body), Replied(ResultJson("SetStreamingBitrate")));
-    EXPECT_EQ(ReadFile(kFile), File("0", "42", "1"));
+    EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
   }
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
@@ -373,11 +377,11 @@ TEST_F(StreamingSettingsTest, AFullDiskDoesNotChangeTheReply) {
 
 TEST_F(StreamingSettingsTest, WithoutAnyRoomAFileKeepsItsContents) {
   const FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(0)),
               Replied(ResultJson("SetStreamingBitrate")));
-  EXPECT_EQ(ReadFile(kFile), File("0", "42", "1"));
+  EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
 }
 
 TEST_F(StreamingSettingsTest, AFolderInPlaceOfTheFileCountsAsMissing) {
@@ -397,7 +401,7 @@ TEST_F(StreamingSettingsTest, TheCurrentServerIsReportedAsItIsStored) {
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":0")));
   EXPECT_FALSE(Exists(kFile));
   for (const std::string stored : {"2", "-1", "007", "none"}) {
-    WriteFile(kFile, File("0", "0", stored));
+    WriteFile(kFile, StreamingFile("0", "0", stored));
     EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
                 Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":" + stored)));
   }
@@ -422,14 +426,14 @@ TEST_F(StreamingSettingsTest, TheCurrentServerIsStored) {
               {R"("ID":"two")", "0"}, {R"("ID":-99999999999)", "-2147483648"},
               {R"("ID":-5.5)", "-5"}};
   for (const auto& row : rows) {
-    ExpectChange("SetCurrentStreamingServerID", row.params, File("0", "42", "1"),
-                 File("0", "42", row.server));
+    ExpectChange("SetCurrentStreamingServerID", row.params, StreamingFile("0", "42", "1"),
+                 StreamingFile("0", "42", row.server));
   }
 }
 
 TEST_F(StreamingSettingsTest, ChoosingTheCurrentServerIsTraced) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetCurrentStreamingServerID", R"("ID":-1)");
   Post(body);
   EXPECT_EQ(log_.Lines(), SetLog("SetCurrentStreamingServerID", body,
@@ -439,7 +443,7 @@ TEST_F(StreamingSettingsTest, ChoosingTheCurrentServerIsTraced) {
 
 TEST_F(StreamingSettingsTest, ServersFrom4OnAreRefused) {
   FakeDaemon daemon;
-  WriteFile(kFile, File("0", "42", "1"));
+  WriteFile(kFile, StreamingFile("0", "42", "1"));
   const struct {
     const char* id;
     const char* logged;
@@ -454,7 +458,7 @@ TEST_F(StreamingSettingsTest, ServersFrom4OnAreRefused) {
                             row.logged + " NG"),
                        Error("requested error ret=1, params=\"Params\":{" + params + "}}}")));
   }
-  EXPECT_EQ(ReadFile(kFile), File("0", "42", "1"));
+  EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
   EXPECT_THAT(daemon.Received(), IsEmpty());
 }
 

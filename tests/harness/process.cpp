@@ -53,26 +53,6 @@ int Machine(const std::string& path) {
   return file ? header.e_machine : 0;
 }
 
-/// A pipe whose ends are closed when it goes out of scope.
-struct Pipe {
-  Pipe() { Check(pipe2(ends, O_CLOEXEC) == 0, "pipe"); }
-  ~Pipe() {
-    Close(0);
-    Close(1);
-  }
-  Pipe(const Pipe&) = delete;
-  Pipe& operator=(const Pipe&) = delete;
-
-  void Close(int end) {
-    if (ends[end] >= 0) {
-      close(ends[end]);
-    }
-    ends[end] = -1;
-  }
-
-  int ends[2] = {-1, -1};
-};
-
 /// Writing into the pipe of a handler that has ended must not end the test program.
 class WithoutPipeSignal {
  public:
@@ -102,6 +82,26 @@ class Process {
   Outcome Run();
 
  private:
+  /// A pipe whose ends are closed when it goes out of scope.
+  struct Pipe {
+    Pipe() { Check(pipe2(ends, O_CLOEXEC) == 0, "pipe"); }
+    ~Pipe() {
+      Close(0);
+      Close(1);
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    void Close(int end) {
+      if (ends[end] >= 0) {
+        close(ends[end]);
+      }
+      ends[end] = -1;
+    }
+
+    int ends[2] = {-1, -1};
+  };
+
   void PrepareCommand();
   void Start();
   [[noreturn]] void BecomeHandler();
