@@ -11,8 +11,8 @@
 
 namespace simulator {
 
-/// It lives in its own time, which passes in steps of ten milliseconds, so that what happens does
-/// not depend on how often it is read.
+/// It has its own time, which passes in steps of ten milliseconds, so that nothing depends on how
+/// often the camera is read.
 class Camera {
  public:
   static constexpr Milliseconds kStep = 10;
@@ -24,8 +24,8 @@ class Camera {
   SettingsFiles& settings() { return settings_; }
   [[nodiscard]] const SettingsFiles& settings() const { return settings_; }
 
-  /// Lets real time pass: none of the camera's while its clock is paused, more or less of it
-  /// according to the clock's speed.
+  /// Lets real time pass. The camera's time passes according to its clock's speed, and not at all
+  /// while the clock is paused.
   void LetRealTimePass(std::chrono::nanoseconds real);
   /// Lets the camera's time pass, down to whole steps.
   void LetTimePass(Milliseconds time);

@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-/// The one-way notice that settings files have changed: the camera reads them anew.
+/// The one-way notice that settings files have changed: the camera reads them again.
 Reply NoteRenewal(Camera& camera, const Bytes& payload);
 
 /// The status reply: 38 bytes, numbers big-endian.
@@ -26,7 +26,7 @@ Reply SetZoomPosition(Camera& camera, const Bytes& payload);
 /// The reply's bytes 4-23: the antenna's level, from 24 on: the location.
 Reply ReportGps(Camera& camera, const Bytes& payload);
 
-/// Byte 0: the page now shown. The reply tells which pages are allowed: byte 1 planning metadata,
+/// Byte 0: the page now shown. The reply reports which pages are allowed: byte 1 planning metadata,
 /// byte 2 edit metadata, byte 3 view remote, byte 4 settings.
 Reply ChangePage(Camera& camera, const Bytes& payload);
 
@@ -35,7 +35,7 @@ Refusal RefuseRecording(const State& state, const Bytes& payload);
 Refusal RefuseZoomPosition(const State& state, const Bytes& payload);
 Refusal RefuseGps(const State& state, const Bytes& payload);
 
-// What these messages say, in words.
+// The messages in words.
 std::string DescribeRecording(const Bytes& payload);
 std::string DescribeZoomPosition(const Bytes& payload);
 std::string DescribePage(const Bytes& payload);

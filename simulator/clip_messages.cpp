@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kClipsPerReply = 15;
 
-/// What keeps the clips of a slot from being read.
+/// Why the clips of a slot cannot be read now, if they cannot.
 Refusal RefuseSlot(const State& state, std::uint8_t slot) {
   if (slot >= state.slots.size()) {
     return {"the camera has no such slot", Result::kRequestedError};

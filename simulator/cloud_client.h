@@ -1,6 +1,6 @@
 // The cloud streaming service, and the client in the camera that talks to it. Each step takes a
-// while, and how it went shows in its state. What a step has brought stays until logout, whatever
-// becomes of its state.
+// while, and its state shows the outcome. The data of a step stay until logout, even if its state
+// changes.
 #pragma once
 
 #include <string>

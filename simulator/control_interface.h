@@ -1,4 +1,4 @@
-// The control interface: HTTP at /simulator/, for people and tests who play with the camera.
+// The control interface: HTTP at /simulator/, with which people and tests control the camera.
 #pragma once
 
 #include <memory>

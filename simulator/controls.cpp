@@ -48,7 +48,7 @@ enum Kind : std::uint8_t {
 
 // --- When a control can be used -----------------------------------------------------------------
 
-// Each answers with what is in the way, in words; null: nothing is.
+// Each returns why the control cannot be used, in words; null if it can.
 
 const char* Always(const State&) { return nullptr; }
 const char* Awake(const State& s) { return s.suspended ? "the camera is suspended" : nullptr; }
@@ -57,7 +57,7 @@ const char* ByHand(const State& s) {
   return obstacle == nullptr && s.full_auto ? "full auto is on" : obstacle;
 }
 
-/// The obstacle of a control by hand, which also depends on a condition.
+/// The same for a manual control that also depends on a condition.
 const char* ByHandIf(const State& s, bool condition, const char* otherwise) {
   const char* const obstacle = ByHand(s);
   return obstacle == nullptr && !condition ? otherwise : obstacle;
@@ -112,7 +112,7 @@ const char* ReturnsAudio(const State& s) {
   return HasIfb(s) ? nullptr : "this model or firmware has no return audio";
 }
 
-/// Those that show clips need one, and a camera that is free to play it.
+/// Controls that play clips need a clip, and a camera that is free to play it.
 const char* ReviewObstacle(const State& s) {
   if (s.mode != Mode::kCamera && s.mode != Mode::kPlay) {
     return "the camera is in another mode than Camera and Play";

@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-// What these messages do. They are called only for messages that are not refused.
+// These functions carry out messages. Call them only for messages that are not refused.
 
 /// Byte 0: kind code, byte 1: key code.
 Reply PressKey(Camera& camera, const Bytes& payload);
@@ -29,14 +29,14 @@ Reply OperateZoomSwitch(Camera& camera, const Bytes& payload);
 /// Byte 0: kind code, byte 1: direction, byte 2: speed.
 Reply OperateSeesawSwitch(Camera& camera, const Bytes& payload);
 
-// Whether they are refused now: a control that does not exist, or cannot be used.
+// Whether the messages are refused now: the control does not exist or cannot be used.
 Refusal RefuseKey(const State& state, const Bytes& payload);
 Refusal RefuseSlider(const State& state, const Bytes& payload);
 Refusal RefuseField(const State& state, const Bytes& payload);
 Refusal RefuseZoomSwitch(const State& state, const Bytes& payload);
 Refusal RefuseSeesaw(const State& state, const Bytes& payload);
 
-// What these messages say, in words: "iris close 3", "zoom bar to 300".
+// The messages in words: "iris close 3", "zoom bar to 300".
 std::string DescribeKey(const Bytes& payload);
 std::string DescribeSlider(const Bytes& payload);
 std::string DescribeField(const Bytes& payload);

@@ -13,8 +13,8 @@
 
 namespace simulator {
 
-/// What is sent back for a message: the reply's payload, whose first byte is the result; nothing
-/// for a message that gets no reply.
+/// The payload of the reply to a message, whose first byte is the result; nothing for a message
+/// that has no reply.
 using Reply = std::optional<Bytes>;
 
 /// A reply that carries only a result.
@@ -31,21 +31,21 @@ struct MessageRow {
   const char* name;            ///< for users
   std::size_t payload_length;  ///< a message with a shorter payload is refused
   Reply (*answer)(Camera& camera, const Bytes& payload);
-  /// What a message says in words; null: its name says it all.
+  /// The message in words; null if its name is enough.
   std::string (*describe)(const Bytes& payload) = nullptr;
   bool asks = false;  ///< it changes nothing
   /// Whether the message is refused now. Null: it never is.
   Refusal (*refuse)(const State& state, const Bytes& payload) = nullptr;
 };
 
-/// What a daemon has made of a message.
+/// What a daemon did with a message.
 struct Answered {
   Reply reply;
   std::vector<std::string> changes;  ///< of the camera's state, for its user
   std::string why;                   ///< why it was not carried out; empty: it was
 };
 
-/// Finds the row of a message and has it answered.
+/// Finds the row of a message and answers it.
 class Daemon {
  public:
   Daemon(std::string name, std::vector<MessageRow> messages, Camera& camera);

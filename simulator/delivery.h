@@ -1,4 +1,4 @@
-// How a daemon's reply reaches the handler, in good and in bad ways.
+// How a daemon's reply reaches the handler, with and without faults.
 #pragma once
 
 #include <cstddef>

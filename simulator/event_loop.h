@@ -8,9 +8,9 @@
 
 namespace simulator {
 
-/// Calls back when a descriptor can be read, when a time has come, and at regular intervals. One
-/// thread; callbacks may add and remove descriptors, their own included. While it does not wait it
-/// holds a lock, so that other threads that take it find nothing half done.
+/// Calls back when a descriptor can be read, at a given time, and at regular intervals, all in one
+/// thread. Callbacks may add and remove descriptors, including their own. The loop holds a lock
+/// except while it waits, so that other threads that take the lock see no intermediate state.
 class EventLoop {
  public:
   using Callback = std::function<void()>;
@@ -27,7 +27,7 @@ class EventLoop {
   /// Calls `tick` about ten times a second.
   void OnTick(Callback tick);
 
-  /// Runs until `Stop` is called from a callback. `lock` is held but while the loop waits.
+  /// Runs until a callback calls `Stop`. `lock` is held except while the loop waits.
   void Run(std::mutex& lock);
   void Stop() { running_ = false; }
 

@@ -69,7 +69,7 @@ int ManualGain(const State& state) {
   return 0;
 }
 
-/// The stop that would be right, beyond the iris's ends, too.
+/// The right stop for the light, which may be beyond the ends of the iris.
 int WantedStop(const State& state) {
   const int gain = GainIsAutomatic(state) ? 0 : ManualGain(state);
   const int shutter = ShutterIsAutomatic(state) ? OpenShutter(state) : ShutterStepByHand(state);

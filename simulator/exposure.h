@@ -1,5 +1,5 @@
-// What the camera sets by itself: iris, gain, shutter, white balance and focus in their automatic
-// modes, from the light in front of it.
+// The automatic modes: how the camera sets iris, gain, shutter and white balance for the light in
+// front of it.
 #pragma once
 
 #include "simulator/state.h"
@@ -11,7 +11,7 @@ bool IrisIsAutomatic(const State& state);
 bool GainIsAutomatic(const State& state);
 bool ShutterIsAutomatic(const State& state);
 bool WhiteIsAutomatic(const State& state);
-/// Whether there is anything for the AE level to act on.
+/// Whether the AE level has an effect: whether anything is exposed automatically.
 bool AeIsOn(const State& state);
 
 // The values in force, set by hand or automatic.

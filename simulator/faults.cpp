@@ -30,7 +30,7 @@ constexpr char kMemory[] = "/run/camera_memory";
 
 enum class Place { kSocket, kReply, kEnvironment };
 
-/// Makes a delivery of a reply.
+/// How a reply is delivered under a fault.
 /// @param payload  the reply that there would be without the fault
 using DeliverFunction = Delivery (*)(const Fault& fault, const Message& request,
                                      const Bytes& payload);

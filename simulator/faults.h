@@ -1,4 +1,4 @@
-// Faults: what goes wrong around the handler on request.
+// Faults: failures around the handler that users request.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,7 @@ struct Fault {
   std::string name;
   std::string command;       ///< only requests of this command; empty: of every one
   std::string daemon;        ///< only this daemon; empty: every one
-  std::optional<int> count;  ///< how many requests it is still for; none: until it is removed
+  std::optional<int> count;  ///< how many more requests meet it; none: until it is removed
   int value = 0;             ///< of "slow" milliseconds, of "short" bytes, of "result" the code
 };
 
@@ -30,25 +30,25 @@ class Faults {
 
   /// @param description  "fault", and as it needs "command", "daemon", "count", "ms", "bytes",
   ///                     "code"
-  /// @throws Rejected when that does not make sense
+  /// @throws Rejected for an invalid description
   const Fault& Add(const Json& description);
   [[nodiscard]] const std::vector<Fault>& all() const { return faults_; }
   void Clear() { faults_.clear(); }
   /// @return false if there is no fault with this id
   bool Remove(int id);
 
-  /// The faults that a request meets, one fewer of each from now on.
+  /// The faults that a request meets; each of them counts this request.
   std::vector<Fault> TakeFor(const std::string& command);
 
  private:
   std::vector<Fault> faults_;
   int last_id_ = 0;
-  UniqueFd busy_;  ///< listens, and has all the clients it can have
+  UniqueFd busy_;  ///< listens, with a full backlog
   std::vector<UniqueFd> busy_clients_;
 };
 
-/// What has to be done to the world of one handler to make faults of its sockets and of its
-/// environment come true: lines for the tap.
+/// How the tap must change the world of one handler for faults of its sockets and of its
+/// environment: lines for the tap.
 std::vector<std::string> WorldOf(const std::vector<Fault>& faults, const std::string& command);
 
 /// Whether a handler that meets this fault cannot connect.
@@ -63,12 +63,12 @@ bool HidesTheSession(const Fault& fault);
 /// The first fault that concerns the replies of a daemon; null if there is none.
 const Fault* ReplyFault(const std::vector<Fault>& faults, const std::string& daemon);
 
-/// Whether a daemon that has this fault carries out what it is told.
+/// Whether a daemon with this fault carries out the message.
 bool IsCarriedOut(const Fault& fault);
 
 /// How a daemon's reply reaches the handler under a fault of its replies.
-/// @param request  what it is the reply to
-/// @param payload  the reply that there would be without the fault
+/// @param request  the message that is answered
+/// @param payload  the reply without the fault
 Delivery Deliver(const Fault& fault, const Message& request, const Bytes& payload);
 
 }  // namespace simulator

@@ -167,7 +167,7 @@ const Entry& Journal::Add(Entry entry) {
   const std::size_t size = SizeOf(entry);
   size_ += size;
   entries_.push_back({std::move(entry), size});
-  while (entries_.size() > kMostEntries || (size_ > kMostBytes && entries_.size() > 1)) {
+  while (entries_.size() > kMaxEntries || (size_ > kMaxBytes && entries_.size() > 1)) {
     size_ -= entries_.front().size;
     entries_.pop_front();
   }

@@ -30,8 +30,8 @@ struct Entry {
   std::string time;  ///< the camera's
   std::string client;
   std::string method;
-  std::string command;  ///< empty: none could be made out
-  std::string result;   ///< result or error word; empty: there was no reply
+  std::string command;  ///< empty if the request names none
+  std::string result;   ///< result or error word; empty if there was no reply
   int status = 0;       ///< HTTP status
   double ms = 0;
   std::string request;  ///< as received
@@ -50,15 +50,16 @@ void MaskSecrets(Entry& entry);
 /// The last entries, in the order in which the requests ended.
 class Journal {
  public:
-  static constexpr std::size_t kMostEntries = 1000;
-  static constexpr std::size_t kMostBytes = 16 << 20;
+  static constexpr std::size_t kMaxEntries = 1000;
+  static constexpr std::size_t kMaxBytes = 16 << 20;
 
-  /// @param file          where every entry is appended as a line of JSON, too; empty: nowhere
-  /// @param show_secrets  whether passwords and stream keys stay as they are
-  /// @throws std::runtime_error when the file cannot be written
+  /// @param file          a file to which every entry is also appended as a line of JSON; may be
+  /// empty
+  /// @param show_secrets  whether passwords and stream keys are shown
+  /// @throws std::runtime_error if the file cannot be written
   Journal(const std::string& file, bool show_secrets);
 
-  /// Gives the entry its number and keeps it; the oldest ones make room.
+  /// Gives the entry its number and stores it; drops the oldest entries if there are too many.
   const Entry& Add(Entry entry);
 
   /// The entries with numbers above `after`:

@@ -33,7 +33,7 @@ void Run(Travel& travel, Direction direction, int steps_per_second) {
   travel = {direction, steps_per_second, 0};
 }
 
-/// The value that a travel has brought it to; the travel ends at an end.
+/// The value after the time that has passed; the travel stops at an end of the range.
 int Travelled(Travel& travel, int value, int lowest, int highest, Milliseconds elapsed) {
   if (travel.direction == Direction::kStopped) {
     return value;

@@ -1,14 +1,14 @@
-// What moves: zoom, focus, iris, and the levels that seesaw switches run.
+// The moving values: zoom, focus, iris, and the levels that seesaw switches change.
 #pragma once
 
 #include "simulator/state.h"
 
 namespace simulator {
 
-/// Starts the zoom's way to a position; one beyond an end means that end.
+/// Starts to move the zoom to a position, limited to the ends of its range.
 void ZoomTo(State& state, int position);
-/// Runs the zoom upwards, that is towards tele, or downwards until `Direction::kStopped`.
-/// `speed`: 0 (stands still) to 255.
+/// Moves the zoom up, that is toward tele, or down, until `Direction::kStopped`.
+/// `speed`: 0 (does not move) to 255.
 void RunZoom(State& state, Direction direction, int speed);
 bool IsZooming(const State& state);
 /// -99 to 99: 0 at the wide end, 99 at the tele end.
@@ -16,7 +16,7 @@ int ZoomDisplayValue(const State& state);
 
 void StepIris(State& state, int thirds);
 void StepFocus(State& state, int positions);
-/// Focuses once on what is in front of the camera, then leaves the focus to the hand again.
+/// Focuses once on the subject; the focus stays manual.
 void PushAutoFocus(State& state);
 
 // As `RunZoom`.

@@ -96,7 +96,7 @@ void Login::Reset(Milliseconds now) {
 }
 
 void Login::Begin(const std::string& id, std::optional<int> lifetime_seconds, Milliseconds now) {
-  // A day stands for a session without an end: the handler does not read it.
+  // A session that does not expire gets a day: the handler does not read the time.
   constexpr int kDay = 86400;
   const auto second = static_cast<std::int64_t>(std::time(nullptr));
   std::ofstream file(kNewFile, std::ios::binary | std::ios::trunc);

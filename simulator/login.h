@@ -1,4 +1,4 @@
-// The camera's login component: issues session ids, and ends sessions whose time has passed.
+// The camera's login component: issues session ids, and ends sessions that have expired.
 #pragma once
 
 #include <optional>
@@ -8,9 +8,9 @@
 
 namespace simulator {
 
-/// One session at a time. It is in the session file, where the handler looks it up and renews it.
-/// Sessions expire in the camera's time; of the times that the handler writes, only how long the
-/// session lasts from then on counts.
+/// There is one session at a time. It is in the session file, which the handler reads and renews.
+/// Sessions expire in the camera's time. Of the times that the handler writes, only their
+/// difference counts: how long the session lasts from then on.
 class Login {
  public:
   /// What a renewal of the handler's grants, and a login, too.
@@ -28,7 +28,7 @@ class Login {
   /// Brings the initial session back.
   void Reset(Milliseconds now);
 
-  /// Looks for a renewal in the session file, and ends the session if its time has passed.
+  /// Looks for a renewal in the session file, and ends the session if it has expired.
   void Update(Milliseconds now);
 
   /// The session's id; empty: no client is logged in.

@@ -8,7 +8,7 @@ namespace {
 constexpr std::size_t kClassOffset = 1;
 constexpr std::size_t kLengthOffset = 2;
 constexpr std::size_t kCodeOffset = 4;
-constexpr std::size_t kLongestPayload = 0xffff;
+constexpr std::size_t kMaxPayload = 0xffff;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ Message TakeMessage(Bytes& received) {
 }
 
 Bytes MakeReply(const Message& request, const Bytes& payload) {
-  const std::size_t length = std::min(payload.size(), kLongestPayload);
+  const std::size_t length = std::min(payload.size(), kMaxPayload);
   Bytes reply(kHeaderSize + length);
   reply[kClassOffset] = request.message_class;
   reply[kLengthOffset] = static_cast<std::uint8_t>(length);

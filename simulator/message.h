@@ -1,4 +1,4 @@
-// The camera control message: what travels between the handler and the camera's daemons.
+// The camera control message, which the handler and the camera's daemons exchange.
 #pragma once
 
 #include <cstddef>

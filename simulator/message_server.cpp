@@ -16,10 +16,10 @@ namespace simulator {
 namespace {
 
 /// How long the rest of a message may take. The handler sends a message in one piece, so a header
-/// without its payload is all there will be; it waits for an answer five seconds at most.
-constexpr std::chrono::milliseconds kPayloadPatience{250};
-/// How long a connection may stay open without a word.
-constexpr std::chrono::seconds kIdlePatience{60};
+/// that comes alone has no payload; the handler waits for an answer for five seconds at most.
+constexpr std::chrono::milliseconds kPayloadTimeout{250};
+/// How long a connection may stay open without a message.
+constexpr std::chrono::seconds kIdleTimeout{60};
 
 sockaddr_un SocketAddress(const std::string& path) {
   sockaddr_un address = {};
@@ -31,7 +31,7 @@ sockaddr_un SocketAddress(const std::string& path) {
   return address;
 }
 
-bool SomebodyListens(const sockaddr_un& address) {
+bool HasListener(const sockaddr_un& address) {
   const UniqueFd probe(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   return connect(probe.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
@@ -46,7 +46,7 @@ MessageServer::~MessageServer() {
 
 void MessageServer::Listen(const std::string& path, Answer answer) {
   const sockaddr_un address = SocketAddress(path);
-  if (SomebodyListens(address)) {
+  if (HasListener(address)) {
     throw std::system_error(EADDRINUSE, std::generic_category(), path);
   }
   unlink(path.c_str());
@@ -168,8 +168,8 @@ void MessageServer::SettleOverdue() {
   std::vector<Number> finished;
   for (auto& [number, connection] : connections_) {
     const auto silence = now - connection.last_arrival;
-    if (silence < (connection.received.empty() ? Clock::duration(kIdlePatience)
-                                               : Clock::duration(kPayloadPatience))) {
+    if (silence < (connection.received.empty() ? Clock::duration(kIdleTimeout)
+                                               : Clock::duration(kPayloadTimeout))) {
       continue;
     }
     if (connection.received.size() < kHeaderSize || !AnswerOne(number, connection)) {

@@ -16,7 +16,7 @@
 
 namespace simulator {
 
-/// Accepts connections, cuts what arrives into messages and sends the answers back.
+/// Accepts connections, splits the received bytes into messages and sends the replies.
 class MessageServer {
  public:
   /// Answers a message from a process.
@@ -28,21 +28,22 @@ class MessageServer {
   /// Removes the socket files.
   ~MessageServer();
 
-  /// Listens on the Unix-domain socket `path`; a socket file left over there is replaced.
-  /// @throws std::system_error when that fails, also when another process listens there already
+  /// Listens on the Unix-domain socket `path`; replaces the socket file of a process that has
+  /// ended.
+  /// @throws std::system_error if that fails, for example because another process listens there
   void Listen(const std::string& path, Answer answer);
 
-  /// Deals with everything that has been sent before this call.
+  /// Handles everything that has been sent before this call.
   void ReceiveAll();
 
-  /// Deals with connections from which nothing has come for a while: a message whose payload is
-  /// overdue is answered with the part that came, a connection without even a header is closed.
-  /// To be called a few times a second.
+  /// Handles connections that have been silent for a while: answers a message whose payload is
+  /// overdue with the part that arrived, and closes a connection without a complete header. Call it
+  /// a few times a second.
   void SettleOverdue();
 
  private:
   using Clock = std::chrono::steady_clock;
-  /// Connections are numbered: a number is not used again, as a descriptor is.
+  /// Connections are numbered, because descriptors are reused and these numbers are not.
   using Number = unsigned long;
 
   struct Listener {

@@ -1,4 +1,4 @@
-// What a camera has, by its model, destination and firmware.
+// The features of a camera, by its model, destination and firmware.
 #pragma once
 
 #include "simulator/state.h"

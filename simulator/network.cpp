@@ -9,7 +9,7 @@ namespace {
 constexpr Milliseconds kTimeToConnect = 3000;
 constexpr Milliseconds kTimeToStream = 2000;
 constexpr Milliseconds kTimeToSynchronize = 5000;
-/// How long the camera's clock counts as synchronized without a word from the server.
+/// How long the camera's clock counts as synchronized while the server does not answer.
 constexpr Milliseconds kNtpPatience = 10000;
 
 bool IsAdaptor(Adaptor adaptor) {

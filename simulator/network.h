@@ -10,14 +10,14 @@ bool IsOnline(const State& state);
 /// Return audio plays: it is on, and its server can be reached.
 bool IfbIsActive(const State& state);
 
-// To be called only for a camera that can stream.
+// Call these only for a camera that can stream.
 void StartStreaming(State& state);
 void StopStreaming(State& state);
 
-/// The streaming settings have changed: a stream is set up anew.
+/// The streaming settings have changed: the stream connects again.
 void RestartStreaming(State& state);
 
-/// The NTP settings have changed: the camera looks for its server anew.
+/// The NTP settings have changed: the camera looks for its server again.
 void RestartNtp(State& state);
 
 /// Lets time pass.

@@ -14,16 +14,16 @@ void SetTimeCode(State& state, const TimeCode& time_code);
 
 /// Whether there is a card in the slot that can be read.
 bool HasCard(const Slot& slot);
-/// What keeps the camera's controls from being used, in words; null: it is awake, in the mode
+/// Why the camera's controls cannot be used, in words; null if the camera is awake and in the mode
 /// "Camera".
 const char* ShootingObstacle(const State& state);
-/// What keeps the camera from recording, in words; null: it could begin to record, or is recording.
+/// Why the camera cannot record, in words; null if it could begin to record or is recording.
 const char* RecordingObstacle(const State& state);
 /// Whether a clip is open: it is being recorded, or paused.
 bool HasOpenClip(const State& state);
 
-/// Records on, in the way of the recording mode: on the selected card, or on the other one if only
-/// that can be recorded on. To be called only without a `RecordingObstacle`.
+/// Starts or continues to record as the recording mode says: on the selected card, or on the other
+/// one if only that can be recorded on. Call it only without a `RecordingObstacle`.
 void StartRecording(State& state);
 /// Ends the recording and closes the clip. In the mode "Clip" the first stop pauses.
 void StopRecording(State& state);

@@ -11,7 +11,7 @@
 
 namespace simulator {
 
-/// A request whose handler runs.
+/// A request whose handler is running.
 struct RunningRequest {
   Request request;
   std::string command;        ///< empty: none can be made out
@@ -20,10 +20,10 @@ struct RunningRequest {
   std::vector<std::string> log;
 };
 
-/// The command that a body names; empty if none can be made out.
+/// The command that a body names; empty if there is none.
 std::string CommandIn(const std::string& body);
 
-/// What a request has come to.
+/// The outcome of a request.
 /// @param session  the id of the session there is; empty: no client is logged in
 Entry MakeEntry(const RunningRequest& request, const Outcome& outcome, const std::string& session);
 

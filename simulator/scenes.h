@@ -13,19 +13,19 @@ namespace simulator {
 /// Everything about the camera: its state and its settings files.
 Json WholeState(const Camera& camera);
 
-/// Changes what a JSON merge patch names, all of it or nothing.
-/// @throws Rejected when that does not make sense
+/// Applies a JSON merge patch, completely or not at all.
+/// @throws Rejected for an invalid patch
 void PatchWholeState(Camera& camera, const Json& patch);
 
-/// Puts the camera into a scene, whatever it was doing.
-/// @throws Rejected when the scene does not make sense
+/// Puts the camera into a scene, whatever its state was.
+/// @throws Rejected for an invalid scene
 void SetScene(Camera& camera, const Json& scene);
 
 /// The scenes in a folder: the names of its files, without ".json", in alphabetical order.
 std::vector<std::string> SceneNames(const std::string& folder);
 
 /// Reads a scene, by its name in the folder.
-/// @throws Rejected when there is none, or it is no JSON
+/// @throws Rejected if there is no such scene or it is invalid JSON
 Json ReadScene(const std::string& folder, const std::string& name);
 /// Reads a scene from a file.
 Json ReadSceneFile(const std::string& path);

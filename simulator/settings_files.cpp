@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kServerFile = "streaming_server";
 
-/// A key and what it holds in a file that is new.
+/// A key and its value in a new file.
 struct KeyRow {
   std::string_view key;
   std::string_view standard;

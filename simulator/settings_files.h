@@ -22,14 +22,14 @@ class SettingsFiles {
     bool streaming = false;
   };
 
-  /// Reads all files anew.
+  /// Reads all files again.
   Changes Reload();
 
   /// Whether the time code is to be set by NTP.
   [[nodiscard]] bool TimeCodeFollowsNtp() const { return time_code_follows_ntp_; }
   /// Whether "preset_a", "preset_b" or "preset_c" holds a zoom position.
   [[nodiscard]] bool PresetIsSet(const std::string& preset) const;
-  /// The recording format that the streaming settings tell.
+  /// The recording format in the streaming settings.
   [[nodiscard]] int RecordingFormat() const;
 
   /// Every file that exists, with its keys and values.

@@ -29,7 +29,7 @@ const std::vector<Field>& StateFields();
 Json ToJson(const State& state);
 
 /// Changes the members that a JSON merge patch names.
-/// @throws Rejected when that does not make sense; the state is then undefined
+/// @throws Rejected for an invalid patch; the state is then undefined
 void ApplyPatch(State& state, const Json& patch);
 
 /// What differs between two states, one line for each member: "iris.stop F2.8 -> F4.0".

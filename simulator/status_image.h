@@ -19,8 +19,8 @@ StatusBlock MakeStatusBlock(const Camera& camera);
 /// The file /var/run/camera_memory, an image of the shared area.
 class StatusImage {
  public:
-  /// Opens the image, made if it is missing, and writes the camera's state into it.
-  /// @throws std::system_error when that fails
+  /// Opens or creates the image and writes the camera's state into it.
+  /// @throws std::system_error on failure
   explicit StatusImage(const Camera& camera);
 
   /// Rewrites the block in place if the camera's state has changed since.

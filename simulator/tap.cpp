@@ -1,7 +1,7 @@
-// The tap: stands between the web server and the handler. The web server starts it in place of the
-// handler, with the handler's path as its argument; it starts the handler with the same environment
-// and input, passes on every byte and the exit status, and tells the simulated camera about both
-// sides. Without a simulated camera it just passes on.
+// The tap between the web server and the handler. The web server starts it in place of the handler,
+// with the handler's path as its argument. It starts the handler with the same environment and
+// input, forwards every byte and the exit status, and reports both to the simulated camera. Without
+// a simulated camera it only forwards.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/mount.h>

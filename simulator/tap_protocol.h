@@ -1,9 +1,9 @@
-// What the tap and the simulated camera tell each other: MessagePack objects, each with its length
-// in front, as four bytes, the lowest first.
+// The protocol of the tap and the simulated camera: MessagePack objects, each after its length in
+// four bytes, little-endian.
 //
-// The tap sends an object when it is about to start a handler and gets an answer that tells what
-// has to be done to the handler's world; it sends another one when the handler has ended, and gets
-// an answer when that is written down.
+// The tap sends an object when it is about to start a handler; the answer says how to change the
+// handler's world. It sends another object when the handler has ended, and gets an answer when the
+// journal has the request.
 //
 //   tap     {"pid": 17, "method": "POST", "client": "127.0.0.1", "body": binary}
 //   camera  {"world": ["hide /run quonta_cp.sock", ...]}

@@ -20,11 +20,10 @@ enum UploadError : int {
   kConnectionLost = 5,
 };
 
-/// What keeps the camera from uploading, in words; null: it could begin.
+/// Why the camera cannot upload, in words; null if it can.
 const char* UploadObstacle(const State& state);
 
-/// Begins to upload files; nothing to do without any. To be called only without an
-/// `UploadObstacle`.
+/// Begins to upload files; does nothing without files. Call it only without an `UploadObstacle`.
 /// @param server  0 to 3
 void StartUpload(State& state, int server, std::vector<std::string> files);
 
