@@ -18,7 +18,7 @@ install(FILES api/openapi.json DESTINATION ${CAMERA_WEB_DIR}/api COMPONENT web)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY api DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
-        PATTERN *.py EXCLUDE PATTERN __pycache__ EXCLUDE)
+        PATTERN *.py EXCLUDE PATTERN generate EXCLUDE PATTERN __pycache__ EXCLUDE)
 install(DIRECTORY packaging/servers packaging/systemd DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
         USE_SOURCE_PERMISSIONS)
 configure_file(packaging/man/camera_remote.cgi.8.in man/camera_remote.cgi.8 @ONLY)

@@ -7,7 +7,7 @@
 namespace simulator {
 namespace {
 
-/// How a battery of one kind tells what is left in it.
+/// The unit in which a kind of battery reports what is left in it.
 struct Scale {
   int empty;
   int full;

@@ -29,7 +29,7 @@ Reply AnswerUploadPrompt(Camera& camera, const Bytes& payload);
 /// 125 numbers of 32 bits: the clip with the index number 1 is the lowest bit of the first one.
 Reply UploadSelection(Camera& camera, std::size_t server, std::uint8_t slot, const Bytes& payload);
 
-/// The message for one server and slot, which its code alone tells.
+/// The message whose code stands for one server and one slot.
 template <std::size_t server, std::uint8_t slot>
 Reply UploadSelectedClips(Camera& camera, const Bytes& payload) {
   return UploadSelection(camera, server, slot, payload);

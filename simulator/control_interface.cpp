@@ -24,7 +24,7 @@ namespace simulator {
 namespace {
 
 constexpr char kHttpSocket[] = "/run/simulator/http.sock";
-constexpr std::size_t kLongestBody = 8 << 20;
+constexpr std::size_t kMaxBody = 8 << 20;
 
 enum Status { kOk = 200, kBadRequest = 400, kNotFound = 404, kNotAllowed = 405, kInternal = 500 };
 
@@ -248,9 +248,9 @@ void Respond(httplib::Response& response, int status, const Json& json) {
                        "application/json");
 }
 
-/// Reads the body as it is, whatever its type. (The library itself reads a body that claims to be a
-/// form, as that of curl does, as one, and refuses it beyond 8 KiB.)
-/// @return false if it cannot be read; the response tells so then
+/// Reads the body as it is, whatever its type. (The library would parse a body with the type of a
+/// form, which curl sends by default, and refuse it beyond 8 KiB.)
+/// @return false if it cannot be read; the response says so then
 bool ReadBody(httplib::Request& request, httplib::Response& response,
               const httplib::ContentReader& reader) {
   const auto append = [&request](const char* data, std::size_t length) {
@@ -262,7 +262,7 @@ bool ReadBody(httplib::Request& request, httplib::Response& response,
   }
   Respond(response, kBadRequest,
           {{"error", "the body cannot be read: it must be JSON of at most " +
-                         std::to_string(kLongestBody >> 20) + " MiB, as it is"}});
+                         std::to_string(kMaxBody >> 20) + " MiB, as it is"}});
   return false;
 }
 
@@ -289,7 +289,7 @@ class ControlInterface::Server {
  public:
   explicit Server(SimulatedCamera& camera) {
     http_.set_address_family(AF_UNIX);
-    http_.set_payload_max_length(kLongestBody);
+    http_.set_payload_max_length(kMaxBody);
     const httplib::Server::Handler serve = [&camera](const httplib::Request& request,
                                                      httplib::Response& response) {
       Serve(camera, request, response);

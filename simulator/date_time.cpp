@@ -29,7 +29,7 @@ std::optional<std::int64_t> ParseDate(const std::string& text) {
   }
   const std::int64_t second = timegm(&parts);
   constexpr std::int64_t kEnd = 4102444800;  // 2100
-  // The way back also tells a 31st of June, and what was not written in full.
+  // Converting back also finds dates like June 31, and numbers with too few digits.
   if (second < 0 || second >= kEnd || DateText(second) != text) {
     return std::nullopt;
   }

@@ -22,7 +22,7 @@ class Rejected : public std::runtime_error {
 }
 
 /// @param what  whose text it is, for the error: "the body"
-/// @throws Rejected that tells where the mistake is
+/// @throws Rejected  says where the mistake is
 inline Json ParseJson(const std::string& text, const std::string& what) {
   try {
     return Json::parse(text);

@@ -37,7 +37,7 @@ int HttpStatus(const Outcome& outcome) {
   return outcome.output.empty() ? kHttpInternalError : kHttpOk;
 }
 
-/// What stands after the HTTP header.
+/// What follows the HTTP header.
 std::string BodyOf(const std::string& output) {
   for (const std::string_view end : {"\r\n\r\n", "\n\n"}) {
     if (const std::size_t at = output.find(end); at != std::string::npos) {

@@ -14,7 +14,7 @@ namespace simulator {
 /// A request whose handler is running.
 struct RunningRequest {
   Request request;
-  std::string command;        ///< empty: none can be made out
+  std::string command;        ///< empty: none was recognized
   std::vector<Fault> faults;  ///< that it meets
   std::vector<MessageRecord> messages;
   std::vector<std::string> log;

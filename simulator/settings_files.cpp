@@ -155,9 +155,9 @@ void AddDifferences(const std::string& file, const std::map<std::string, std::st
 
 std::string ValueFrom(const std::string& path, const Json& value) {
   // Whatever the handler may have stored, so that a state that was saved can be restored.
-  constexpr std::size_t kLongest = 1000;
+  constexpr std::size_t kMaxLength = 1000;
   std::string text = value.is_string() ? value.get<std::string>() : "";
-  if (!value.is_string() || text.size() > kLongest || text.find('\n') != std::string::npos) {
+  if (!value.is_string() || text.size() > kMaxLength || text.find('\n') != std::string::npos) {
     RejectSetting(path, "must be a text of at most 1000 bytes without line feeds");
   }
   return text;

@@ -15,7 +15,7 @@ namespace simulator {
 namespace {
 
 /// The signals that end the simulated camera, as something to read.
-UniqueFd EndingSignals() {
+UniqueFd TerminationSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
@@ -35,7 +35,7 @@ std::string TimeText(const CameraClock& clock) {
 SimulatedCamera::SimulatedCamera(const Options& options)
     : options_(options),
       console_(options.quiet, options.log, options.name),
-      signals_(EndingSignals()),
+      signals_(TerminationSignals()),
       status_image_(camera_),
       journal_(options.journal, options.show_secrets),
       login_(options.session, options.session_lifetime),

@@ -231,14 +231,14 @@ Field Format() {
 Field Remain(const std::string& slot, std::size_t index) {
   const std::string path = "slots." + slot + ".remain";
   constexpr double kMinute = 60000;
-  constexpr double kLongest = 65534;
+  constexpr double kMaxMinutes = 65534;
   return {path, "minutes, 0 to 65534, or null: unknown",
           [index](const State& state) {
             const Milliseconds remain = state.slots[index].remain;
             return remain == Slot::kUnknown ? Json() : Json(static_cast<double>(remain) / kMinute);
           },
           [path, index](State& state, const Json& value) {
-            if (!value.is_null() && (!value.is_number() || value < 0 || value > kLongest)) {
+            if (!value.is_null() && (!value.is_number() || value < 0 || value > kMaxMinutes)) {
               Reject(path, "must be minutes from 0 to 65534, or null");
             }
             state.slots[index].remain =
@@ -291,8 +291,8 @@ Clip ClipFrom(const Json& value, const std::string& path) {
   }
   RejectOthers(value, path, {"name", "first", "last", "date", "ok_mark", "aspect", "edit_lock"});
   Clip clip;
-  constexpr std::size_t kLongestName = 9;
-  clip.name = TextFrom(path + ".name", kLongestName, MemberOf(value, path, "name"));
+  constexpr std::size_t kMaxNameLength = 9;
+  clip.name = TextFrom(path + ".name", kMaxNameLength, MemberOf(value, path, "name"));
   clip.first_frame = TimeCodeFrom(path + ".first", MemberOf(value, path, "first"));
   clip.last_frame = TimeCodeFrom(path + ".last", MemberOf(value, path, "last"));
   const Json& date = MemberOf(value, path, "date");
@@ -311,13 +311,13 @@ Clip ClipFrom(const Json& value, const std::string& path) {
   return clip;
 }
 
-constexpr int kMostClips = 4000;  // as many as the upload's selection can name
+constexpr int kMaxClips = 4000;  // as many as the upload's selection can name
 
 Clips ClipsFrom(const std::string& path, char card, const Json& value) {
-  if (value.is_number_integer() && value >= 0 && value <= kMostClips) {
+  if (value.is_number_integer() && value >= 0 && value <= kMaxClips) {
     return RecordedClips(card, value.get<std::size_t>());
   }
-  if (!value.is_array() || value.size() > static_cast<std::size_t>(kMostClips)) {
+  if (!value.is_array() || value.size() > static_cast<std::size_t>(kMaxClips)) {
     Reject(path, "must be a list of at most 4000 clips, or the number of clips to make up");
   }
   Clips clips;
@@ -350,13 +350,13 @@ Field UploadFiles() {
   return {path, "list of at most 4000 file names",
           [](const State& state) { return Json(state.upload.files); },
           [path](State& state, const Json& value) {
-            if (!value.is_array() || value.size() > static_cast<std::size_t>(kMostClips)) {
+            if (!value.is_array() || value.size() > static_cast<std::size_t>(kMaxClips)) {
               Reject(path, "must be a list of at most 4000 file names");
             }
-            constexpr std::size_t kLongestName = 30;
+            constexpr std::size_t kMaxNameLength = 30;
             std::vector<std::string> files;
             for (const Json& name : value) {
-              files.push_back(TextFrom(Element(path, files.size()), kLongestName, name));
+              files.push_back(TextFrom(Element(path, files.size()), kMaxNameLength, name));
             }
             state.upload.files = std::move(files);
           }};
@@ -424,11 +424,11 @@ void AddSlot(std::vector<Field>& fields, std::size_t index) {
 }
 
 void AddUserSwitches(std::vector<Field>& fields) {
-  constexpr std::size_t kLongestLabel = 20;
+  constexpr std::size_t kMaxLabelLength = 20;
   for (std::size_t i = 0; i < kUserSwitches.size(); ++i) {
     const std::string path = "user." + std::string(kUserSwitches[i]);
-    fields.push_back(
-        Text(path + ".label", kLongestLabel, AtElement<&UserSwitch::label>(kAt<&State::user>, i)));
+    fields.push_back(Text(path + ".label", kMaxLabelLength,
+                          AtElement<&UserSwitch::label>(kAt<&State::user>, i)));
     fields.push_back(YesOrNo(path + ".on", AtElement<&UserSwitch::on>(kAt<&State::user>, i)));
   }
 }
@@ -552,7 +552,7 @@ std::vector<Field> MakeFields() {
       Word("upload.server", kFtpServers, kAt<&S::upload, &Upload::server>),
       Number("upload.error", 0, 255, kAt<&S::upload, &Upload::error>),
       UploadFiles(),
-      Number("upload.file", 0, kMostClips, kAt<&S::upload, &Upload::file>),
+      Number("upload.file", 0, kMaxClips, kAt<&S::upload, &Upload::file>),
       Word("cloud.login", kCloudSteps, kAt<&S::cloud, &Cloud::login, &CloudProgress::step>),
       Word("cloud.event_list", kCloudSteps,
            kAt<&S::cloud, &Cloud::event_list, &CloudProgress::step>),

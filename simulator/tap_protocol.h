@@ -24,7 +24,7 @@ namespace simulator::tap {
 
 inline constexpr char kSocket[] = "/run/simulator/tap.sock";
 inline constexpr std::size_t kLengthSize = 4;
-inline constexpr std::size_t kLongest = 256 << 20;
+inline constexpr std::size_t kMaxLength = 256 << 20;
 
 using Object = nlohmann::json;
 using Frame = std::vector<std::uint8_t>;

@@ -68,7 +68,7 @@ void TapServer::Receive(int fd) {
   received.insert(received.end(), piece.begin(), piece.begin() + count);
   while (received.size() >= tap::kLengthSize) {
     const std::size_t length = tap::LengthOf(received);
-    if (length > tap::kLongest) {
+    if (length > tap::kMaxLength) {
       Close(fd);
       return;
     }

@@ -6,7 +6,7 @@
 #
 #   world.sh serve PORT SESSION [OPTION...]    serves until the standard input ends; port 0 is a
 #                                              free one
-#   world.sh smoke SESSION [OPTION...]         posts a handful of requests on a free port
+#   world.sh smoke SESSION [OPTION...]         posts every command on a free port
 #
 # The options are those of the simulated camera. CAMERA_SIMULATED_CAMERA is another build of it.
 set -euo pipefail

@@ -103,7 +103,7 @@ function makeExchange({ time, command, request, reply, status, ms, error }, url,
   return element("li", {}, element("details", {}, summary, ...bodies, copy));
 }
 
-/// The clipboard is there for secure addresses only; a camera's mostly is none.
+/// Browsers offer a clipboard for https only, which few cameras use.
 async function copyText(text) {
   if (navigator.clipboard) {
     await navigator.clipboard.writeText(text);

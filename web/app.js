@@ -48,7 +48,7 @@ async function attempt(what, call) {
   }
 }
 
-/// A lost session is told by the login dialog.
+/// The login dialog reports a lost session.
 function tell(what, error) {
   if (!(error instanceof SessionError)) {
     complain(`${what}: ${errorInWords(error)}`);

@@ -365,7 +365,7 @@ export class Camera {
 }
 
 /// The parameters in the order of the table, then those that are not in it. A command that has
-/// parameters is never sent without any: it would not check them and store zeros.
+/// parameters is never sent without any: the camera would store zeros.
 function inOrder(row, params) {
   const names = wireNames(row);
   if (names.length === 0) {

@@ -1,5 +1,5 @@
-// The walk through the cloud streaming service: five steps, each possible once the one before it has
-// come to a good end.
+// The cloud streaming service in five steps. Each becomes possible when the one before it has
+// succeeded.
 
 import { announce, byId, element, onClick, onSubmit, setText } from "./dom.js";
 import { cloudErrorInWords, inWords } from "./words.js";

@@ -11,8 +11,8 @@ const TALLY_INTERVAL = 500;
 const RENEWAL_INTERVAL = 10_000;
 const LONGEST_INTERVAL = 5000;
 
-/// After this time without an answer the page says how old its picture is; the tally, which people
-/// rely on, is unknown from then on.
+/// After this time without an answer the page says how old its picture is; from then on
+/// the tally is unknown, too.
 const LATE = 2000;
 
 /// The handler answers "Success" even when the camera's control daemon stays silent, but only after

@@ -1,4 +1,4 @@
-// The camera's words in those of its operator, and errors in words.
+// The camera's words and errors in plain English.
 
 import { CameraUnreachable, DisableError, InvalidReply, RequestedError } from "./camera_client.js";
 
@@ -70,7 +70,7 @@ const ERRORS = [
 /// A word of the camera as the page shows it.
 export const inWords = (word) => WORDS[word] ?? word.replaceAll("_", " ").toLowerCase();
 
-/// Empty for no error.
+/// Empty if there is no error.
 export const cloudErrorInWords = (word) => CLOUD_ERRORS[word] ?? "";
 
 /// Why the camera has not answered: an error's message without the command.

@@ -20,12 +20,12 @@ std::string Rewritten(const SettingsFile<Record>& file, const char* path) {
 
 /// The rest of a line that is too long is read as another line, so settings may change.
 bool EveryLineFits(const std::string& file) {
-  constexpr std::size_t kLongestLine = 255;  // with its line feed
+  constexpr std::size_t kMaxLine = 255;  // with its line feed
   std::istringstream lines(file);
   std::string line;
   bool all_fit = true;
   while (std::getline(lines, line)) {
-    all_fit = all_fit && line.size() < kLongestLine;
+    all_fit = all_fit && line.size() < kMaxLine;
   }
   return all_fit;
 }

@@ -17,11 +17,11 @@ namespace {
 
 constexpr char kLogSocket[] = "/dev/log";
 constexpr int kUserFacility = 1;
-constexpr std::size_t kLongestDatagram = 1 << 18;
+constexpr std::size_t kMaxDatagram = 1 << 18;
 
 /// The next datagram, or nothing if there is none.
 std::optional<std::string> Receive(int socket) {
-  std::string datagram(kLongestDatagram, '\0');
+  std::string datagram(kMaxDatagram, '\0');
   const ssize_t length = recv(socket, datagram.data(), datagram.size(), MSG_DONTWAIT);
   if (length < 0) {
     return std::nullopt;
