@@ -50,7 +50,7 @@ TEST(LineReader, ReadsFilesOfAnyLength) {
 
 TEST(LineReader, ReadsNoMoreThan16MiB) {
   const std::string last = "last\n";
-  harness::WriteFile(kLines, std::string(16777216 - last.size(), '\n') + last + "beyond\n");
+  harness::WriteFile(kLines, harness::IgnoredLines(16777216 - last.size()) + last + "beyond\n");
   const os::Descriptor file = os::OpenForReading(kLines);
   LineReader<256> reader(file);
   std::size_t count = 0;
@@ -60,7 +60,7 @@ TEST(LineReader, ReadsNoMoreThan16MiB) {
     ++count;
   }
   EXPECT_EQ(read, last);
-  EXPECT_EQ(count, 16777216 - last.size() + 1);
+  EXPECT_EQ(count, 131071U + 123U + 1U);  // long lines, empty lines, the last line
   EXPECT_FALSE(reader.Failed());
 }
 

@@ -203,7 +203,8 @@ TEST_F(SimulatedResponders, PipesInPlaceOfFilesAreNotWaitedFor) {
 }
 
 TEST_F(SimulatedResponders, NoMoreThan16MiBOfAFileAreReadAndALongerOneIsNotRewritten) {
-  const std::string contents = "Status=3\nZoom=1\n" + std::string(16777216, '\n') + "Status=4\n";
+  const std::string contents =
+      "Status=3\nZoom=1\n" + harness::IgnoredLines(16777216) + "Status=4\n";
   WriteFile(kCamStatus, contents);
   std::string expected(38, '\0');
   expected[2] = 3;
@@ -355,11 +356,11 @@ TEST_F(SimulatedResponders, WaitForTheLock) {
 
 TEST_F(SimulatedResponders, NeverSeeAFileThatIsBeingRewritten) {
   g_log_level_limit = 0;
-  WriteFile(kCamStatus, "Zoom=1\n" + std::string(200000, '\n') + "Status=3\n");
+  WriteFile(kCamStatus, "Zoom=1\n" + harness::IgnoredLines(200000) + "Status=3\n");
   // The writer ends on its own, because the reader may never get the lock while others want it.
   std::atomic<bool> done{false};
   std::thread writer([&done] {
-    for (std::int16_t position = 0; position < 50; ++position) {
+    for (std::int16_t position = 0; position < 300; ++position) {
       Dummy_SetZoomCtrl(position);
     }
     done = true;

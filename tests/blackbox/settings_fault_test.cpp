@@ -335,13 +335,8 @@ TEST_F(SettingsFolderTest, ADeviceWithoutEndInPlaceOfTheSessionHoldsNoSession) {
 TEST_F(SettingsFolderTest, NoMoreThan16MiBOfAFileAreRead) {
   constexpr std::size_t kLimit = 16777216;
   const std::string last_line = "address\tinside\n";
-  const std::string ignored = "unknown\t" + std::string(247, 'x') + "\n";  // 256 bytes
-  std::string contents;
-  while (contents.size() + ignored.size() + last_line.size() <= kLimit) {
-    contents += ignored;
-  }
-  contents.resize(kLimit - last_line.size(), '\n');
-  WriteFile("/var/tmp/lighttpd/ntp", contents + last_line + "address\toutside\n");
+  WriteFile("/var/tmp/lighttpd/ntp",
+            IgnoredLines(kLimit - last_line.size()) + last_line + "address\toutside\n");
   EXPECT_THAT(
       Post(Body("GetNTPStatus")),
       Replied(DataJson("GetNTPStatus", R"("Address":"inside","TcSync":"Off","Status":"Master")")));

@@ -37,6 +37,16 @@ void WriteSession(const std::string& id) {
   std::filesystem::rename(complete, kSessionFile);
 }
 
+std::string IgnoredLines(std::size_t length) {
+  const std::string line = "unknown\t" + std::string(119, 'x') + "\n";
+  std::string lines;
+  while (lines.size() + line.size() <= length) {
+    lines += line;
+  }
+  lines.resize(length, '\n');
+  return lines;
+}
+
 ReadOnly::ReadOnly(std::string path) : path_(std::move(path)) {
   // A bind mount takes its flags only when it is remounted.
   Check(mount(path_.c_str(), path_.c_str(), nullptr, MS_BIND, nullptr) == 0 &&

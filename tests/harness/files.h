@@ -21,6 +21,10 @@ bool Exists(const std::string& path);
 /// Puts a session file with this id in the place of the old one, as the login component does.
 void WriteSession(const std::string& id);
 
+/// Lines that settings files ignore, long and then empty ones.
+/// @param length  in bytes, of all of them together
+std::string IgnoredLines(std::size_t length);
+
 /// Makes a file or folder read-only, for root, too, for the lifetime of this object.
 class ReadOnly {
  public:
