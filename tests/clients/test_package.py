@@ -52,7 +52,7 @@ def test_the_oldest_python_reads_it(source):
 
 
 def test_installs_as_the_readme_says(tmp_path):
-    # A copy, because the build leaves files behind.
+    # A copy, because the build writes into the folder.
     shutil.copytree(PACKAGE, tmp_path / "clients/python")
     # No network: what builds the package is Debian's. (For pip, 0 turns the isolation off.)
     environment = {"PATH": "/usr/bin:/bin", "PIP_NO_INDEX": "1", "PIP_NO_BUILD_ISOLATION": "0"}
