@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "simulator/date_time.h"
+#include "simulator/list_text.h"
 #include "simulator/recording.h"
 
 namespace simulator {
@@ -210,13 +211,15 @@ void AllowParameter(const httplib::Request& request, std::string_view name) {
   }
 }
 
-/// The paths, each once.
+/// The paths, each once: the routes of a path follow each other.
 std::string AllPaths() {
   std::string paths;
+  std::string_view last;
   for (const Route& route : kRoutes) {
-    if (paths.find(route.path) == std::string::npos) {
-      paths += (paths.empty() ? "" : ", ") + std::string(route.path);
+    if (route.path != last) {
+      AddToList(paths, route.path);
     }
+    last = route.path;
   }
   return paths;
 }
@@ -232,7 +235,7 @@ Json Handle(SimulatedCamera& simulated, const httplib::Request& request,
       AllowParameter(request, route.parameter);
       return route.handle(simulated, request);
     }
-    allowed += (allowed.empty() ? "" : ", ") + std::string(route.method);
+    AddToList(allowed, route.method);
   }
   if (allowed.empty()) {
     throw Refused(kNotFound, "there is no " + request.path + "; there are " + AllPaths());

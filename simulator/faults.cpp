@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "simulator/commands.h"
+#include "simulator/list_text.h"
 #include "simulator/result.h"
 
 namespace simulator {
@@ -120,7 +121,7 @@ const FaultRow& RowNamed(const std::string& name) {
   if (row == std::end(kFaults)) {
     std::string known;
     for (const FaultRow& candidate : kFaults) {
-      known += (known.empty() ? "" : ", ") + std::string(candidate.name);
+      AddToList(known, candidate.name);
     }
     throw Rejected("fault: must be one of " + known);
   }

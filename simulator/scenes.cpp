@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "simulator/lens.h"
+#include "simulator/list_text.h"
 #include "simulator/recording.h"
 #include "simulator/state_fields.h"
 
@@ -142,7 +143,7 @@ Json ReadScene(const std::string& folder, const std::string& name) {
   if (std::find(names.begin(), names.end(), name) == names.end()) {
     std::string known;
     for (const std::string& candidate : names) {
-      known += (known.empty() ? "" : ", ") + candidate;
+      AddToList(known, candidate);
     }
     throw Rejected("scene: there is no \"" + name + "\"; there are " + known);
   }

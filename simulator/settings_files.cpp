@@ -9,6 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "simulator/list_text.h"
+
 namespace simulator {
 namespace {
 
@@ -99,8 +101,7 @@ const FileKeys* KeysOf(const std::string& file) {
 std::string AllNames() {
   std::string names;
   for (const FileKeys& keys : AllKeys()) {
-    names += (names.empty() ? "" : ", ") + std::string(keys.file) +
-             (keys.file == kServerFile ? "0 and so on" : "");
+    AddToList(names, std::string(keys.file) + (keys.file == kServerFile ? "0 and so on" : ""));
   }
   return names;
 }
@@ -131,8 +132,7 @@ std::string Shown(const std::string& key, const std::string& value) {
   return IsSecret(key) && !value.empty() ? "***" : value;
 }
 
-/// One line for each key that has changed. In a file that is new, that is against what it reads as
-/// while it is missing.
+/// Adds a line for each key that has changed. For a new file, `before` has the default values.
 void AddDifferences(const std::string& file, const std::map<std::string, std::string>& before,
                     const std::map<std::string, std::string>& after,
                     std::vector<std::string>& lines) {

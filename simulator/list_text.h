@@ -1,0 +1,13 @@
+// Lists in texts for people: "a, b, c".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+inline void AddToList(std::string& list, std::string_view item) {
+  list.append(list.empty() ? "" : ", ").append(item);
+}
+
+}  // namespace simulator
