@@ -9,12 +9,12 @@
 
 namespace {
 
-constexpr char kLines[] = "/var/tmp/lighttpd/lines";
+constexpr char kLinesFile[] = "/var/tmp/lighttpd/lines";
 
 template <std::size_t Size>
 std::vector<std::string> Lines(const std::string& contents) {
-  harness::WriteFile(kLines, contents);
-  const os::Descriptor file = os::OpenForReading(kLines);
+  harness::WriteFile(kLinesFile, contents);
+  const os::Descriptor file = os::OpenForReading(kLinesFile);
   LineReader<Size> reader(file);
   std::vector<std::string> lines;
   while (const char* line = reader.Next()) {
@@ -50,8 +50,8 @@ TEST(LineReader, ReadsFilesOfAnyLength) {
 
 TEST(LineReader, ReadsNoMoreThan16MiB) {
   const std::string last = "last\n";
-  harness::WriteFile(kLines, harness::IgnoredLines(16777216 - last.size()) + last + "beyond\n");
-  const os::Descriptor file = os::OpenForReading(kLines);
+  harness::WriteFile(kLinesFile, harness::IgnoredLines(16777216 - last.size()) + last + "beyond\n");
+  const os::Descriptor file = os::OpenForReading(kLinesFile);
   LineReader<256> reader(file);
   std::size_t count = 0;
   std::string read;

@@ -19,7 +19,7 @@ using harness::Info;
 using harness::Logged;
 using testing::ElementsAre;
 
-constexpr char kServersFile[] = "/var/tmp/lighttpd/test_settings";
+constexpr char kTestPath[] = "/var/tmp/lighttpd/test_settings";
 
 struct TestRecord {
   char name[8];
@@ -41,12 +41,12 @@ class SettingsFileTest : public testing::Test {
   static TestRecord Read() {
     TestRecord record;
     std::memset(&record, 'x', sizeof record);
-    kTestFile.Read(kServersFile, record);
+    kTestFile.Read(kTestPath, record);
     return record;
   }
 
   static TestRecord Read(const std::string& contents) {
-    harness::WriteFile(kServersFile, contents);
+    harness::WriteFile(kTestPath, contents);
     return Read();
   }
 };
@@ -63,11 +63,11 @@ auto Holds(const char* name, const char* server, const std::string& server_url,
 
 TEST_F(SettingsFileTest, AMissingFileGivesTheDefaultsAndIsNotCreated) {
   EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
-  EXPECT_FALSE(harness::Exists(kServersFile));
+  EXPECT_FALSE(harness::Exists(kTestPath));
 }
 
 TEST_F(SettingsFileTest, AnUnreadableFileCountsAsMissing) {
-  mkdir(kServersFile, 0755);
+  mkdir(kTestPath, 0755);
   EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
 }
 
@@ -121,9 +121,9 @@ TEST_F(SettingsFileTest, TheLongerOfTwoKeysCountsInAnyOrder) {
       SETTING_FIELD(TestRecord, server_url, ""),
       SETTING_FIELD(TestRecord, server, ""),
   };
-  harness::WriteFile(kServersFile, "server_url\thost\nserver\t2\n");
+  harness::WriteFile(kTestPath, "server_url\thost\nserver\t2\n");
   TestRecord record = {};
-  SettingsFile<TestRecord>(kLongerKeyFirst).Read(kServersFile, record);
+  SettingsFile<TestRecord>(kLongerKeyFirst).Read(kTestPath, record);
   EXPECT_THAT(record, Holds("", "2", "host", ""));
 }
 
@@ -141,7 +141,7 @@ TEST_F(SettingsFileTest, LinesAreReadInPiecesOf255Characters) {
 TEST_F(SettingsFileTest, AValueThatFillsItsLineLosesItsEndWhenATabIsAdded) {
   TestRecord record = Read("server_url" + std::string(245, 'u') + "\n");
   EXPECT_EQ(record.server_url, std::string(245, 'u'));
-  kTestFile.Write(kServersFile, record);
+  kTestFile.Write(kTestPath, record);
   EXPECT_EQ(Read().server_url, std::string(244, 'u'));
 }
 
@@ -149,18 +149,18 @@ TEST_F(SettingsFileTest, WritesEverySettingInTheOrderOfTheTableEmptyOnesIncluded
   TestRecord record = {};
   CopyText(record.name, "two words");
   CopyText(record.server_url, "host");
-  harness::WriteFile(kServersFile,
+  harness::WriteFile(kTestPath,
                      "something longer that was there before, to be replaced as a whole\n");
-  kTestFile.Write(kServersFile, record);
-  EXPECT_EQ(harness::ReadFile(kServersFile),
+  kTestFile.Write(kTestPath, record);
+  EXPECT_EQ(harness::ReadFile(kTestPath),
             "name\ttwo wor\nserver\t\nserver_url\thost\nempty_by_default\t\n");
 }
 
 TEST_F(SettingsFileTest, AValueWithABlankIsWrittenWholeAndReadUpToTheBlank) {
   TestRecord record = {};
   CopyText(record.server_url, "two words");
-  kTestFile.Write(kServersFile, record);
-  EXPECT_EQ(harness::ReadFile(kServersFile),
+  kTestFile.Write(kTestPath, record);
+  EXPECT_EQ(harness::ReadFile(kTestPath),
             "name\t\nserver\t\nserver_url\ttwo words\nempty_by_default\t\n");
   EXPECT_THAT(Read(), Holds("", "", "two", ""));
 }
@@ -169,16 +169,16 @@ TEST_F(SettingsFileTest, AWriteThatFailsIsSkipped) {
   const TestRecord record = {};
   kTestFile.Write("/var/tmp/lighttpd/no/such/folder", record);
   EXPECT_FALSE(harness::Exists("/var/tmp/lighttpd/no"));
-  mkdir(kServersFile, 0755);
-  kTestFile.Write(kServersFile, record);
+  mkdir(kTestPath, 0755);
+  kTestFile.Write(kTestPath, record);
   EXPECT_THAT(Read(), Holds("camera", "0", "0.0.0.0", ""));
 }
 
 TEST_F(SettingsFileTest, AnUpdateKeepsOtherSettingsAndTellsTheDaemon) {
   harness::FakeDaemon daemon;
-  harness::WriteFile(kServersFile, "name\tab\nserver\t1\nserver_url\thost\nempty_by_default\tx\n");
-  kTestFile.Update(kServersFile, [](TestRecord& record) { CopyNumber(record.server, -12); });
-  EXPECT_EQ(harness::ReadFile(kServersFile),
+  harness::WriteFile(kTestPath, "name\tab\nserver\t1\nserver_url\thost\nempty_by_default\tx\n");
+  kTestFile.Update(kTestPath, [](TestRecord& record) { CopyNumber(record.server, -12); });
+  EXPECT_EQ(harness::ReadFile(kTestPath),
             "name\tab\nserver\t-12\nserver_url\thost\nempty_by_default\tx\n");
   EXPECT_THAT(daemon.Received(), ElementsAre(harness::RenewalNotice()));
 }
