@@ -109,7 +109,9 @@ std::vector<std::string> HandlerCommand();
 /// Whether the handler runs in an emulator: then times and sizes are those of the emulator.
 bool IsEmulated();
 
-/// The seconds that starting and ending the handler may take on a busy machine.
+/// The seconds that a request may take on a busy machine if nothing makes it wait. Where an
+/// emulator or sanitizers make the handler slow, they exceed the time-outs of 5 s; the other builds
+/// show that none is waited for.
 double TimeMargin();
 
 /// How often to repeat a case that is random or depends on timing: `times`, but only a tenth of it

@@ -334,7 +334,7 @@ std::vector<std::string> HandlerCommand() {
   return {Binary()};
 }
 
-double TimeMargin() { return IsSlow() ? 8 : 3; }
+double TimeMargin() { return IsSlow() ? 20 : 3; }
 
 int Repetitions(int times) { return IsSlow() ? times / 10 : times; }
 
