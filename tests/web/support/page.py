@@ -72,7 +72,10 @@ class Page:
         return self.browser.execute_script("return sessionStorage.getItem('session-id')")
 
     def is_live(self):
-        return self.text_of("#connection") == "live" and self.text_of("#session") == "logged in"
+        """Whether the page is connected, logged in and has shown a status: only then are the buttons
+        enabled that the camera can use."""
+        return (self.text_of("#connection") == "live" and self.text_of("#session") == "logged in"
+                and self.text_of("#rec-state") != "–")
 
     def go_to(self, view):
         """Follows a link of the navigation."""
