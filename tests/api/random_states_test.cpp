@@ -59,8 +59,8 @@ const std::vector<File>& Files() {
 }
 
 void StoreRandomSettings(Random& random) {
-  std::filesystem::remove_all("/var/tmp/lighttpd");
-  std::filesystem::create_directory("/var/tmp/lighttpd");
+  std::filesystem::remove_all(kSettingsFolder);
+  std::filesystem::create_directory(kSettingsFolder);
   WriteSession(kSession);
   for (const File& file : Files()) {
     if (Often(random, 25)) {

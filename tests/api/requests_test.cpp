@@ -19,7 +19,6 @@ namespace {
 
 using namespace harness;
 
-const char kSettingsFolder[] = "/var/tmp/lighttpd";
 const char kNonsense[] = "Xyzzy";
 
 /// What a request leads to: the reply, the daemons' messages and the settings files.

@@ -562,8 +562,6 @@ TEST_F(CloudTest, TitlesAreEscaped) {
 
 // Stream information becomes a streaming server.
 
-constexpr char kStreamingFile[] = "/var/tmp/lighttpd/streaming";
-
 std::string ServerFile(int server) {
   return "/var/tmp/lighttpd/streaming_server" + std::to_string(server);
 }
@@ -616,7 +614,7 @@ class StreamInfoTest : public CloudTest {
 };
 
 TEST_F(StreamInfoTest, IsStoredAsAnRtmpServerThatBecomesTheCurrentOne) {
-  WriteFile(kStreamingFile, StreamingSettings("0"));
+  WriteFile(kStreamingSettingsFile, StreamingSettings("0"));
   WriteFile(ServerFile(2), ServerSettings("Old", "3", "rtmp://old", "oldkey", "7", "10.0.0.1"));
   LogLevel(4);
   const Exchange exchange =
@@ -625,7 +623,7 @@ TEST_F(StreamInfoTest, IsStoredAsAnRtmpServerThatBecomesTheCurrentOne) {
   EXPECT_THAT(exchange.outcome, Replied(ResultJson("SetCldstrmStreamInfoToStrmsrv")));
   EXPECT_THAT(exchange.messages,
               ElementsAre(CloudMessage(4, 105, exchange.outcome.pid, Bytes({3, 0, 0, 0}))));
-  EXPECT_EQ(ReadFile(kStreamingFile), StreamingSettings("2"));
+  EXPECT_EQ(ReadFile(kStreamingSettingsFile), StreamingSettings("2"));
   EXPECT_EQ(ReadFile(ServerFile(2)),
             ServerSettings("Night", "4", "rtmp://live.example/app", "abcd-1234", "7", "10.0.0.1"));
   EXPECT_THAT(control_.Received(), ElementsAre(RenewalNotice()));
@@ -636,7 +634,7 @@ TEST_F(StreamInfoTest, IsStoredAsAnRtmpServerThatBecomesTheCurrentOne) {
 
 TEST_F(StreamInfoTest, MissingFilesAreCreatedWithTheirDefaults) {
   Serve(ToServer("0", "0"), Answer(ReplyMessage(StreamInfo("url", "key", "title"))));
-  EXPECT_EQ(ReadFile(kStreamingFile),
+  EXPECT_EQ(ReadFile(kStreamingSettingsFile),
             "resolution\t0\nquality\t0\nserver\t0\nrfresolution\t0\ncldstrmusername\t0\n"
             "cldstrmpassword\t0\nserverurl\t0\n");
   EXPECT_EQ(ReadFile(ServerFile(0)), ServerSettings("title", "4", "url", "key"));
@@ -760,7 +758,7 @@ TEST_F(StreamInfoTest, TextsEndAtTheirFieldsAtTheLatest) {
 TEST_F(StreamInfoTest, IsNotStoredWithoutASuccessfulReply) {
   const std::string streaming = StreamingSettings("1");
   const std::string server = ServerSettings("Old", "3", "rtmp://old", "oldkey");
-  WriteFile(kStreamingFile, streaming);
+  WriteFile(kStreamingSettingsFile, streaming);
   WriteFile(ServerFile(2), server);
   const struct {
     const char* what;
@@ -779,7 +777,7 @@ TEST_F(StreamInfoTest, IsNotStoredWithoutASuccessfulReply) {
     const Exchange exchange = Serve(ToServer("0", "2"), row.answer);
     EXPECT_THAT(exchange.outcome, Replied(ResultJson("SetCldstrmStreamInfoToStrmsrv", row.word)));
     EXPECT_THAT(exchange.lines, IsEmpty());
-    EXPECT_EQ(ReadFile(kStreamingFile), streaming);
+    EXPECT_EQ(ReadFile(kStreamingSettingsFile), streaming);
     EXPECT_EQ(ReadFile(ServerFile(2)), server);
   }
   EXPECT_THAT(control_.Received(), IsEmpty());
@@ -796,7 +794,7 @@ TEST_F(StreamInfoTest, WithoutParametersTheHeaderIsBareAndTheServerTheFirst) {
 }
 
 TEST_F(StreamInfoTest, WriteFailuresAreIgnored) {
-  const ReadOnly read_only("/var/tmp/lighttpd");
+  const ReadOnly read_only(kSettingsFolder);
   const Exchange exchange =
       Serve(ToServer("0", "2"), Answer(ReplyMessage(StreamInfo("url", "key", "title"))));
   EXPECT_THAT(exchange.outcome, Replied(ResultJson("SetCldstrmStreamInfoToStrmsrv")));

@@ -353,7 +353,7 @@ TEST_F(TimeOutTest, IsNotWaitedForWithTheSettingsLocked) {
   };
   while (waits() && !Exists("/var/tmp/lighttpd/ntp")) {
   }
-  const int folder = open("/var/tmp/lighttpd", O_RDONLY | O_CLOEXEC);
+  const int folder = open(kSettingsFolder, O_RDONLY | O_CLOEXEC);
   int locked = -1;
   while (waits() && locked != 0) {
     locked = flock(folder, LOCK_EX | LOCK_NB);

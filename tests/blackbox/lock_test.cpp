@@ -63,8 +63,6 @@ TEST_F(LockTest, LocksOnFilesBlockNoReaderAndNoWriter) {
                                          R"("ApiVersion":"1.08.0","Serial":"")"));
 }
 
-constexpr char kFolder[] = "/var/tmp/lighttpd";
-
 TEST_F(LockTest, ALockOnTheFolderThatIsNeverReleasedDelaysByOneSecond) {
   struct Row {
     const char* what;
@@ -84,7 +82,7 @@ TEST_F(LockTest, ALockOnTheFolderThatIsNeverReleasedDelaysByOneSecond) {
   WriteFile("/var/tmp/lighttpd/ntp", "address\told\ntc_sync\t0\n");
   const FakeDaemon control;
   const FakeDaemon streaming(kStreamingSocket, Answer(ReplyMessage(std::string(324, '\0'))));
-  const HeldLock folder(kFolder);
+  const HeldLock folder(kSettingsFolder);
   for (const Row& row : rows) {
     SCOPED_TRACE(row.what);
     const Outcome outcome = Post(row.body);
@@ -96,7 +94,7 @@ TEST_F(LockTest, ALockOnTheFolderThatIsNeverReleasedDelaysByOneSecond) {
 }
 
 TEST_F(LockTest, ALockOnTheFolderDoesNotDelayCommandsWithoutSettings) {
-  const HeldLock folder(kFolder);
+  const HeldLock folder(kSettingsFolder);
   const Outcome outcome = Post(Body("GetSystemInfo"));
   EXPECT_EQ(outcome.exit_status, 0);
   EXPECT_LT(outcome.elapsed.count(), IsEmulated() ? TimeMargin() : 0.9);
@@ -110,7 +108,7 @@ class HeldFolderTest : public LockTest {
                      const std::function<void()>& meanwhile) {
     std::future<Outcome> outcome;
     {
-      const HeldLock folder(kFolder);
+      const HeldLock folder(kSettingsFolder);
       outcome = std::async(std::launch::async, [&body] { return Post(body); });
       for (LogLines lines = log_.Lines(); lines.empty() || !(lines.back() == last);
            lines = log_.Lines()) {

@@ -130,7 +130,7 @@ std::string StreamingReply(const std::string& resolution, const std::string& fra
 
 TEST_F(RaceTest, OfTwoSettingsInOneFile) {
   Run("Two settings in one file",
-      {"/var/tmp/lighttpd/streaming",
+      {kStreamingSettingsFile,
        StreamingFile("1", "42"),
        {{"SetStreamingResolution", R"("Resolution":"640x360")"},
         {"SetStreamingBitrate", R"("Bitrate":"12M")"}},
@@ -149,7 +149,7 @@ std::string NewStreamingFile(const std::string& resolution, const std::string& q
 
 TEST_F(RaceTest, OfTwoSettingsInAMissingFile) {
   Run("Two settings in a missing file",
-      {"/var/tmp/lighttpd/streaming",
+      {kStreamingSettingsFile,
        "",
        {{"SetStreamingResolution", R"("Resolution":"640x360")"},
         {"SetStreamingBitrate", R"("Bitrate":"12M")"}},

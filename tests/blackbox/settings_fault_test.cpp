@@ -23,8 +23,6 @@ using testing::IsEmpty;
 
 namespace fs = std::filesystem;
 
-constexpr char kSettingsFolder[] = "/var/tmp/lighttpd";
-
 const LogLine kRenewal = Info("##### RenewSetting socket_send_msg() renew_reconnect 0");
 
 /// A command and what it does without a file: a reader reports the defaults; a writer starts from

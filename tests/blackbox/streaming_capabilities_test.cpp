@@ -8,8 +8,6 @@ namespace {
 
 using namespace harness;
 
-constexpr char kCapabilities[] = "/var/tmp/lighttpd/streaming";
-
 class StreamingCapabilitiesTest : public CameraTest {
  protected:
   StreamingCapabilitiesTest() { Camera(3); }
@@ -18,7 +16,7 @@ class StreamingCapabilitiesTest : public CameraTest {
     StatusBlock().SetByte(516, model).SetByte(19, ifb_active).Store();
   }
   static void RecordingFormat(const std::string& format) {
-    WriteFile(kCapabilities, "rfresolution\t" + format + "\n");
+    WriteFile(kStreamingSettingsFile, "rfresolution\t" + format + "\n");
   }
 };
 
@@ -121,7 +119,7 @@ TEST_F(StreamingCapabilitiesTest, WithoutASettingsFileTheRecordingFormatIs0) {
   EXPECT_THAT(Post(Body("AvailableStreamingResolutionSettings")),
               Replied(Resolutions("1920x1080 1280x720 720x480 640x360")));
   EXPECT_THAT(Post(AskFramerates("1280x720")), Replied(Framerates("1280x720", "60p 30p")));
-  EXPECT_FALSE(Exists(kCapabilities));
+  EXPECT_FALSE(Exists(kStreamingSettingsFile));
 }
 
 TEST_F(StreamingCapabilitiesTest, FrameratesFollowResolutionAndRecordingFormat) {

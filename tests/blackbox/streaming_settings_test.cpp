@@ -11,8 +11,6 @@ using namespace harness;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr char kFile[] = "/var/tmp/lighttpd/streaming";
-
 const std::string kRenewalTrace = "##### RenewSetting socket_send_msg() renew_reconnect 0";
 
 /// A streaming settings file as the handler writes it.
@@ -35,9 +33,9 @@ class StreamingSettingsTest : public CameraTest {
                     const std::string& before, const std::string& after) {
     SCOPED_TRACE(command + " " + params);
     FakeDaemon daemon;
-    WriteFile(kFile, before);
+    WriteFile(kStreamingSettingsFile, before);
     EXPECT_THAT(Post(Body(command, params)), Replied(ResultJson(command)));
-    EXPECT_EQ(ReadFile(kFile), after);
+    EXPECT_EQ(ReadFile(kStreamingSettingsFile), after);
     EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
   }
 
@@ -46,10 +44,10 @@ class StreamingSettingsTest : public CameraTest {
                      const std::string& missing, LogLines traces = {}) {
     SCOPED_TRACE(command + " without " + missing);
     FakeDaemon daemon;
-    WriteFile(kFile, StreamingFile("0", "42", "1"));
+    WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
     const std::string body = Body(command, params);
     EXPECT_THAT(Post(body), Replied(ErrorJson("RequestedError")));
-    EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
+    EXPECT_EQ(ReadFile(kStreamingSettingsFile), StreamingFile("0", "42", "1"));
     EXPECT_THAT(daemon.Received(), IsEmpty());
     traces.push_back(Error("error: json_parser() key [" + missing + "] does not appear\n"));
     traces.push_back(Error("requested error ret=-1, params=\"Params\":{" + params + "}}}"));
@@ -63,7 +61,7 @@ class StreamingSettingsTest : public CameraTest {
 
 TEST_F(StreamingSettingsTest, WithoutAFileTheFormatIsTheFirstOneWithoutABitrate) {
   EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(Format("1920x1080", "60p", "")));
-  EXPECT_FALSE(Exists(kFile));
+  EXPECT_FALSE(Exists(kStreamingSettingsFile));
   EXPECT_THAT(log_.Lines(), Logged(Info("##### GetStreamingSettings Output()")));
 }
 
@@ -102,14 +100,14 @@ TEST_F(StreamingSettingsTest, TheFormatIsReportedByItsNames) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.resolution) + " " + row.quality);
-    WriteFile(kFile, StreamingFile(row.resolution, row.quality, "0"));
+    WriteFile(kStreamingSettingsFile, StreamingFile(row.resolution, row.quality, "0"));
     EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(row.reply));
   }
 }
 
 TEST_F(StreamingSettingsTest, AFileThatLacksKeysIsNotFilledWithDefaults) {
   const RepliesMayBreak may_break;
-  WriteFile(kFile, "serverurl\thost\n");
+  WriteFile(kStreamingSettingsFile, "serverurl\thost\n");
   EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(Format("1920x1080", "60p", "")));
   EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":")));
@@ -204,7 +202,7 @@ TEST_F(StreamingSettingsTest, AMissingFileIsWrittenWithDefaults) {
   FakeDaemon daemon;
   EXPECT_THAT(Post(Body("SetStreamingResolution", R"("Resolution":"1280x720")")),
               Replied(ResultJson("SetStreamingResolution")));
-  EXPECT_EQ(ReadFile(kFile),
+  EXPECT_EQ(ReadFile(kStreamingSettingsFile),
             "resolution\t2\nquality\t0\nserver\t0\nrfresolution\t0\ncldstrmusername\t0\n"
             "cldstrmpassword\t0\nserverurl\t0\n");
 }
@@ -228,9 +226,9 @@ TEST_F(StreamingSettingsTest, WithoutParamsZerosAreStored) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.command);
     FakeDaemon daemon;
-    WriteFile(kFile, StreamingFile("3", "42", "1"));
+    WriteFile(kStreamingSettingsFile, StreamingFile("3", "42", "1"));
     EXPECT_THAT(Post(Body(row.command)), Replied(ResultJson(row.command)));
-    EXPECT_EQ(ReadFile(kFile), row.after);
+    EXPECT_EQ(ReadFile(kStreamingSettingsFile), row.after);
     EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
   }
 }
@@ -276,7 +274,7 @@ LogLines SetLog(const std::string& command, const std::string& body, const LogLi
 
 TEST_F(StreamingSettingsTest, SettingBothIsTracedAtLevel2) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body =
       Body("SetStreamingSettings", R"("Resolution":"720x480","Bitrate":"1.5M")");
   Post(body);
@@ -288,7 +286,7 @@ TEST_F(StreamingSettingsTest, SettingBothIsTracedAtLevel2) {
 
 TEST_F(StreamingSettingsTest, SettingTheFramerateIsTracedAtLevel2ButItsFirstLineAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingFramerate", R"("Framerate":"50i")");
   const LogLine parsed = Info("##### SetStreamingFramerate Parse() m_framerate=50i");
   Post(body);
@@ -302,7 +300,7 @@ TEST_F(StreamingSettingsTest, SettingTheFramerateIsTracedAtLevel2ButItsFirstLine
 
 TEST_F(StreamingSettingsTest, SettingTheResolutionIsTracedAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingResolution", R"("Resolution":"640x360")");
   const LogLine parsed = Info("##### SetStreamingResolution Parse() m_resolution=640x360");
   Post(body);
@@ -317,7 +315,7 @@ TEST_F(StreamingSettingsTest, SettingTheResolutionIsTracedAtLevel4) {
 
 TEST_F(StreamingSettingsTest, SettingTheBitrateIsTracedAtLevel4) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   const LogLine parsed = Info("##### SetStreamingBitrate Parse() m_bitrate=12M");
   Post(body);
@@ -343,9 +341,9 @@ TEST_F(StreamingSettingsTest, NamesAreTruncatedTo30Characters) {
 TEST_F(StreamingSettingsTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten) {
   for (const char* command : {"SetStreamingSettings", "SetCurrentStreamingServerID"}) {
     SCOPED_TRACE(command);
-    WriteFile(kFile, StreamingFile("3", "42", "1"));
+    WriteFile(kStreamingSettingsFile, StreamingFile("3", "42", "1"));
     EXPECT_THAT(Post(Body(command)), EndedSilently(1));
-    EXPECT_NE(ReadFile(kFile), StreamingFile("3", "42", "1"));
+    EXPECT_NE(ReadFile(kStreamingSettingsFile), StreamingFile("3", "42", "1"));
     const LogLines lines = log_.TakeLines();
     ASSERT_GE(lines.size(), 3U);
     EXPECT_THAT(LogLines(lines.end() - 3, lines.end()),
@@ -356,12 +354,12 @@ TEST_F(StreamingSettingsTest, AnAbsentDaemonEndsTheRequestAfterTheFileIsWritten)
 
 TEST_F(StreamingSettingsTest, AWriteFailureDoesNotChangeTheReply) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   {
-    const ReadOnly folder("/var/tmp/lighttpd");
+    const ReadOnly folder(kSettingsFolder);
     EXPECT_THAT(Post(body), Replied(ResultJson("SetStreamingBitrate")));
-    EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
+    EXPECT_EQ(ReadFile(kStreamingSettingsFile), StreamingFile("0", "42", "1"));
   }
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
@@ -371,22 +369,22 @@ TEST_F(StreamingSettingsTest, AFullDiskDoesNotChangeTheReply) {
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(16)),
               Replied(ResultJson("SetStreamingBitrate")));
-  EXPECT_FALSE(Exists(kFile));  // a partial file would be worse than none
+  EXPECT_FALSE(Exists(kStreamingSettingsFile));  // a partial file would be worse than none
   EXPECT_THAT(daemon.Received(), ElementsAre(RenewalNotice()));
 }
 
 TEST_F(StreamingSettingsTest, WithoutAnyRoomAFileKeepsItsContents) {
   const FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetStreamingBitrate", R"("Bitrate":"12M")");
   EXPECT_THAT(RunHandler(Request(body).LimitFileSize(0)),
               Replied(ResultJson("SetStreamingBitrate")));
-  EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
+  EXPECT_EQ(ReadFile(kStreamingSettingsFile), StreamingFile("0", "42", "1"));
 }
 
 TEST_F(StreamingSettingsTest, AFolderInPlaceOfTheFileCountsAsMissing) {
   FakeDaemon daemon;
-  mkdir(kFile, 0755);
+  mkdir(kStreamingSettingsFile, 0755);
   EXPECT_THAT(Post(Body("GetStreamingSettings")), Replied(Format("1920x1080", "60p", "")));
   EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":0")));
@@ -399,9 +397,9 @@ TEST_F(StreamingSettingsTest, TheCurrentServerIsReportedAsItIsStored) {
   const RepliesMayBreak may_break;
   EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":0")));
-  EXPECT_FALSE(Exists(kFile));
+  EXPECT_FALSE(Exists(kStreamingSettingsFile));
   for (const std::string stored : {"2", "-1", "007", "none"}) {
-    WriteFile(kFile, StreamingFile("0", "0", stored));
+    WriteFile(kStreamingSettingsFile, StreamingFile("0", "0", stored));
     EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
                 Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":" + stored)));
   }
@@ -409,10 +407,10 @@ TEST_F(StreamingSettingsTest, TheCurrentServerIsReportedAsItIsStored) {
 
 TEST_F(StreamingSettingsTest, TheServerAndItsUrlAreToldApart) {
   const RepliesMayBreak may_break;
-  WriteFile(kFile, "server\t2\nserverurl\t3\n");
+  WriteFile(kStreamingSettingsFile, "server\t2\nserverurl\t3\n");
   EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":2")));
-  WriteFile(kFile, "serverurl\t3\n");
+  WriteFile(kStreamingSettingsFile, "serverurl\t3\n");
   EXPECT_THAT(Post(Body("GetCurrentStreamingServerID")),
               Replied(DataJson("GetCurrentStreamingServerID", "\"ID\":")));
 }
@@ -433,7 +431,7 @@ TEST_F(StreamingSettingsTest, TheCurrentServerIsStored) {
 
 TEST_F(StreamingSettingsTest, ChoosingTheCurrentServerIsTraced) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const std::string body = Body("SetCurrentStreamingServerID", R"("ID":-1)");
   Post(body);
   EXPECT_EQ(log_.Lines(), SetLog("SetCurrentStreamingServerID", body,
@@ -443,7 +441,7 @@ TEST_F(StreamingSettingsTest, ChoosingTheCurrentServerIsTraced) {
 
 TEST_F(StreamingSettingsTest, ServersFrom4OnAreRefused) {
   FakeDaemon daemon;
-  WriteFile(kFile, StreamingFile("0", "42", "1"));
+  WriteFile(kStreamingSettingsFile, StreamingFile("0", "42", "1"));
   const struct {
     const char* id;
     const char* logged;
@@ -458,7 +456,7 @@ TEST_F(StreamingSettingsTest, ServersFrom4OnAreRefused) {
                             row.logged + " NG"),
                        Error("requested error ret=1, params=\"Params\":{" + params + "}}}")));
   }
-  EXPECT_EQ(ReadFile(kFile), StreamingFile("0", "42", "1"));
+  EXPECT_EQ(ReadFile(kStreamingSettingsFile), StreamingFile("0", "42", "1"));
   EXPECT_THAT(daemon.Received(), IsEmpty());
 }
 

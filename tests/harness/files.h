@@ -4,6 +4,8 @@
 
 namespace harness {
 
+inline constexpr char kSettingsFolder[] = "/var/tmp/lighttpd";
+inline constexpr char kStreamingSettingsFile[] = "/var/tmp/lighttpd/streaming";
 inline constexpr char kSessionFile[] = "/var/tmp/lighttpd/.session";
 inline constexpr char kLogLevelFile[] = "/var/tmp/lighttpd/cgilog";
 

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "harness/files.h"
 #include "harness/system_call.h"
 
 namespace harness {
@@ -64,7 +65,7 @@ void ReplaceDev() {
 }
 
 void MakeDirectories() {
-  fs::create_directories("/var/tmp/lighttpd");
+  fs::create_directories(kSettingsFolder);
   fs::create_directories("/srv/www/htdocs");
 }
 
