@@ -68,8 +68,8 @@ std::vector<ClientRequest> Mixture(const std::string& number) {
   };
 }
 
-void ExpectReply(const HttpReply& reply, const ClientRequest& exchange) {
-  SCOPED_TRACE(exchange.body + "\n" + reply.head + reply.body);
+void ExpectReply(const HttpReply& reply, const ClientRequest& request) {
+  SCOPED_TRACE(request.body + "\n" + reply.head + reply.body);
   EXPECT_THAT(reply.head, StartsWith("HTTP/1.0 200 OK\r\n"));
   EXPECT_THAT(reply.head, HasSubstr("\r\nContent-type: application/json\r\n"));
   EXPECT_THAT(reply.head,
@@ -77,19 +77,19 @@ void ExpectReply(const HttpReply& reply, const ClientRequest& exchange) {
   const nlohmann::json json = nlohmann::json::parse(reply.body, nullptr, false);
   ASSERT_FALSE(json.is_discarded());
   const nlohmann::json response = json.value("Response", nlohmann::json::object());
-  EXPECT_EQ(response.value("Requested", ""), exchange.requested);
-  EXPECT_EQ(response.value("Result", ""), exchange.result);
+  EXPECT_EQ(response.value("Requested", ""), request.requested);
+  EXPECT_EQ(response.value("Result", ""), request.result);
 }
 
 /// Posts all requests at the same moment.
-std::vector<HttpReply> PostAtOnce(const std::vector<ClientRequest>& exchanges) {
+std::vector<HttpReply> PostAtOnce(const std::vector<ClientRequest>& requests) {
   std::promise<void> start;
   const std::shared_future<void> started = start.get_future().share();
   std::vector<std::future<HttpReply>> clients;
-  for (const ClientRequest& exchange : exchanges) {
-    clients.push_back(std::async(std::launch::async, [&exchange, started] {
+  for (const ClientRequest& request : requests) {
+    clients.push_back(std::async(std::launch::async, [&request, started] {
       started.wait();
-      return WebServer::Post(exchange.body);
+      return WebServer::Post(request.body);
     }));
   }
   start.set_value();
@@ -107,19 +107,19 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
   const ConcurrentDaemon control(kControlSocket, refusal);
   const ConcurrentDaemon streaming(kStreamingSocket, refusal);
   WebServer server;
-  std::vector<ClientRequest> exchanges;
+  std::vector<ClientRequest> requests;
   std::size_t messages = 0;
   for (int round = 0; round < 10; ++round) {
-    for (const ClientRequest& exchange : Mixture(std::to_string(100 + round))) {
-      exchanges.push_back(exchange);
-      messages += exchange.reaches_control_daemon ? 1 : 0;
+    for (const ClientRequest& request : Mixture(std::to_string(100 + round))) {
+      requests.push_back(request);
+      messages += request.reaches_control_daemon ? 1 : 0;
     }
   }
-  ASSERT_EQ(exchanges.size(), 200U);
+  ASSERT_EQ(requests.size(), 200U);
 
-  const std::vector<HttpReply> replies = PostAtOnce(exchanges);
-  for (std::size_t i = 0; i < exchanges.size(); ++i) {
-    ExpectReply(replies[i], exchanges[i]);
+  const std::vector<HttpReply> replies = PostAtOnce(requests);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    ExpectReply(replies[i], requests[i]);
   }
   EXPECT_EQ(control.Received(), messages);
   EXPECT_EQ(streaming.Received(), 10U);
@@ -134,7 +134,7 @@ TEST_F(WebServerTest, Serves200ClientsAtOnceAndLeavesNothingBehind) {
 // to send its message.
 TEST_F(WebServerTest, EndsAnAbandonedHandlerAtItsLimit) {
   FakeDaemon control;
-  const std::string limit = IsEmulated() ? "15" : "5";
+  const std::string limit = IsEmulated() ? "12" : "5";
   WebServer server("cgi.limits = (\"read-timeout\" => " + limit + ", \"write-timeout\" => " +
                    limit + ")\n");
   WebServer::PostAndLeave(Body("GetClipInfo", R"("Slot":"A","StartIndexNo":1,"ClipNum":1)"));
