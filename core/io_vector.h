@@ -5,4 +5,5 @@
 
 #include <string_view>
 
+/// @param text  must outlive the result, which points to it
 inline iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }

@@ -6,6 +6,7 @@
 
 namespace simulator {
 
+/// Adds an item to the end of a list.
 inline void AddToList(std::string& list, std::string_view item) {
   list.append(list.empty() ? "" : ", ").append(item);
 }
